@@ -1,0 +1,31 @@
+# How every target of this project is compiled.
+
+set(XMLDOM_SANITIZE_FLAGS "")
+if(XMLDOM_SANITIZE)
+  list(JOIN XMLDOM_SANITIZE "," sanitizers)
+  set(XMLDOM_SANITIZE_FLAGS -fsanitize=${sanitizers} -fno-omit-frame-pointer)
+  if("undefined" IN_LIST XMLDOM_SANITIZE)
+    # A null `this` is tested by the library itself, so it has to get that far. The address
+    # sanitizer's own checks still see every other null access.
+    list(APPEND XMLDOM_SANITIZE_FLAGS -fno-sanitize=null,vptr -fno-sanitize-recover=undefined)
+  endif()
+endif()
+
+# Sets the language level, the warnings and what the interface of the library depends on:
+# assertions stay in every build type, and a null `this` reaches them.
+function(xmldom_compile_options target)
+  # Exactly this level, also where a compiler begins at a later one: C++17 has dropped the dynamic
+  # exception specifications that the library has.
+  set_target_properties(${target} PROPERTIES
+    CXX_STANDARD 14
+    CXX_STANDARD_REQUIRED ON
+    CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wshadow
+    $<$<BOOL:${CMAKE_COMPILE_WARNING_AS_ERROR}>:-Werror>  # CMake adds it itself from 3.24 on
+    -UNDEBUG -fno-delete-null-pointer-checks
+    ${XMLDOM_SANITIZE_FLAGS})
+  target_link_options(${target} PRIVATE ${XMLDOM_SANITIZE_FLAGS})
+endfunction()

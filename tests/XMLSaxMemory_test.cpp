@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <xmldom/parse/XMLSax.h>
+#include <xmldom/xmldom.h>
+
+#include <string>
+
+#include "harness/Allocation.h"
+#include "harness/LoadOutcome.h"
+#include "harness/LongText.h"
+#include "harness/Outline.h"
+#include "harness/TemporaryFile.h"
+#include "harness/Trees.h"
+
+// Exceptions that leave a handler of the builder in the middle of a parse.
+
+namespace {
+
+const char* const kXml =
+    "<a v='1' w='&lt;'>text<b>more &amp; more</b><!--c--><c x='2'/><d><e>deep</e></d></a>";
+
+/// Loads with memory for no more than `allowed` allocations. Result: whether it got through.
+bool LoadWithin(IXMLDOMDocument2* document, int allowed) {
+  try {
+    OutOfMemory limit(allowed);
+    document->loadXML(kXml);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+TEST(XMLSaxMemory, Lets_each_failing_allocation_of_a_load_through) {
+  const int failures = FailEachAllocation([] {
+    const Document document = NewDocument();
+    document->loadXML(kXml);
+  });
+  // An object for each of eleven nodes, five stack elements, document, builder and stack.
+  EXPECT_LE(19, failures);
+}
+
+TEST(XMLSaxMemory, Keeps_the_tree_built_up_to_the_failure) {
+  const Document whole = Load(kXml);
+  const Document document = NewDocument();
+  int allowed = 0;
+  for (int nodes = 0; !LoadWithin(document, allowed); ++allowed) {
+    SCOPED_TRACE(allowed);
+    const int now = IXMLDOMNode::m_iObjCount;
+    EXPECT_LE(nodes, now);
+    nodes = now;
+    for (const IXMLDOMNode* child = document->m_pFirstChild; child != nullptr;
+         child = child->m_pFirstChild) {
+      EXPECT_EQ(document.get(), child->m_pOwnerDocument);
+    }
+  }
+  EXPECT_EQ(Outline(whole), Outline(document));
+}
+
+TEST(XMLSaxMemory, Leaves_a_document_that_loads_again) {
+  const Document document = NewDocument();
+  for (int allowed = 0; !LoadWithin(document, allowed); ++allowed) {
+    SCOPED_TRACE(allowed);
+    EXPECT_EQ(VARIANT_TRUE, document->loadXML("<z/>"));
+    EXPECT_EQ("z", Outline(document));
+    EXPECT_EQ(1, CXMLSax::m_iObjCount);
+    EXPECT_EQ(1, CNodeStack::m_iObjCount);
+    EXPECT_EQ(0, CNodeStackElt::m_iObjCount);
+  }
+}
+
+TEST(XMLSaxMemory, Leaves_nothing_behind_when_the_document_goes_after_a_failure) {
+  for (int allowed = 0;; ++allowed) {
+    SCOPED_TRACE(allowed);
+    Document document = NewDocument();
+    const bool loaded = LoadWithin(document, allowed);
+    document.Reset();
+    EXPECT_EQ(0, IXMLDOMNode::m_iObjCount);
+    EXPECT_EQ(0, CXMLSax::m_iObjCount);
+    EXPECT_EQ(0, CNodeStack::m_iObjCount);
+    EXPECT_EQ(0, CNodeStackElt::m_iObjCount);
+    if (loaded) break;
+  }
+}
+
+TEST(XMLSaxMemory, Tells_a_file_that_memory_was_out_for_like_one_that_does_not_parse) {
+  TemporaryFile file(kXml);
+  int failures = 0;
+  for (int allowed = 0;; ++allowed) {
+    SCOPED_TRACE(allowed);
+    const Document document = NewDocument();
+    LoadOutcome outcome = {S_OK, kFlagUntouched};
+    try {
+      OutOfMemory limit(allowed);
+      outcome.result = document->load(file.Path(), &outcome.flag);
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ(nullptr, document->m_pSax);  // only when there is no builder yet
+      continue;
+    }
+    if (outcome == kParsed) break;
+    EXPECT_EQ(kNotParsed, outcome);
+    ++failures;
+  }
+  EXPECT_LE(17, failures);
+}
+
+TEST(XMLSaxMemory, Is_out_for_a_text_that_the_parser_cannot_hold) {
+  if (!NoMoreMemory::IsSurvivable()) GTEST_SKIP() << "the heap ends the process";
+  const std::string xml = "<a>" + LongText() + "</a>";
+  const Document document = Load("<old/>");
+  short parsed = VARIANT_TRUE;
+  {
+    const NoMoreMemory limit;
+    parsed = document->loadXML(xml.c_str());
+  }
+  EXPECT_EQ(VARIANT_FALSE, parsed);
+  EXPECT_EQ(XML_ERROR_NO_MEMORY, document->m_pSax->GetErrorCode());
+  EXPECT_EQ("", Outline(document));
+}
+
+TEST(XMLSaxMemory, Is_out_for_a_file_that_cannot_be_read_whole) {
+  if (!NoMoreMemory::IsSurvivable()) GTEST_SKIP() << "the heap ends the process";
+  TemporaryFile file("<a>" + LongText() + "</a>");
+  const Document document = Load("<old/>");
+  LoadOutcome outcome = {S_OK, kFlagUntouched};
+  {
+    const NoMoreMemory limit;
+    outcome.result = document->load(file.Path(), &outcome.flag);
+  }
+  EXPECT_EQ(kNotParsed, outcome);
+  EXPECT_EQ("", Outline(document));
+}
+
+// ---- What texts take
+
+TEST(XMLSaxMemory, Of_a_text_is_that_of_its_bytes_alone) {
+  std::string pieces;
+  for (int i = 0; i < 1000; ++i) pieces += "text&amp;";
+  const std::size_t kMostOverhead = 64;
+  const Document document = NewDocument();
+  // The element that holds the text is closed, or left open by an error.
+  for (const std::string rest : {"</a>", ""}) {
+    SCOPED_TRACE(rest);
+    document->loadXML(("<a>" + pieces + rest).c_str());
+    char* value = At(document, {0, 0})->m_pszValue;
+    EXPECT_EQ(pieces, Text(value));
+    EXPECT_LE(malloc_usable_size(value), pieces.size() + kMostOverhead);
+  }
+}
+
+// ---- Exceptions of other kinds, held by the builder while the parser returns
+
+namespace {
+
+/// A builder of `document` that holds the exception `thrown` for the parse that comes.
+template <class T>
+void HoldThrown(CXMLSax& sax, T thrown) {
+  sax.CreateParser();
+  try {
+    throw thrown;
+  } catch (const T&) {
+    sax.HoldException();
+  }
+}
+
+}  // namespace
+
+TEST(XMLSaxExceptions, Pass_out_of_the_load_of_a_text) {
+  const Document document = NewDocument();
+  CXMLSax sax(document);
+  HoldThrown(sax, 5);
+  EXPECT_THROW(sax.LoadXML("<a/>"), int);
+}
+
+TEST(XMLSaxExceptions, Are_thrown_once) {
+  const Document document = NewDocument();
+  CXMLSax sax(document);
+  HoldThrown(sax, 5);
+  EXPECT_THROW(sax.RethrowException(), int);
+  EXPECT_NO_THROW(sax.RethrowException());
+}
+
+TEST(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
+  const Document document = NewDocument();
+  TemporaryFile file("<a/>");
+  CXMLSax sax(document);
+  HoldThrown(sax, 5);
+  EXPECT_EQ(S_FALSE, sax.LoadFromFile(file.Path()));
+}

@@ -1,0 +1,47 @@
+#include "harness/LongText.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace {
+
+rlim_t AddressSpaceInUse() {
+  unsigned long pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+}
+
+}  // namespace
+
+const std::string& LongText() {
+  static const std::string text(64 * 1024 * 1024, 'x');
+  return text;
+}
+
+NoMoreMemory::NoMoreMemory() {
+  LongText();
+  if (getrlimit(RLIMIT_AS, &m_before) != 0) std::abort();
+  rlimit now = m_before;
+  now.rlim_cur = AddressSpaceInUse();
+  if (setrlimit(RLIMIT_AS, &now) != 0) std::abort();
+}
+
+NoMoreMemory::~NoMoreMemory() { setrlimit(RLIMIT_AS, &m_before); }
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define XMLDOM_TESTS_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define XMLDOM_TESTS_ADDRESS_SANITIZER
+#endif
+
+bool NoMoreMemory::IsSurvivable() {
+#ifdef XMLDOM_TESTS_ADDRESS_SANITIZER
+  return false;
+#else
+  return true;
+#endif
+}

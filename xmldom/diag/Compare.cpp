@@ -1,0 +1,189 @@
+#include <xmldom/diag/Compare.h>
+
+#include <xmldom/dom/NodeContent.h>
+#include <xmldom/dom/TextOutput.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/support/HeapString.h>
+
+#include <vector>
+
+namespace {
+
+using xmldom::SameString;
+using xmldom::WriteLiteral;
+using xmldom::WriteText;
+
+struct Pair {
+  IXMLDOMNode* first;
+  IXMLDOMNode* second;
+};
+
+/// Walks the first tree, and the second in step with it, up to the first difference.
+class Comparison {
+ public:
+  Comparison(CMemFile& report, int topDepth)
+      : m_report(report), m_topDepth(topDepth), m_second(nullptr), m_differs(false) {}
+
+  /// Compares two nodes and all below. Result: whether they are equal.
+  bool Compare(const Pair& top) {
+    if (OpenPair(top, m_topDepth)) {
+      xmldom::WalkChain<xmldom::HeapTrail>(top.first->m_pFirstChild, *this);
+      if (!m_differs) ClosePair(m_topDepth);
+    }
+    return !m_differs;
+  }
+
+  IXMLDOMNode* Enter(IXMLDOMNode* first, std::size_t walkDepth) {
+    const int depth = m_topDepth + static_cast<int>(walkDepth);
+    if (m_second == nullptr) {
+      ReportCount(depth, "Node 1 has more children than Node 2\n", m_open.back());
+      return nullptr;
+    }
+    const Pair pair = {first, m_second};
+    m_second = m_second->m_pNextSibling;
+    if (!ComparesAsChild(pair, depth)) return nullptr;
+    if (first->m_eNodeType == NODE_TEXT) return nullptr;
+    if (!OpenPair(pair, depth + 1)) return nullptr;
+    if (first->m_pFirstChild == nullptr) ClosePair(depth + 1);
+    return first->m_pFirstChild;
+  }
+
+  void Leave(IXMLDOMNode*, std::size_t walkDepth) {
+    ClosePair(m_topDepth + static_cast<int>(walkDepth) + 1);
+  }
+
+  bool IsDone() const { return m_differs; }
+
+ private:
+  /// Compares the attributes of two nodes and turns to their children. Result: whether the
+  /// attributes are equal.
+  bool OpenPair(const Pair& pair, int depth) {
+    if (!ComparesAttributes(pair, depth)) return false;
+    m_open.push_back(pair);
+    m_second = pair.second->m_pFirstChild;
+    return true;
+  }
+
+  /// Turns back from the children of the innermost pair: those of the first node have ended.
+  void ClosePair(int depth) {
+    const Pair pair = m_open.back();
+    if (m_second != nullptr) {
+      ReportCount(depth, "Node 2 has more children than Node 1\n", pair);
+      return;
+    }
+    m_open.pop_back();
+    m_second = pair.second->m_pNextSibling;
+  }
+
+  bool ComparesAttributes(const Pair& pair, int depth) {
+    const IXMLDOMNode* first = pair.first->m_pFirstAttribute;
+    const IXMLDOMNode* second = pair.second->m_pFirstAttribute;
+    for (; first != nullptr && second != nullptr;
+         first = first->m_pNextSibling, second = second->m_pNextSibling) {
+      if (!SameString(first->m_pszNodeName, second->m_pszNodeName)) {
+        return ReportTexts(depth, "Attribute name mismatch, ", first->m_pszNodeName,
+                           second->m_pszNodeName, pair);
+      }
+      if (!SameString(first->GetStrValue(), second->GetStrValue())) {
+        return ReportTexts(depth, "Attribute value mismatch, ", first->GetStrValue(),
+                           second->GetStrValue(), pair);
+      }
+    }
+    if (first != nullptr) {
+      return ReportCount(depth, "Node 1 has more attributes than Node 2\n", pair);
+    }
+    if (second != nullptr) {
+      return ReportCount(depth, "Node 2 has more attributes than Node 1\n", pair);
+    }
+    return true;
+  }
+
+  /// Compares what a parent says of two of its children.
+  bool ComparesAsChild(const Pair& pair, int depth) {
+    const IXMLDOMNode* first = pair.first;
+    const IXMLDOMNode* second = pair.second;
+    if (first->m_eNodeType != second->m_eNodeType) {
+      WriteHead(depth);
+      m_report.WriteF("node type mismatch, %d vs %d", static_cast<int>(first->m_eNodeType),
+                      static_cast<int>(second->m_eNodeType));
+      return Dump(pair);
+    }
+    if (!SameString(first->m_pszNodeName, second->m_pszNodeName)) {
+      return ReportTexts(depth, "node name mismatch, ", first->m_pszNodeName, second->m_pszNodeName,
+                         pair);
+    }
+    if (first->m_eNodeType == NODE_TEXT &&
+        !SameString(first->GetStrValue(), second->GetStrValue())) {
+      return ReportTexts(depth, "text value mismatch, ", first->GetStrValue(),
+                         second->GetStrValue(), pair);
+    }
+    return true;
+  }
+
+  // The reports return false, for the comparison that they end. Texts are written piece by piece,
+  // since they can be longer than a format takes.
+
+  void WriteHead(int depth) { m_report.WriteF("Failed at depth %d: ", depth); }
+
+  template <std::size_t N>
+  bool ReportTexts(int depth, const char (&what)[N], const char* first, const char* second,
+                   const Pair& pair) {
+    WriteHead(depth);
+    WriteLiteral(m_report, what);
+    WriteText(m_report, first == nullptr ? "(null)" : first);
+    WriteLiteral(m_report, " vs ");
+    WriteText(m_report, second == nullptr ? "(null)" : second);
+    return Dump(pair);
+  }
+
+  template <std::size_t N>
+  bool ReportCount(int depth, const char (&what)[N], const Pair& pair) {
+    WriteHead(depth);
+    WriteLiteral(m_report, what);
+    return Dump(pair);
+  }
+
+  bool Dump(const Pair& pair) {
+    m_differs = true;
+    WriteLiteral(m_report, "-----\nNode 1:\n");
+    WriteText(m_report, pair.first->Getxml());
+    WriteLiteral(m_report, "\n-----\nNode 2:\n");
+    WriteText(m_report, pair.second->Getxml());
+    WriteLiteral(m_report, "\n");
+    return false;
+  }
+
+  CMemFile& m_report;
+  int m_topDepth;
+  std::vector<Pair> m_open;  // whose children are being compared, innermost last
+  IXMLDOMNode* m_second;     // what the next node of the first tree is compared with
+  bool m_differs;
+};
+
+/// Reports that only one of the two nodes is there.
+int ReportMissing(CMemFile& report, int depth, const char* which, IXMLDOMNode* present) {
+  report.WriteF("Failed at depth %d: %s\n", depth, which);
+  WriteLiteral(report, "-----\n");
+  WriteText(report, present->Getxml());
+  WriteLiteral(report, "\n");
+  return 0;
+}
+
+}  // namespace
+
+int CompareXMLNodes(IXMLDOMNode* pNode1, IXMLDOMNode* pNode2, CMemFile& report, int depth) {
+  if (depth == 0) {
+    report.m_uPosition = 0;
+    report.m_uLength = 0;
+    pNode1 = xmldom::ContentOf(pNode1);
+    pNode2 = xmldom::ContentOf(pNode2);
+  }
+  if (pNode1 == nullptr && pNode2 == nullptr) return 1;
+  if (pNode1 == nullptr) {
+    return ReportMissing(report, depth, "pNode1 NULL, pNode2 Non-NULL", pNode2);
+  }
+  if (pNode2 == nullptr) {
+    return ReportMissing(report, depth, "pNode1 Non-NULL, pNode2 NULL", pNode1);
+  }
+  return Comparison(report, depth).Compare(Pair{pNode1, pNode2});
+}

@@ -1,0 +1,9 @@
+#include <xmldom/diag/XML.h>
+
+int CXML::iXMLError = CXML::NO_ERROR;
+
+void CXML::SetXMLError(int code) { iXMLError = code; }
+
+void CXML::ClearXMLError() { iXMLError = NO_ERROR; }
+
+int CXML::GetXMLError() { return iXMLError; }

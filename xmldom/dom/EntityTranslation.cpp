@@ -1,0 +1,99 @@
+#include <xmldom/dom/EntityTranslation.h>
+
+#include <xmldom/dom/Notices.h>
+#include <xmldom/dom/TextOutput.h>
+#include <xmldom/support/Logger.h>
+
+#include <stringprep.h>
+#include <strings.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+unsigned long xmldom::Notices::s_count = 0;
+
+namespace {
+
+struct PredefinedEntity {
+  const char* name;
+  char character;
+};
+
+// In the order in which a prefix is tried: "a" is "amp", and "" is "lt".
+const PredefinedEntity l_aPredefinedEntities[] = {
+    {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''},
+};
+
+/// A reference in a text: from the '&' to the first ';' behind it.
+struct Reference {
+  const char* begin;  // at the '&', null when there is no reference
+  const char* end;    // at the ';'
+};
+
+Reference FindReference(const char* text) {
+  Reference reference = {std::strchr(text, '&'), nullptr};
+  if (reference.begin != nullptr) reference.end = std::strchr(reference.begin + 1, ';');
+  if (reference.end == nullptr) reference.begin = nullptr;
+  return reference;
+}
+
+/// Writes what "#" and the digits behind it stand for: nothing for U+0000, which ends the encoded
+/// text, and so for every form that has no decimal digits.
+void WriteCharacter(const char* digits, CMemFile& out) {
+  const uint32_t codePoint = static_cast<uint32_t>(std::strtol(digits, nullptr, 10));
+  char utf8[8] = {};  // The encoder takes any value, surrogates too; its longest form has 6 bytes.
+  const int length = stringprep_unichar_to_utf8(codePoint, utf8);
+  if (length < 0 || length >= static_cast<int>(sizeof utf8)) return;
+  utf8[length] = '\0';
+  xmldom::WriteText(out, utf8);
+}
+
+/// Writes the character of a predefined entity. Result: false when there is none of that name.
+bool WritePredefined(const Reference& reference, CMemFile& out) {
+  const char* name = reference.begin + 1;
+  const std::size_t length = static_cast<std::size_t>(reference.end - name);
+  for (const PredefinedEntity& entity : l_aPredefinedEntities) {
+    if (strncasecmp(name, entity.name, length) == 0) {
+      out.Write(&entity.character, 1);
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+int TranslateEntities(const char* pszIn, CMemFile& out) {
+  if (pszIn == nullptr) return 1;
+  Reference reference = FindReference(pszIn);
+  if (reference.begin == nullptr) {
+    xmldom::WriteText(out, pszIn);
+    return 1;
+  }
+
+  int result = 1;
+  const char* rest = pszIn;
+  for (; reference.begin != nullptr; reference = FindReference(rest)) {
+    xmldom::WriteBytes(out, rest, static_cast<std::size_t>(reference.begin - rest));
+    if (reference.begin[1] == '#') {
+      WriteCharacter(reference.begin + 2, out);
+    } else if (!WritePredefined(reference, out)) {
+      xmldom::Notices::Add();
+      CLogger::PostLogEventF(
+          LOG_TYPE_DATA, LOG_SEVERITY_WARNING,
+          "TranslateEntities FAILED to match entity at the begining of this string: '%s'",
+          reference.begin);
+      xmldom::WriteBytes(out, reference.begin,
+                         static_cast<std::size_t>(reference.end + 1 - reference.begin));
+      result = 0;
+    }
+    rest = reference.end + 1;
+  }
+  xmldom::WriteText(out, rest);
+
+  xmldom::Notices::Add();
+  std::printf("Translate Entities: from <%s> to <%s>\n", pszIn, out.GetAsStr());
+  return result;
+}

@@ -1,0 +1,68 @@
+#ifndef XMLDOM_DOM_XMLDOCUMENT_H
+#define XMLDOM_DOM_XMLDOCUMENT_H
+
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/variant.h>
+
+class CXMLSax;
+class IXMLDOMParseError;
+
+/// The root of a tree: a node of type NODE_DOCUMENT that loads XML. Make one with Create().
+///
+/// Every load empties the document first, except when a file cannot be opened. A text that does not
+/// parse leaves the tree built up to the error. Comments, processing instructions and CDATA
+/// delimiters inside the root element are kept as text; what stands outside it is dropped, and so
+/// are runs of white space alone.
+/// References: the document does not keep the nodes alive that were handed out, nor they it: a node
+/// that outlives its document has no owner.
+class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
+ public:
+  /// An empty document with formatted layout off and an indent of 4; Create() sets both otherwise.
+  IXMLDOMDocument2();
+  ~IXMLDOMDocument2() override;
+
+  enum {
+    FORMATTED_LAYOUT = 1
+  };  ///< Bit of m_uFlags: drop white space on loading, indent on writing.
+
+  unsigned int m_uFlags;
+  CXMLSax* m_pSax;  ///< The builder of the latest load, the document's; null before the first.
+  int m_nIndent;    ///< Blanks a level when written.
+
+  static int m_iObjCount;  ///< Live documents.
+
+  /// Makes a detached node of this document. The type is the integer in `type`, stored unchecked;
+  /// `namespaceURI` is ignored.
+  /// Out: the node, the caller's. Result: S_OK; E_ARGUMENT for a null `ppNode`.
+  HRESULT createNode(tagVARIANT type, char* name, char* namespaceURI, IXMLDOMNode** ppNode);
+
+  /// Out: a new object that tells the outcome of the latest load, the caller's.
+  /// Result: S_OK; E_ARGUMENT for a null `ppError`.
+  HRESULT get_parseError(IXMLDOMParseError** ppError);
+
+  /// Loads a text; null counts as empty. Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE.
+  /// Effects: a text over INT_MAX bytes does not parse and is logged (type 18, severity 3).
+  /// Cost: linear in the text.
+  short loadXML(const char* xml);
+  /// Loads a text. Out: as above. Result: S_OK; S_FALSE when it did not parse; E_ARGUMENT for a
+  /// null `pbSuccess`, and nothing is loaded.
+  HRESULT loadXML(char* xml, short* pbSuccess);
+  /// Loads a file; a NUL byte ends it. Out: whether it parsed. Result: S_OK; S_FALSE when it did
+  /// not parse; E_FILENOTOPENED when it could not be opened, the tree then stays; E_ARGUMENT for a
+  /// null `pbSuccess`, and nothing is loaded.
+  HRESULT load(char* path, short* pbSuccess);
+
+  /// Out: the root element with a reference added, or null. Result: S_OK; S_FALSE when the document
+  /// is empty; E_ARGUMENT for a null `ppRoot`.
+  HRESULT get_documentElement(IXMLDOMNode** ppRoot);
+
+ private:
+  void ResetBuilder();
+  void DestroyBuilder();
+};
+
+/// Makes an empty document with formatted layout and an indent of 2.
+/// Out: the document, the caller's. Result: always true. Effects: std::bad_alloc.
+XMLDOM_API bool Create(IXMLDOMDocument2** ppDoc);
+
+#endif

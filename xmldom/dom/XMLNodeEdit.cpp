@@ -1,0 +1,151 @@
+#include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/LogException.h>
+
+namespace {
+
+/// Looks for one node among those it walks, and among their attributes.
+class NodeFinder : public xmldom::PreOrderVisitor {
+ public:
+  explicit NodeFinder(const IXMLDOMNode* wanted) : m_wanted(wanted), m_found(false) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    m_found = node == m_wanted;
+    for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr && !m_found;
+         attribute = attribute->m_pNextSibling) {
+      m_found = attribute == m_wanted;
+    }
+    return node->m_pFirstChild;
+  }
+
+  bool IsDone() const { return m_found; }
+
+ private:
+  const IXMLDOMNode* m_wanted;
+  bool m_found;
+};
+
+/// Whether `node` would move along with `top`: it is `top`, hangs below it, or follows it in a
+/// chain that has no parent to stay with. Looks downwards, because the parent link of a node that
+/// has outlived its tree may be stale.
+bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node) {
+  NodeFinder finder(node);
+  if (top->m_pParent == nullptr) {
+    xmldom::WalkChain<xmldom::HeapTrail>(top, finder);
+    return finder.IsDone();
+  }
+  IXMLDOMNode* below = finder.Enter(top, 0);
+  if (!finder.IsDone()) xmldom::WalkChain<xmldom::HeapTrail>(below, finder);
+  return finder.IsDone();
+}
+
+/// The node that an edit puts in place for `newChild`: a document stands for its first child. Null
+/// when there is nothing that may stand below `parent`.
+IXMLDOMNode* NodeToPlace(IXMLDOMNode* newChild, const IXMLDOMNode* parent) {
+  if (newChild != nullptr && newChild->m_eNodeType == NODE_DOCUMENT) {
+    newChild = newChild->m_pFirstChild;
+  }
+  return newChild == nullptr || MovesWith(newChild, parent) ? nullptr : newChild;
+}
+
+/// The node before `node`, whose parent lists it but not as its first child; borrowed.
+IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
+  IXMLDOMNode* previous = nullptr;
+  if (node->get_previousSibling(&previous) != S_OK) {
+    throw Exception(where, "get_previousSibling failed", nullptr);
+  }
+  previous->RealRelease();
+  return previous;
+}
+
+/// Takes a node out of where it hangs, without the siblings that follow one without parent.
+void Detach(IXMLDOMNode* node) {
+  node->RemoveNodeFromTree();
+  Release(node->m_pNextSibling);
+}
+
+/// Puts a detached node under `parent`, before `next`, and gives its subtree the owner.
+void PlaceBefore(IXMLDOMNode* node, IXMLDOMNode* parent, IXMLDOMNode* next) {
+  IXMLDOMDocument2* owner = parent->m_pOwnerDocument;
+  node->m_pParent = parent;
+  // Where the parent has an owner, the siblings that follow have it already. Below a parent without
+  // owner they may still have one, and lose it with the new node.
+  if (owner != nullptr) node->RecurseSetDocument(owner);
+  node->m_pNextSibling = next;
+  if (owner == nullptr) node->RecurseSetDocument(owner);
+}
+
+void StoreIn(IXMLDOMNode** out, IXMLDOMNode* node) {
+  if (out != nullptr) *out = node;
+}
+
+}  // namespace
+
+HRESULT IXMLDOMNode::appendChild(IXMLDOMNode* newChild, IXMLDOMNode** out) {
+  IXMLDOMNode* node = NodeToPlace(newChild, this);
+  if (node == nullptr) return E_ARGUMENT;
+  // Deliberate: the root element of a document keeps the reference of this lookup.
+  if (node != newChild) newChild->GetfirstChild();
+  node->RemoveNodeFromTree();
+  AddChild(node);
+  StoreIn(out, node);
+  return S_OK;
+}
+
+HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, IXMLDOMNode** out) {
+  if (newChild == nullptr || refChild == nullptr || refChild->m_pParent != this) return E_ARGUMENT;
+  IXMLDOMNode* previous = nullptr;
+  IXMLDOMNode* child = m_pFirstChild;
+  for (; child != nullptr && child != refChild; child = child->m_pNextSibling) previous = child;
+  if (child == nullptr) return S_FALSE;
+
+  IXMLDOMNode* node = NodeToPlace(newChild, this);
+  if (node == nullptr) return E_ARGUMENT;
+  if (node != refChild && node != previous) {
+    Detach(node);
+    PlaceBefore(node, this, refChild);
+    (previous == nullptr ? m_pFirstChild : previous->m_pNextSibling) = node;
+  }
+  StoreIn(out, node);
+  return S_OK;
+}
+
+HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, IXMLDOMNode** out) {
+  if (oldChild == nullptr || oldChild->m_pParent != this) return E_ARGUMENT;
+  IXMLDOMNode* node = NodeToPlace(newChild, this);
+  if (node == nullptr) return E_ARGUMENT;
+  if (node != oldChild) {
+    Detach(node);
+    IXMLDOMNode** link = &m_pFirstChild;
+    if (m_pFirstChild != oldChild) {
+      link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;
+    }
+    PlaceBefore(node, this, oldChild->m_pNextSibling);
+    *link = node;
+    oldChild->m_pNextSibling = nullptr;
+    oldChild->m_pParent = nullptr;
+    oldChild->RecurseSetDocument(nullptr);
+  }
+  StoreIn(out, oldChild);
+  return S_OK;
+}
+
+HRESULT IXMLDOMNode::removeChild(IXMLDOMNode* oldChild, IXMLDOMNode** out) {
+  if (oldChild == nullptr || oldChild->m_pParent != this) return E_ARGUMENT;
+  oldChild->RemoveNodeFromTree();
+  StoreIn(out, oldChild);
+  return S_OK;
+}
+
+void IXMLDOMNode::RemoveNodeFromTree() {
+  if (m_pParent == nullptr) return;
+  if (m_pParent->m_pFirstChild == this) {
+    m_pParent->m_pFirstChild = m_pNextSibling;
+  } else {
+    PreviousOf(this, "IXMLDOMNode::RemoveNodeFromTree")->m_pNextSibling = m_pNextSibling;
+  }
+  m_pOwnerDocument = nullptr;
+  m_pNextSibling = nullptr;
+  m_pParent = nullptr;
+}

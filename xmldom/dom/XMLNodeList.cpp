@@ -1,0 +1,103 @@
+#include <xmldom/dom/XMLNodeList.h>
+
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/HeapString.h>
+
+int IXMLDOMNodeListElt::m_iObjCount = 0;
+int IXMLDOMNodeList::m_iObjCount = 0;
+
+IXMLDOMNodeListElt::IXMLDOMNodeListElt(IXMLDOMNode* node) : m_pNode(node), m_pNext(nullptr) {
+  m_pNode->AddRef();
+  ++m_iObjCount;
+}
+
+IXMLDOMNodeListElt::~IXMLDOMNodeListElt() {
+  Release(m_pNode);
+  --m_iObjCount;
+}
+
+IXMLDOMNodeList::IXMLDOMNodeList()
+    : m_pHead(nullptr),
+      m_pTail(nullptr),
+      m_pCursor(nullptr),
+      m_nCount(0),
+      m_nCursorIndex(CURSOR_FRESH) {
+  ++m_iObjCount;
+}
+
+IXMLDOMNodeList::~IXMLDOMNodeList() {
+  while (m_pHead != nullptr) {
+    IXMLDOMNodeListElt* link = m_pHead;
+    m_pHead = link->m_pNext;
+    delete link;
+  }
+  --m_iObjCount;
+}
+
+int IXMLDOMNodeList::Add(IXMLDOMNode* node) {
+  if (node == nullptr) return 0;
+  IXMLDOMNodeListElt* link = new IXMLDOMNodeListElt(node);
+  if (m_pHead == nullptr) {
+    m_pHead = link;
+  } else {
+    if (m_pTail == nullptr) m_pTail = m_pHead;
+    while (m_pTail->m_pNext != nullptr) m_pTail = m_pTail->m_pNext;
+    m_pTail->m_pNext = link;
+    m_pTail = link;
+  }
+  ++m_nCount;
+  return node->GetRefCount();
+}
+
+IXMLDOMNode* IXMLDOMNodeList::NextNode() {
+  if (m_nCursorIndex == CURSOR_EXHAUSTED) return nullptr;
+  m_pCursor = m_nCursorIndex == CURSOR_FRESH ? m_pHead : m_pCursor->m_pNext;
+  if (m_pCursor == nullptr) {
+    m_nCursorIndex = CURSOR_EXHAUSTED;
+    return nullptr;
+  }
+  ++m_nCursorIndex;
+  m_pCursor->m_pNode->AddRef();
+  return m_pCursor->m_pNode;
+}
+
+IXMLDOMNode* IXMLDOMNodeList::GetItem(int index) {
+  if (index < 0 || index >= m_nCount) return nullptr;
+  if (m_nCursorIndex == CURSOR_EXHAUSTED || index < m_nCursorIndex) ResetCursor();
+  IXMLDOMNode* node = nullptr;
+  if (m_nCursorIndex == CURSOR_FRESH) {
+    node = NextNode();
+  } else {
+    node = m_pCursor->m_pNode;
+    node->AddRef();
+  }
+  while (m_nCursorIndex < index) {
+    Release(node);
+    node = NextNode();
+    if (node == nullptr) return nullptr;
+  }
+  return node;
+}
+
+void IXMLDOMNodeList::ResetCursor() {
+  m_pCursor = nullptr;
+  m_nCursorIndex = CURSOR_FRESH;
+}
+
+IXMLDOMNamedNodeMap::~IXMLDOMNamedNodeMap() {}
+
+IXMLDOMNode* IXMLDOMNamedNodeMap::GetNamedItem(const char* name) {
+  ResetCursor();
+  for (;;) {
+    IXMLDOMNode* node = NextNode();
+    if (node == nullptr) return nullptr;
+    if (name != nullptr && xmldom::SameString(node->m_pszNodeName, name)) return node;
+    Release(node);
+  }
+}
+
+HRESULT IXMLDOMNamedNodeMap::getNamedItem(char* name, IXMLDOMNode** out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = GetNamedItem(name);
+  return *out != nullptr ? S_OK : S_FALSE;
+}

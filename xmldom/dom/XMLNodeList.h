@@ -1,0 +1,76 @@
+#ifndef XMLDOM_DOM_XMLNODELIST_H
+#define XMLDOM_DOM_XMLNODELIST_H
+
+#include <xmldom/support/RefCountedObject.h>
+#include <xmldom/support/Results.h>
+
+class IXMLDOMNode;
+
+/// One link of a node list.
+class XMLDOM_API IXMLDOMNodeListElt {
+ public:
+  /// Takes a reference on `node`.
+  explicit IXMLDOMNodeListElt(IXMLDOMNode* node);
+  /// Releases the node; the next link is not touched.
+  ~IXMLDOMNodeListElt();
+
+  IXMLDOMNodeListElt(const IXMLDOMNodeListElt&) = delete;
+  IXMLDOMNodeListElt& operator=(const IXMLDOMNodeListElt&) = delete;
+
+  IXMLDOMNode* m_pNode;
+  IXMLDOMNodeListElt* m_pNext;
+
+  static int m_iObjCount;  ///< Live links.
+};
+
+/// A snapshot of nodes: it holds a reference to each and does not follow the tree.
+///
+/// References: the receiver of a list drops its one reference with Release(). Nodes handed out have
+/// a reference added.
+/// Iteration: a list has one cursor, which all its users share.
+class XMLDOM_API IXMLDOMNodeList : public CRefCountedObject {
+ public:
+  IXMLDOMNodeList();
+  ~IXMLDOMNodeList() override;
+
+  /// Appends a node. Result: the node's reference count; 0 for null, which is not added.
+  /// Effects: std::bad_alloc when memory is out, the list unchanged.
+  int Add(IXMLDOMNode* node);
+
+  /// The next node of the iteration with a reference added; null at the end.
+  IXMLDOMNode* NextNode();
+
+  /// The node at `index`, counted from 0, with a reference added, and the cursor with it; null when
+  /// there is none, and the cursor stays.
+  /// Cost: linear in the distance from the cursor, or from the head for an earlier index.
+  IXMLDOMNode* GetItem(int index);
+
+  IXMLDOMNodeListElt* m_pHead;
+  IXMLDOMNodeListElt* m_pTail;  ///< A hint: the last link, one before it, or null.
+  IXMLDOMNodeListElt* m_pCursor;
+  int m_nCount;
+  int m_nCursorIndex;  ///< From 0; CURSOR_FRESH or CURSOR_EXHAUSTED when at no node.
+
+  enum { CURSOR_FRESH = -1, CURSOR_EXHAUSTED = -2 };
+
+  static int m_iObjCount;  ///< Live lists, maps included.
+
+ protected:
+  void ResetCursor();
+};
+
+/// The attributes of a node, as a list that can be asked by name.
+class XMLDOM_API IXMLDOMNamedNodeMap : public IXMLDOMNodeList {
+ public:
+  ~IXMLDOMNamedNodeMap() override;
+
+  /// The first node of exactly that name with a reference added, or null. Restarts the iteration,
+  /// which goes on behind the node found. Cost: linear in the list.
+  IXMLDOMNode* GetNamedItem(const char* name);
+
+  /// Out: GetNamedItem(name). Result: S_OK; S_FALSE when there is none; E_ARGUMENT for a null
+  /// `out`.
+  HRESULT getNamedItem(char* name, IXMLDOMNode** out);
+};
+
+#endif

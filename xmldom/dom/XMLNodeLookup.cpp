@@ -1,0 +1,75 @@
+#include <xmldom/diag/XML.h>
+#include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/LogException.h>
+
+namespace {
+
+/// Looks a name up in a chain: a node that is found gets a reference, a miss sets the error code.
+IXMLDOMNode* LookUp(IXMLDOMNode* head, const char* name, int missing) {
+  IXMLDOMNode* node = xmldom::FindInChain(head, name);
+  if (node == nullptr) {
+    CXML::SetXMLError(missing);
+  } else {
+    node->AddRef();
+  }
+  return node;
+}
+
+}  // namespace
+
+IXMLDOMNode* IXMLDOMNode::GetAttribute(const char* name) {
+  return LookUp(m_pFirstAttribute, name, CXML::NO_SUCH_ATTRIBUTE);
+}
+
+IXMLDOMNode* IXMLDOMNode::GetChild(const char* name) {
+  return LookUp(m_pFirstChild, name, CXML::NO_SUCH_CHILD);
+}
+
+const char* IXMLDOMNode::GetStrAttribute(const char* name) {
+  IXMLDOMNode* attribute = GetAttribute(name);
+  if (attribute == nullptr) return nullptr;
+  const char* value = attribute->GetStrValue();
+  Release(attribute);
+  return value;
+}
+
+const char* IXMLDOMNode::GetStrValue() const {
+  if (m_eNodeType == NODE_ELEMENT && m_pFirstChild != nullptr &&
+      m_pFirstChild->m_eNodeType == NODE_TEXT) {
+    return m_pFirstChild->m_pszValue;
+  }
+  return m_pszValue;
+}
+
+int IXMLDOMNode::GetNextAttribute(IXMLDOMNode*& cursor, const char*& name, const char*& value) {
+  cursor = cursor == nullptr ? m_pFirstAttribute : cursor->m_pNextSibling;
+  if (cursor == nullptr) {
+    name = nullptr;
+    value = nullptr;
+    return 0;
+  }
+  name = cursor->m_pszNodeName;
+  value = cursor->GetStrValue();
+  return 1;
+}
+
+int IXMLDOMNode::CountChildNodes() {
+  int count = 0;
+  for (const IXMLDOMNode* child = m_pFirstChild; child != nullptr; child = child->m_pNextSibling) {
+    if (child->m_eNodeType == NODE_ELEMENT) ++count;
+  }
+  return count;
+}
+
+int IXMLDOMNode::IsPageAttribute(const char* name) const {
+  return xmldom::SameString(name, "curPage") || xmldom::SameString(name, "numPages");
+}
+
+IXMLDOMNode* IXMLDOMNode::GetfirstChild() {
+  IXMLDOMNode* child = nullptr;
+  if (get_firstChild(&child) < 0) {
+    throw Exception("IXMLDOMNode::GetfirstChild", "Call failed", Getxml());
+  }
+  return child;
+}

@@ -1,0 +1,188 @@
+#include <xmldom/dom/NodeMatch.h>
+#include <xmldom/dom/Notices.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/Logger.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+using xmldom::TextRange;
+using xmldom::XPathPredicate;
+using xmldom::XPathSegment;
+using xmldom::XPathStep;
+
+/// A malformed predicate makes its step fail.
+bool FailAtTermination() {
+  xmldom::Notices::Add();
+  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                         "IXMLDOMNode::MatchQuery - unexpected termination while expecting ']'");
+  return false;
+}
+
+bool FailAtCharacter(char c) {
+  xmldom::Notices::Add();
+  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                         "IXMLDOMNode::MatchQuery - invalid query, got '%c' when expecting '['", c);
+  return false;
+}
+
+/// The value of a candidate that is compared: its decoded text, or an attribute's stored value.
+class CandidateValue {
+ public:
+  explicit CandidateValue(IXMLDOMNode* candidate) : m_text(nullptr), m_owned(nullptr, std::free) {
+    if (candidate->m_eNodeType == NODE_ATTRIBUTE) {
+      m_text = candidate->GetStrValue();
+    } else if (!IsPlain(candidate)) {
+      m_owned.reset(candidate->GetTextAsStr());
+      m_text = m_owned.get();
+    }
+  }
+
+  /// Borrowed; null when the candidate has no value.
+  const char* Text() const { return m_text; }
+
+ private:
+  /// Takes the stored text when collecting could only copy it: one piece, and no reference in it.
+  bool IsPlain(const IXMLDOMNode* element) {
+    const IXMLDOMNode* child = element->m_pFirstChild;
+    if (child == nullptr) return true;
+    if (child->m_eNodeType != NODE_TEXT || child->m_pNextSibling != nullptr) return false;
+    const char* text = child->GetStrValue();
+    if (text != nullptr && std::strchr(text, '&') != nullptr) return false;
+    if (text != nullptr && *text != '\0') m_text = text;
+    return true;
+  }
+
+  const char* m_text;
+  std::unique_ptr<char, void (*)(void*)> m_owned;
+};
+
+/// Compares as integers, as strtol reads them.
+bool EqualsNumber(const char* value, const char* number) {
+  return value != nullptr && std::strtol(value, nullptr, 10) == std::strtol(number, nullptr, 10);
+}
+
+/// Compares with the literal that begins at its opening quote; what follows it is ignored.
+bool EqualsLiteral(const char* value, const TextRange& literal) {
+  const char* begin = literal.begin + 1;
+  const void* quote =
+      std::memchr(begin, *literal.begin, static_cast<std::size_t>(literal.end - begin));
+  if (quote == nullptr) return false;
+  const TextRange wanted = {begin, static_cast<const char*>(quote)};
+  return value == nullptr ? wanted.Length() == 0 : xmldom::Equals(value, wanted);
+}
+
+/// The test at the end of a predicate: name=number, name='text' or name="text". One without '='
+/// holds for nobody.
+bool HoldsTest(IXMLDOMNode* candidate, const TextRange& test) {
+  const void* equals = std::memchr(test.begin, '=', test.Length());
+  if (equals == nullptr) return false;
+  const TextRange name = {test.begin, static_cast<const char*>(equals)};
+  if (!xmldom::Equals(candidate->m_pszNodeName, name)) return false;
+
+  // Collected before the rest is looked at: what that prints does not depend on it.
+  const CandidateValue value(candidate);
+  const TextRange wanted = {name.end + 1, test.end};
+  if (wanted.StartsWith('\'') || wanted.StartsWith('"')) {
+    return EqualsLiteral(value.Text(), wanted);
+  }
+  // The number ends with the predicate: no digit can stand where its text ends.
+  return EqualsNumber(value.Text(), wanted.begin);
+}
+
+/// Walks the candidates of a predicate, one segment a level, up to the first that satisfies it.
+class PredicateSearch {
+ public:
+  explicit PredicateSearch(const XPathPredicate& predicate, std::size_t firstSegment)
+      : m_predicate(predicate), m_firstSegment(firstSegment), m_holds(false) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* candidate, std::size_t depth) {
+    const std::size_t i = m_firstSegment + depth;
+    const XPathSegment& segment = m_predicate.At(i);
+    if (candidate->m_eNodeType != (segment.isAttribute ? NODE_ATTRIBUTE : NODE_ELEMENT)) {
+      return nullptr;
+    }
+    if (i + 1 == m_predicate.Count()) {
+      m_holds = HoldsTest(candidate, segment.text);
+      return nullptr;
+    }
+    if (!segment.anyName && !xmldom::Equals(candidate->m_pszNodeName, segment.text)) {
+      return nullptr;
+    }
+    return m_predicate.At(i + 1).isAttribute ? candidate->m_pFirstAttribute
+                                             : candidate->m_pFirstChild;
+  }
+
+  void Leave(IXMLDOMNode*, std::size_t) {}
+  bool IsDone() const { return m_holds; }
+
+ private:
+  const XPathPredicate& m_predicate;
+  std::size_t m_firstSegment;
+  bool m_holds;
+};
+
+bool AnyHolds(IXMLDOMNode* candidates, const XPathPredicate& predicate, std::size_t firstSegment) {
+  PredicateSearch search(predicate, firstSegment);
+  xmldom::WalkChain<xmldom::HeapTrail>(candidates, search);
+  return search.IsDone();
+}
+
+bool HoldsFor(IXMLDOMNode* node, const TextRange& text) {
+  const XPathPredicate predicate(text);
+  return AnyHolds(predicate.At(0).isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild,
+                  predicate, 0);
+}
+
+/// Whether all predicates of a step, from its first '[' on, hold for a node.
+bool HoldAllPredicates(IXMLDOMNode* node, const char* p) {
+  for (;;) {
+    while (*p == ' ') ++p;
+    if (*p == '\0') return true;
+    if (*p != '[') return FailAtCharacter(*p);
+    const char* begin = p + 1;
+    const char* end = std::strchr(begin, ']');
+    if (end == nullptr) return FailAtTermination();
+    if (!HoldsFor(node, TextRange{begin, end})) return false;
+    p = end + 1;
+  }
+}
+
+}  // namespace
+
+bool xmldom::MatchesStep(IXMLDOMNode* node, const XPathStep& step) {
+  if (node->m_eNodeType != NODE_ELEMENT) return false;
+  if (step.text == nullptr) {
+    char* name = nullptr;
+    char* predicates = nullptr;
+    return node->ParseXPathQuery(nullptr, &name, &predicates) != 0;
+  }
+  if (!step.anyName && !Equals(node->m_pszNodeName, step.name)) return false;
+  return step.predicates == nullptr || HoldAllPredicates(node, step.predicates);
+}
+
+int StringMatchesSubString(const char* s, const char* sub, int n) {
+  if (s == nullptr || sub == nullptr || n < 0) return 0;
+  const std::size_t length = static_cast<std::size_t>(n);
+  return std::strlen(s) == length && std::strncmp(s, sub, length) == 0;
+}
+
+int IXMLDOMNode::MatchQuery(const char* step) {
+  return xmldom::MatchesStep(this, xmldom::SplitStep(step));
+}
+
+int IXMLDOMNode::MatchesSubquery(const char* predicate) {
+  return predicate != nullptr && HoldsFor(this, xmldom::WholeText(predicate));
+}
+
+int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {
+  if (candidate == nullptr || predicate == nullptr) return 0;
+  const XPathPredicate parsed(xmldom::WholeText(predicate));
+  PredicateSearch search(parsed, 0);
+  IXMLDOMNode* below = search.Enter(candidate, 0);
+  return search.IsDone() || (below != nullptr && AnyHolds(below, parsed, 1));
+}

@@ -1,0 +1,20 @@
+#include <xmldom/dom/TextOutput.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLNode.h>
+
+void IXMLDOMNode::GetPathToNode(CMemFile& out) {
+  out.m_uLength = 0;
+  out.m_uPosition = 0;
+  GetPathToNodeHelper(this, out);
+}
+
+void IXMLDOMNode::GetPathToNodeHelper(IXMLDOMNode* pNode, CMemFile& out) {
+  xmldom::HeapTrail fromNodeUp;
+  for (; pNode != nullptr; pNode = pNode->m_pParent) fromNodeUp.Push(pNode);
+  while (!fromNodeUp.IsEmpty()) {
+    const IXMLDOMNode* node = fromNodeUp.Pop();
+    if (node->m_eNodeType != NODE_ELEMENT) continue;
+    xmldom::WriteLiteral(out, "/");
+    xmldom::WriteText(out, node->m_pszNodeName);
+  }
+}

@@ -1,0 +1,219 @@
+#include <xmldom/dom/NodeContent.h>
+#include <xmldom/dom/NodeReference.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/support/HeapString.h>
+#include <xmldom/support/LogException.h>
+#include <xmldom/support/Logger.h>
+
+namespace {
+
+using xmldom::NodeReference;
+using xmldom::SameString;
+
+/// What a member logs when its arguments are of no use.
+struct EditTexts {
+  const char* noPath;
+  const char* noContent;
+  const char* unloadable;
+};
+
+const EditTexts l_replaceTexts = {
+    "IXMLDOMNode::ReplaceChildAtXPath called with NULL pcszXPath",
+    "IXMLDOMNode::ReplaceChildAtXPath called with NULL pcszContent",
+    "IXMLDOMNode::ReplaceChildAtXPath - can't load replacement into DOM",
+};
+
+const EditTexts l_appendTexts = {
+    "IXMLDOMNode::AppendChildAtXPath called with NULL pcszXPath",
+    "IXMLDOMNode::AppendChildAtXPath called with NULL pcszContent",
+    "IXMLDOMNode::AppendChildAtXPath - can't load append string into DOM",
+};
+
+const EditTexts l_insertTexts = {
+    "IXMLDOMNode::InsertBeforeXPath called with NULL pcszXPath",
+    "IXMLDOMNode::InsertBeforeXPath called with NULL pcszContent",
+    "IXMLDOMNode::InsertBeforeXPath - can't load append string into DOM",
+};
+
+/// Logs an argument that is missing. Result: whether it is there.
+bool IsGiven(const char* argument, const char* message) {
+  if (argument != nullptr) return true;
+  CLogger::PostLogEventF(LOG_TYPE_DATA, LOG_SEVERITY_ERROR, "%s", message);
+  return false;
+}
+
+/// The node that a path names, with a reference for the caller, or null.
+IXMLDOMNode* ResolveTarget(IXMLDOMNode* node, const char* path) {
+  if (!SameString(path, "/")) return node->SelectSingleNode(path);
+  if (xmldom::IsOwnDocument(node)) return node->GetfirstChild();
+  node->AddRef();
+  return node;
+}
+
+/// Gives the attributes of the nodes it walks an owner.
+class AttributeOwnerSetter : public xmldom::PreOrderVisitor {
+ public:
+  explicit AttributeOwnerSetter(IXMLDOMDocument2* owner) : m_owner(owner) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    for (IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
+         attribute = attribute->m_pNextSibling) {
+      attribute->m_pOwnerDocument = m_owner;
+    }
+    return node->m_pFirstChild;
+  }
+
+ private:
+  IXMLDOMDocument2* m_owner;
+};
+
+/// The content of an edit, in a document of its own until the edit takes it out of there.
+class Fragment {
+ public:
+  Fragment() : m_document(nullptr), m_content(nullptr) { Create(&m_document); }
+
+  ~Fragment() {
+    // An edit that threw half-way can have taken the content out without putting it in place.
+    if (m_content != nullptr && m_content->m_pParent == nullptr) Release(m_content);
+    Release(m_document);
+  }
+
+  Fragment(const Fragment&) = delete;
+  Fragment& operator=(const Fragment&) = delete;
+
+  /// Parses the content, for a place below `parent`. Result: false when it does not parse, which is
+  /// logged.
+  bool Load(const char* content, const IXMLDOMNode* parent, const EditTexts& texts) {
+    if (m_document->loadXML(content) == VARIANT_FALSE) {
+      CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, texts.unloadable, content);
+      return false;
+    }
+    m_content = m_document->m_pFirstChild;
+    // Attributes keep the owner that they were made with, which dies with the edit.
+    AttributeOwnerSetter setter(parent->m_pOwnerDocument);
+    xmldom::WalkChain<xmldom::HeapTrail>(m_content, setter);
+    return true;
+  }
+
+  IXMLDOMDocument2* Document() const { return m_document; }
+
+  /// Leaves everything to whoever catches the exception that is about to be thrown.
+  void Abandon() {
+    m_document = nullptr;
+    m_content = nullptr;
+  }
+
+ private:
+  IXMLDOMDocument2* m_document;
+  IXMLDOMNode* m_content;  // borrowed
+};
+
+}  // namespace
+
+int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszContent)
+    XMLDOM_THROWS(CLogException*) {
+  const EditTexts& texts = l_replaceTexts;
+  if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  const NodeReference target(ResolveTarget(this, pcszXPath));
+  if (target.Get() == nullptr) {
+    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                           "IXMLDOMNode::ReplaceChildAtXPath - can't resolve xpath %s", pcszXPath);
+    return 0;
+  }
+  IXMLDOMNode* parent = target->m_pParent;
+  if (parent == nullptr) return 0;
+  Fragment fragment;
+  if (!fragment.Load(pcszContent, parent, texts)) return 0;
+
+  IXMLDOMNode* replaced = nullptr;
+  try {
+    if (parent->replaceChild(fragment.Document(), target.Get(), &replaced) < 0) {
+      throw Exception("IXMLDOMNode::replaceChild", "Call failed", parent->Getxml());
+    }
+  } catch (CLogException* exception) {
+    exception->LogMessage(LOG_TYPE_EXCEPTION, LOG_SEVERITY_ALERT,
+                          "IXMLDOMNode::ReplaceChildAtXPath");
+    throw;
+  }
+  Release(replaced);
+  return 1;
+}
+
+int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszContent)
+    XMLDOM_THROWS(CLogException*) {
+  const EditTexts& texts = l_appendTexts;
+  if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  NodeReference target(ResolveTarget(this, pcszXPath));
+  if (target.Get() == nullptr) {
+    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                            "IXMLDOMNode::AppendChildAtXPath - can't resolve xpath %s", Getxml(),
+                            pcszXPath);
+    return 0;
+  }
+  Fragment fragment;
+  if (!fragment.Load(pcszContent, target.Get(), texts)) return 0;
+
+  IXMLDOMNode* appended = nullptr;
+  if (target->appendChild(fragment.Document(), &appended) < 0) {
+    // Deliberate: with this exception the references of the call stay taken.
+    fragment.Abandon();
+    throw Exception("IXMLDOMNode::appendChild", "Call failed", target.Detach()->Getxml());
+  }
+  Release(appended);
+  return 1;
+}
+
+int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszContent)
+    XMLDOM_THROWS(CLogException*) {
+  const EditTexts& texts = l_insertTexts;
+  if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  if (SameString(pcszXPath, "/") || SameString(pcszXPath, "/*")) {
+    CLogger::PostLogEventFB(
+        LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+        "IXMLDOMNode::InsertBeforeXPath - can't insert before document node, path = %s", Getxml(),
+        pcszXPath);
+    return 0;
+  }
+  NodeReference target(SelectSingleNode(pcszXPath));
+  if (target.Get() == nullptr) {
+    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                            "IXMLDOMNode::InsertBeforeXPath - can't resolve xpath %s", Getxml(),
+                            pcszXPath);
+    return 0;
+  }
+  IXMLDOMNode* parent = target->m_pParent;
+  if (parent == nullptr) return 0;
+  Fragment fragment;
+  if (!fragment.Load(pcszContent, parent, texts)) return 0;
+
+  if (parent->insertBefore(fragment.Document(), target.Get(), nullptr) < 0) {
+    // Deliberate: with this exception the references of the call stay taken.
+    fragment.Abandon();
+    target.Detach();
+    throw Exception("IXMLDOMNode::insertBefore", "Call failed", parent->Getxml());
+  }
+  return 1;
+}
+
+int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogException*) {
+  if (!IsGiven(pcszXPath, "IXMLDOMNode::RemoveChildAtXPath called with NULL pcszXPath")) return 0;
+  NodeReference target(ResolveTarget(this, pcszXPath));
+  if (target.Get() == nullptr) {
+    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                            "IXMLDOMNode::RemoveChildAtXPath - can't resolve xpath %s", Getxml(),
+                            pcszXPath);
+    return 0;
+  }
+  IXMLDOMNode* parent = target->m_pParent;
+  if (parent == nullptr) return 0;
+
+  IXMLDOMNode* removed = nullptr;
+  if (parent->removeChild(target.Get(), &removed) < 0) {
+    // Deliberate: with this exception the reference of the call stays taken.
+    target.Detach();
+    throw Exception("IXMLDOMNode::removeChild", "Call failed", parent->Getxml());
+  }
+  Release(removed);
+  return 1;
+}

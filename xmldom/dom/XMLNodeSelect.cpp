@@ -1,0 +1,157 @@
+#include <xmldom/dom/NodeMatch.h>
+#include <xmldom/dom/SingleNodeSearch.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/dom/XMLNodeList.h>
+#include <xmldom/query/XPathList.h>
+#include <xmldom/support/HeapString.h>
+#include <xmldom/support/Logger.h>
+
+namespace {
+
+using xmldom::HeapTrail;
+using xmldom::WalkChain;
+using xmldom::XPathSteps;
+
+/// Whether path debugging was asked for; nothing reads it.
+bool l_bDebugXPATH = false;
+
+/// Adds every node that the steps select, one level a step.
+class StepCollector : public xmldom::PreOrderVisitor {
+ public:
+  StepCollector(const XPathSteps& steps, int firstStep, IXMLDOMNodeList* result)
+      : m_steps(steps), m_firstStep(firstStep), m_result(result) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
+    const int k = m_firstStep + static_cast<int>(depth);
+    if (!xmldom::MatchesStep(node, m_steps.At(k))) return nullptr;
+    if (k + 1 < m_steps.Count()) return node->m_pFirstChild;
+    m_result->Add(node);
+    return nullptr;
+  }
+
+ private:
+  const XPathSteps& m_steps;
+  int m_firstStep;
+  IXMLDOMNodeList* m_result;
+};
+
+void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result, int step) {
+  if (step == steps.Count()) {
+    result->Add(node);
+    return;
+  }
+  StepCollector collector(steps, step, result);
+  WalkChain<HeapTrail>(node->m_pFirstChild, collector);
+}
+
+/// Lets every element it walks be the context whose children begin the match.
+class ContextVisitor : public xmldom::PreOrderVisitor {
+ public:
+  ContextVisitor(const XPathSteps& steps, IXMLDOMNodeList* result)
+      : m_steps(steps), m_result(result) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    if (node->m_eNodeType != NODE_ELEMENT) return nullptr;
+    Collect(node, m_steps, m_result, 0);
+    return node->m_pFirstChild;
+  }
+
+ private:
+  const XPathSteps& m_steps;
+  IXMLDOMNodeList* m_result;
+};
+
+void CollectEverywhere(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result) {
+  Collect(node, steps, result, 0);
+  ContextVisitor visitor(steps, result);
+  WalkChain<HeapTrail>(node->m_pFirstChild, visitor);
+}
+
+IXMLDOMNode* StartOf(IXMLDOMNode* node, const CXPathList& list) {
+  return list.m_bAbsolute ? node->m_pOwnerDocument : node;
+}
+
+IXMLDOMNode* WithReference(IXMLDOMNode* node) {
+  if (node != nullptr) node->AddRef();
+  return node;
+}
+
+IXMLDOMNode* SearchFirst(IXMLDOMNode* node, CXPathList& list, int step) {
+  const XPathSteps steps(list);
+  return WithReference(xmldom::SingleNodeSearch(steps, list.m_bDescendant).Run(node, step));
+}
+
+IXMLDOMNodeList* SelectAll(IXMLDOMNode* node, const char* path) {
+  CXPathList list;
+  list.ParsePath(path);
+  IXMLDOMNodeList* result = new IXMLDOMNodeList;
+  try {
+    IXMLDOMNode* start = StartOf(node, list);
+    const XPathSteps steps(list);
+    if (start == nullptr) {
+      // An absolute path has nowhere to start when the node has no owner.
+    } else if (list.m_bDescendant) {
+      CollectEverywhere(start, steps, result);
+    } else {
+      Collect(start, steps, result, 0);
+    }
+  } catch (...) {
+    Release(result);
+    throw;
+  }
+  return result;
+}
+
+IXMLDOMNode* SelectFirst(IXMLDOMNode* node, const char* path) {
+  CXPathList list;
+  list.ParsePath(path);
+  if (path != nullptr && xmldom::SameString(path, "/")) return WithReference(node);
+  IXMLDOMNode* start = StartOf(node, list);
+  return start == nullptr ? nullptr : SearchFirst(start, list, -1);
+}
+
+}  // namespace
+
+IXMLDOMNodeList* IXMLDOMNode::SelectNodes(const char* path) { return SelectAll(this, path); }
+
+IXMLDOMNodeList* IXMLDOMNode::SelectNodes(_bstr_t path) { return SelectAll(this, path); }
+
+HRESULT IXMLDOMNode::selectNodes2(char* path, IXMLDOMNodeList** out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = SelectNodes(_bstr_t(path));
+  return S_OK;
+}
+
+IXMLDOMNode* IXMLDOMNode::SelectSingleNode(const char* path) { return SelectFirst(this, path); }
+
+IXMLDOMNode* IXMLDOMNode::SelectSingleNode(_bstr_t path) { return SelectFirst(this, path); }
+
+HRESULT IXMLDOMNode::selectSingleNode2(const char* path, IXMLDOMNode** out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = SelectSingleNode(_bstr_t(path));
+  return *out != nullptr ? S_OK : S_FALSE;
+}
+
+void IXMLDOMNode::SelectNodesHelper(IXMLDOMNode* node, CXPathList& list, IXMLDOMNodeList* result,
+                                    int step) {
+  if (node == nullptr || result == nullptr) return;
+  Collect(node, XPathSteps(list), result, step);
+}
+
+void IXMLDOMNode::SelectNodesTraverse(IXMLDOMNode* node, CXPathList& list,
+                                      IXMLDOMNodeList* result) {
+  if (node == nullptr || result == nullptr) return;
+  CollectEverywhere(node, XPathSteps(list), result);
+}
+
+IXMLDOMNode* IXMLDOMNode::SelectSingleNodeHelper(IXMLDOMNode* node, CXPathList& list, int step) {
+  return node == nullptr ? nullptr : SearchFirst(node, list, step);
+}
+
+void SetDebugXPATH(bool on) {
+  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_DEBUG,
+                         "XPathDebug has been %s, but DOM was built without DBG_XPATH",
+                         on ? "enabled" : "disabled");
+  l_bDebugXPATH = on;
+}

@@ -1,0 +1,95 @@
+#include <xmldom/dom/EntityTranslation.h>
+#include <xmldom/dom/NodeContent.h>
+#include <xmldom/dom/TextOutput.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/Logger.h>
+#include <xmldom/support/MemFile.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+/// Collects the decoded text of the nodes it walks: on the way into a node that of its text
+/// children, so that they come before those of its other children.
+class TextCollector : public xmldom::PreOrderVisitor {
+ public:
+  explicit TextCollector(CMemFile& out) : m_out(out) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    if (node->m_eNodeType == NODE_TEXT) return nullptr;
+    AppendTextChildren(node);
+    return node->m_pFirstChild;
+  }
+
+  void AppendTextChildren(const IXMLDOMNode* node) {
+    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+         child = child->m_pNextSibling) {
+      if (child->m_eNodeType != NODE_TEXT) continue;
+      if (m_out.m_uPosition != 0) xmldom::WriteLiteral(m_out, " ");
+      TranslateEntities(child->GetStrValue(), m_out);
+    }
+  }
+
+ private:
+  CMemFile& m_out;
+};
+
+const unsigned int kTextBufferSize = 4096;
+
+}  // namespace
+
+void IXMLDOMNode::GetTextHelper(CMemFile& out) const {
+  const IXMLDOMNode* node = xmldom::ContentOf(this);
+  if (node == nullptr) return;
+  TextCollector collector(out);
+  collector.AppendTextChildren(node);
+  xmldom::WalkChain<xmldom::HeapTrail>(node->m_pFirstChild, collector);
+}
+
+BSTR IXMLDOMNode::GetTextAsBSTR() const {
+  CMemFile text(kTextBufferSize);
+  GetTextHelper(text);
+  return SysAllocStringLen(text.GetAsStr(), text.m_uLength);
+}
+
+HRESULT IXMLDOMNode::get_text(BSTR* pText) {
+  if (pText == nullptr) return E_ARGUMENT;
+  *pText = GetTextAsBSTR();
+  return *pText != nullptr ? S_OK : S_FALSE;
+}
+
+char* IXMLDOMNode::GetTextAsStr() const {
+  CMemFile text(kTextBufferSize);
+  GetTextHelper(text);
+  if (text.m_uLength == 0) return nullptr;
+  char* copy = static_cast<char*>(std::malloc(static_cast<std::size_t>(text.m_uLength) + 1));
+  if (copy == nullptr) throw std::bad_alloc();
+  text.m_uPosition = 0;
+  copy[text.Read(copy, text.m_uLength)] = '\0';
+  return copy;
+}
+
+char* IXMLDOMNode::GetStringValue(char* buf, int size) {
+  if (buf == nullptr) return nullptr;
+  CMemFile text(kTextBufferSize);
+  GetTextHelper(text);
+  long long count = text.m_uLength;
+  if (count >= size) {
+    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_WARNING,
+                           "IXMLDOMNode::GetStringValue - buffer size overrun, string trunked, "
+                           "passed size %d, required size %lld",
+                           size, count + 1);
+    CLogger::PostBacktrace(LOG_TYPE_DOM, LOG_SEVERITY_WARNING,
+                           "IXMLDOMNode::GetStringValue - Overrun was initiated from here:");
+    count = static_cast<long long>(size) - 1;
+  }
+  if (count < 1) {
+    buf[0] = '\0';
+    return nullptr;
+  }
+  text.m_uPosition = 0;
+  buf[text.Read(buf, static_cast<unsigned int>(count))] = '\0';
+  return buf;
+}

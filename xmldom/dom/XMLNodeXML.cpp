@@ -1,0 +1,62 @@
+#include <xmldom/dom/NodeReference.h>
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/support/LogException.h>
+#include <xmldom/support/Logger.h>
+#include <xmldom/support/MemFile.h>
+
+namespace {
+
+const unsigned int kXmlBufferSize = 16384;
+const unsigned int kMaskedBufferSize = 4096;
+
+BSTR TextOf(CMemFile& buffer) { return SysAllocStringLen(buffer.GetAsStr(), buffer.m_uLength); }
+
+BSTR RenderNode(IXMLDOMNode* node) { return node->GetXML(); }
+
+/// Tells the log how a node in an event becomes text.
+struct RendererRegistration {
+  RendererRegistration() { CLogger::SetNodeRenderer(RenderNode); }
+} l_rendererRegistration;
+
+}  // namespace
+
+void SetDispAddr(bool on) { g_bDispAddr = on; }
+
+BSTR IXMLDOMNode::GetXML() {
+  CMemFile xml(kXmlBufferSize);
+  GetXMLHelper(xml, 0, nullptr, 0, 0, -1, -1, nullptr, false, false, 0);
+  return TextOf(xml);
+}
+
+HRESULT IXMLDOMNode::get_xml(BSTR* pXml) {
+  if (pXml == nullptr) return E_ARGUMENT;
+  *pXml = GetXML();
+  return S_OK;
+}
+
+_bstr_t IXMLDOMNode::Getxml() {
+  BSTR xml = nullptr;
+  if (get_xml(&xml) < 0) throw Exception("IXMLDOMNode::Getxml", "Call failed", Getxml());
+  return _bstr_t(xml, false);
+}
+
+_bstr_t IXMLDOMNode::GetMaskedXML() {
+  CMemFile xml(kMaskedBufferSize);
+  GetXMLHelper(xml, 0, nullptr, 0, 0, -1, -1, nullptr, true, false, 0);
+  return _bstr_t(TextOf(xml), false);
+}
+
+_bstr_t IXMLDOMNode::GetFilteredXML(const char* pszXPath, int nFirst, int nCount, int nCurPage,
+                                    int nNumPages, const char* pszPadTemplate) {
+  CMemFile xml(kXmlBufferSize);
+  const xmldom::NodeReference paged(pszXPath == nullptr ? nullptr : SelectSingleNode(pszXPath));
+  if (pszXPath != nullptr && paged.Get() == nullptr) {
+    // Deliberate: this text is not freed, so that a sink may keep it.
+    BSTR whole = GetXML();
+    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_WARNING,
+                            "IXMLDOMNode::GetFilteredXML - can't match xpath %s", whole, pszXPath);
+  }
+  GetXMLHelper(xml, 0, paged.Get(), nFirst, nCount, nCurPage, nNumPages, pszPadTemplate, false,
+               false, 0);
+  return _bstr_t(TextOf(xml), false);
+}

@@ -1,0 +1,269 @@
+#include <xmldom/dom/XMLWriter.h>
+
+#include <xmldom/dom/NodeContent.h>
+#include <xmldom/dom/TextOutput.h>
+#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/support/Logger.h>
+
+#include <algorithm>
+#include <climits>
+
+bool g_bDispAddr = false;
+
+namespace {
+
+using xmldom::WriteBlanks;
+using xmldom::WriteLiteral;
+using xmldom::WriteText;
+
+/// What GetXMLHelper was asked for, beside the node and its depth.
+struct WriterArguments {
+  IXMLDOMNode* pagedNode;
+  int first;
+  int count;
+  int currentPage;
+  int numPages;
+  const char* padTemplate;
+  bool masked;
+};
+
+/// How a document lays its nodes out.
+struct Layout {
+  bool indents;
+  int width;
+};
+
+Layout LayoutOf(const IXMLDOMNode* node) {
+  const IXMLDOMDocument2* document = node->m_pOwnerDocument;
+  // A node without owner is written as every document has it. The type tells a document from the
+  // bare base of one, which is its own owner too.
+  if (document == nullptr || document->m_eNodeType != NODE_DOCUMENT) return Layout{true, 2};
+  return Layout{(document->m_uFlags & IXMLDOMDocument2::FORMATTED_LAYOUT) != 0,
+                document->m_nIndent};
+}
+
+/// Which kinds of children a node has.
+struct ChildKinds {
+  int texts;    // counted up to 2: more make no difference
+  bool others;  // any child that is no text
+
+  bool IsMultiLine() const { return others || texts > 1; }
+};
+
+ChildKinds KindsOf(const IXMLDOMNode* node) {
+  ChildKinds kinds = {0, false};
+  for (const IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+       child = child->m_pNextSibling) {
+    if (child->m_eNodeType != NODE_TEXT) {
+      kinds.others = true;
+    } else if (kinds.texts < 2) {
+      ++kinds.texts;
+    }
+    if (kinds.others && kinds.texts != 0) break;
+  }
+  return kinds;
+}
+
+/// Writes the nodes it walks.
+class Writer {
+ public:
+  Writer(CMemFile& out, int depth, const WriterArguments& arguments)
+      : m_text(out),
+        m_topDepth(depth),
+        m_arguments(arguments),
+        m_pagedLevel(kNoLevel),
+        m_position(0) {}
+
+  /// Writes everything of the top node that stands before its other children.
+  /// Result: the first child, when there are other children to write.
+  IXMLDOMNode* EnterTop(IXMLDOMNode* node, bool indexed, int index) {
+    return Open(node, m_topDepth, indexed, index);
+  }
+
+  void LeaveTop(IXMLDOMNode* node) { Close(node, m_topDepth); }
+
+  void Finish() { m_text.Flush(); }
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
+    const bool indexed = LevelOf(depth) == m_pagedLevel;
+    if (indexed) {
+      ++m_position;
+      const long long end = static_cast<long long>(m_arguments.first) + m_arguments.count;
+      if (m_position < m_arguments.first || m_position >= end) return nullptr;
+    }
+    if (node->m_eNodeType == NODE_TEXT) return nullptr;
+    return Open(node, LevelOf(depth), indexed, indexed ? m_position : 0);
+  }
+
+  void Leave(IXMLDOMNode* node, std::size_t depth) { Close(node, LevelOf(depth)); }
+
+  bool IsDone() const { return false; }
+
+ private:
+  // The chain that is walked stands one level below the top node.
+  long long LevelOf(std::size_t depth) const {
+    return m_topDepth + static_cast<long long>(depth) + 1;
+  }
+
+  bool IsPaged(const IXMLDOMNode* node) const { return node == m_arguments.pagedNode; }
+
+  IXMLDOMNode* Open(IXMLDOMNode* node, long long level, bool indexed, int index) {
+    const Layout layout = LayoutOf(node);
+    if (layout.indents) WriteBlanks(m_text, level * layout.width);
+    WriteLiteral(m_text, "<");
+    WriteText(m_text, node->m_pszNodeName);
+    WriteDecorations(node, indexed, index);
+    WriteAttributes(node, WritePageAttributes(node));
+
+    const ChildKinds kinds = KindsOf(node);
+    if (m_arguments.masked) WriteLiteral(m_text, ">");
+    if (kinds.texts == 0 && !kinds.others) {
+      CloseEmpty(node);
+      return nullptr;
+    }
+    if (kinds.texts != 0) {
+      if (!m_arguments.masked) WriteLiteral(m_text, ">");
+      WriteTexts(node, kinds, (level + 1) * layout.width);
+    }
+    if (!kinds.others) {
+      WriteRowsOfPage(node);
+      if (kinds.IsMultiLine() && layout.indents) WriteBlanks(m_text, level * layout.width);
+      WriteEndTag(node);
+      return nullptr;
+    }
+    if (kinds.texts == 0 && !m_arguments.masked) WriteLiteral(m_text, ">\n");
+    if (IsPaged(node)) {
+      m_pagedLevel = level + 1;
+      m_position = 0;
+    }
+    return node->m_pFirstChild;
+  }
+
+  void Close(IXMLDOMNode* node, long long level) {
+    if (IsPaged(node)) {
+      // Positions are counted up to the last child, so the page is filled up behind it.
+      const long long last = static_cast<long long>(m_arguments.first) - 1 + m_arguments.count;
+      Pad(m_text.Flush(), m_arguments.padTemplate, m_position,
+          static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, last))));
+      m_pagedLevel = kNoLevel;
+    }
+    const Layout layout = LayoutOf(node);
+    if (layout.indents) WriteBlanks(m_text, level * layout.width);
+    WriteEndTag(node);
+  }
+
+  void CloseEmpty(IXMLDOMNode* node) {
+    if (HasRowsOfPage(node)) {
+      if (!m_arguments.masked) WriteLiteral(m_text, ">\n");
+      WriteRowsOfPage(node);
+    } else if (!m_arguments.masked) {
+      WriteLiteral(m_text, "/>\n");
+      return;
+    }
+    WriteEndTag(node);
+  }
+
+  void WriteDecorations(const IXMLDOMNode* node, bool indexed, int index) {
+    if (g_bDispAddr) {
+      m_text.Flush().WriteF("  addr='%p'  refcount='%d'", static_cast<const void*>(node),
+                            node->GetRefCount());
+    }
+    if (indexed) m_text.Flush().WriteF(" index='%03d'", index);
+  }
+
+  /// Result: whether page attributes were written.
+  bool WritePageAttributes(const IXMLDOMNode* node) {
+    if (!IsPaged(node) || m_arguments.currentPage < 0 || m_arguments.numPages < 0) return false;
+    m_text.Flush().WriteF(" curPage = '%d' numPages = '%d'", m_arguments.currentPage,
+                          m_arguments.numPages);
+    return true;
+  }
+
+  void WriteAttributes(IXMLDOMNode* node, bool paged) {
+    for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
+         attribute = attribute->m_pNextSibling) {
+      if (paged && node->IsPageAttribute(attribute->m_pszNodeName)) {
+        CLogger::PostLogEvent(LOG_TYPE_DATA, LOG_SEVERITY_TRACE,
+                              "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
+                              "data class, stripping old values",
+                              node);
+        continue;
+      }
+      WriteLiteral(m_text, " ");
+      WriteText(m_text, attribute->m_pszNodeName);
+      WriteLiteral(m_text, "='");
+      if (!m_arguments.masked) WriteText(m_text, attribute->GetStrValue());
+      WriteLiteral(m_text, "'");
+    }
+  }
+
+  void WriteTexts(const IXMLDOMNode* node, const ChildKinds& kinds, long long blanks) {
+    for (const IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+         child = child->m_pNextSibling) {
+      if (child->m_eNodeType != NODE_TEXT) continue;
+      if (kinds.IsMultiLine()) {
+        // Deliberate: the texts are indented also when the layout does not indent.
+        WriteLiteral(m_text, "\n");
+        WriteBlanks(m_text, blanks);
+      }
+      if (!m_arguments.masked) WriteText(m_text, child->GetStrValue());
+    }
+    if (kinds.IsMultiLine()) WriteLiteral(m_text, "\n");
+  }
+
+  /// Whether a node without other children is filled with placeholder rows.
+  bool HasRowsOfPage(const IXMLDOMNode* node) const {
+    return IsPaged(node) && m_arguments.padTemplate != nullptr && m_arguments.count >= 1;
+  }
+
+  void WriteRowsOfPage(const IXMLDOMNode* node) {
+    if (HasRowsOfPage(node)) Pad(m_text.Flush(), m_arguments.padTemplate, 0, m_arguments.count);
+  }
+
+  void WriteEndTag(const IXMLDOMNode* node) {
+    WriteLiteral(m_text, "</");
+    WriteText(m_text, node->m_pszNodeName);
+    WriteLiteral(m_text, ">\n");
+  }
+
+  static const long long kNoLevel = LLONG_MIN;
+
+  xmldom::TextBuffer m_text;
+  int m_topDepth;
+  WriterArguments m_arguments;
+  long long m_pagedLevel;  // of the children of the paged node, while they are written
+  int m_position;          // of the child of the paged node that was met last
+};
+
+}  // namespace
+
+void IXMLDOMNode::GetXMLHelper(CMemFile& out, int iDepth, IXMLDOMNode* pPagedNode, int nFirst,
+                               int nCount, int nCurPage, int nNumPages, const char* pszPadTemplate,
+                               bool bMasked, bool bIndexed, int nIndex) const {
+  IXMLDOMNode* node = xmldom::ContentOf(this);
+  if (node == nullptr) return;
+  const WriterArguments arguments = {pPagedNode, nFirst,         nCount, nCurPage,
+                                     nNumPages,  pszPadTemplate, bMasked};
+  Writer writer(out, iDepth, arguments);
+  const bool indexed = bIndexed && node == this;
+  IXMLDOMNode* below = writer.EnterTop(node, indexed, indexed ? nIndex : 0);
+  if (below != nullptr) {
+    xmldom::WalkChain<xmldom::HeapTrail>(below, writer);
+    writer.LeaveTop(node);
+  }
+  writer.Finish();
+}
+
+void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo) {
+  if (pszPadTemplate == nullptr || nTo <= nFrom) return;
+  const char* tail = pszPadTemplate;
+  while (*tail != '\0' && *tail != '>' && !(tail[0] == '/' && tail[1] == '>')) ++tail;
+  for (int i = nFrom; i < nTo; ++i) {
+    xmldom::WriteBytes(out, pszPadTemplate, static_cast<std::size_t>(tail - pszPadTemplate));
+    out.WriteF(" index='%03d'", i + 1);
+    WriteText(out, tail);
+    WriteLiteral(out, "\n");
+  }
+}
+
+void PrintSpaces(CMemFile& out, int n) { WriteBlanks(out, n < 0 ? -static_cast<long long>(n) : n); }

@@ -1,0 +1,15 @@
+#ifndef XMLDOM_DOM_XMLWRITER_H
+#define XMLDOM_DOM_XMLWRITER_H
+
+#include <xmldom/support/Export.h>
+
+class CMemFile;
+
+/// Appends placeholder rows numbered `nFrom` + 1 to `nTo`, one a line: the template with an index
+/// attribute in its first tag, before '>' or "/>". A null template writes nothing.
+XMLDOM_API void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo);
+
+/// Appends |n| blanks.
+XMLDOM_API void PrintSpaces(CMemFile& out, int n);
+
+#endif

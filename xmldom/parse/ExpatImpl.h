@@ -1,0 +1,142 @@
+#ifndef XMLDOM_PARSE_EXPATIMPL_H
+#define XMLDOM_PARSE_EXPATIMPL_H
+
+#include <expat.h>
+
+#include <cassert>
+#include <climits>
+#include <cstddef>
+#include <cstring>
+
+// Expands its argument before assert turns it into text: the message shows the value of NULL.
+#define XMLDOM_ASSERT_EXPANDED(condition) assert(condition)
+
+/// Binds one Expat parser to one handler object of class _T, which derives from this template and
+/// has OnStartElement, OnEndElement, OnDefault, HoldException and RethrowException.
+///
+/// Every member but the first two asserts that there is a parser.
+/// Exceptions: one that leaves a handler must not cross Expat's frames. The trampolines catch it,
+/// have the handler object hold it and stop the parser; Parse throws it on.
+template <class _T>
+class CExpatImpl {
+ public:
+  CExpatImpl() : m_p(NULL) {}
+
+  /// Makes the parser: Expat's own encoding detection and memory functions, no namespaces. Start,
+  /// end and default handler are installed, the last with expansion of internal entities.
+  /// Result: false when Expat could not make one; m_p is then null.
+  bool CreateParser() {
+    m_p = XML_ParserCreate_MM(NULL, NULL, NULL);
+    if (m_p == NULL) return false;
+    EnableElementHandler(true);
+    EnableDefaultHandler(true, true);
+    XML_SetUserData(m_p, static_cast<_T*>(this));
+    return true;
+  }
+
+  /// Frees the parser, if there is one.
+  void DestroyParser() {
+    if (m_p == NULL) return;
+    XML_ParserFree(m_p);
+    m_p = NULL;
+  }
+
+  void EnableStartElementHandler(bool enable) {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    XML_SetStartElementHandler(m_p, enable ? StartElementHandler : NULL);
+  }
+
+  void EnableEndElementHandler(bool enable) {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    XML_SetEndElementHandler(m_p, enable ? EndElementHandler : NULL);
+  }
+
+  void EnableElementHandler(bool enable) {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    EnableStartElementHandler(enable);
+    EnableEndElementHandler(enable);
+  }
+
+  /// `expand`: internal entity references reach the handler replaced by their text.
+  void EnableDefaultHandler(bool enable, bool expand) {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    if (expand) {
+      XML_SetDefaultHandlerExpand(m_p, enable ? DefaultHandler : NULL);
+    } else {
+      XML_SetDefaultHandler(m_p, enable ? DefaultHandler : NULL);
+    }
+  }
+
+  /// Parses a piece of text; a negative `length` stands for the length of a NUL-terminated one.
+  /// Result: whether Expat accepted it; false for a text of more than INT_MAX bytes, of which
+  /// nothing is parsed. Effects: throws what a handler threw.
+  bool Parse(const char* buffer, int length, bool final) {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    if (length < 0) {
+      const std::size_t whole = std::strlen(buffer);
+      if (whole > INT_MAX) return false;
+      length = static_cast<int>(whole);
+    }
+    const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
+    static_cast<_T*>(this)->RethrowException();
+    return parsed;
+  }
+
+  XML_Error GetErrorCode() {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    return XML_GetErrorCode(m_p);
+  }
+
+  /// Length of the current event, in bytes.
+  int GetCurrentByteCount() {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    return XML_GetCurrentByteCount(m_p);
+  }
+
+  /// Line of the current event, from 1.
+  int GetCurrentLineNumber() {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    return static_cast<int>(XML_GetCurrentLineNumber(m_p));
+  }
+
+  /// Column of the current event, from 0.
+  int GetCurrentColumnNumber() {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    return static_cast<int>(XML_GetCurrentColumnNumber(m_p));
+  }
+
+  /// Expat's input buffer, borrowed until the next parse, with the offset of the current event in
+  /// it and its size; null when Expat has none.
+  const char* GetInputContext(int* offset, int* size) {
+    XMLDOM_ASSERT_EXPANDED(m_p != NULL);
+    return XML_GetInputContext(m_p, offset, size);
+  }
+
+  static void StartElementHandler(void* userData, const char* name, const char** attributes) {
+    Forward(userData, [=](_T* handler) { handler->OnStartElement(name, attributes); });
+  }
+
+  static void EndElementHandler(void* userData, const char* name) {
+    Forward(userData, [=](_T* handler) { handler->OnEndElement(name); });
+  }
+
+  static void DefaultHandler(void* userData, const char* text, int length) {
+    Forward(userData, [=](_T* handler) { handler->OnDefault(text, length); });
+  }
+
+  XML_Parser m_p;
+
+ private:
+  template <class Call>
+  static void Forward(void* userData, Call call) {
+    _T* handler = static_cast<_T*>(userData);
+    try {
+      call(handler);
+    } catch (...) {
+      handler->HoldException();
+      XML_StopParser(handler->m_p, XML_FALSE);
+    }
+  }
+};
+
+#endif

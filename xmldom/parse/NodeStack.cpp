@@ -1,0 +1,37 @@
+#include <xmldom/parse/NodeStack.h>
+
+int CNodeStackElt::m_iObjCount = 0;
+int CNodeStack::m_iObjCount = 0;
+
+CNodeStackElt::CNodeStackElt(IXMLDOMNode* node, CNodeStackElt* next)
+    : m_pNode(node), m_pNext(next) {
+  ++m_iObjCount;
+}
+
+CNodeStackElt::~CNodeStackElt() {
+  --m_iObjCount;
+  // Takes the stack apart here, so that the number of open elements does not touch the call stack.
+  while (m_pNext != nullptr) {
+    CNodeStackElt* below = m_pNext;
+    m_pNext = below->m_pNext;
+    below->m_pNext = nullptr;
+    delete below;
+  }
+}
+
+CNodeStack::CNodeStack() : m_pTop(nullptr) { ++m_iObjCount; }
+
+CNodeStack::~CNodeStack() {
+  delete m_pTop;
+  --m_iObjCount;
+}
+
+void CNodeStack::Push(IXMLDOMNode* node) { m_pTop = new CNodeStackElt(node, m_pTop); }
+
+void CNodeStack::Pop() {
+  if (m_pTop == nullptr) return;
+  CNodeStackElt* top = m_pTop;
+  m_pTop = top->m_pNext;
+  top->m_pNext = nullptr;
+  delete top;
+}

@@ -1,0 +1,43 @@
+#ifndef XMLDOM_PARSE_NODESTACK_H
+#define XMLDOM_PARSE_NODESTACK_H
+
+#include <xmldom/support/Export.h>
+
+class IXMLDOMNode;
+
+/// One open element, while its document is being built.
+class XMLDOM_API CNodeStackElt {
+ public:
+  /// Takes no reference on `node`.
+  CNodeStackElt(IXMLDOMNode* node, CNodeStackElt* next);
+  /// Destroys the elements below this one too: null m_pNext first to keep them.
+  ~CNodeStackElt();
+
+  CNodeStackElt(const CNodeStackElt&) = delete;
+  CNodeStackElt& operator=(const CNodeStackElt&) = delete;
+
+  IXMLDOMNode* m_pNode;
+  CNodeStackElt* m_pNext;  ///< The element around this one.
+
+  static int m_iObjCount;  ///< Live stack elements.
+};
+
+/// The open elements of a load, innermost on top.
+class XMLDOM_API CNodeStack {
+ public:
+  CNodeStack();
+  ~CNodeStack();
+
+  CNodeStack(const CNodeStack&) = delete;
+  CNodeStack& operator=(const CNodeStack&) = delete;
+
+  void Push(IXMLDOMNode* node);
+  /// Drops the top; an empty stack stays as it is.
+  void Pop();
+
+  CNodeStackElt* m_pTop;  ///< Null when empty.
+
+  static int m_iObjCount;  ///< Live stacks.
+};
+
+#endif

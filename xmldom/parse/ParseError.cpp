@@ -1,0 +1,98 @@
+#include <xmldom/parse/ParseError.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <new>
+
+int IXMLDOMParseError::m_iObjCount = 0;
+
+namespace {
+
+const char* OrNull(const char* text) { return text == nullptr ? "(null)" : text; }
+
+void Assign(BSTR& target, const char* text) {
+  BSTR copy = SysAllocString(text);
+  SysFreeString(target);
+  target = copy;
+}
+
+}  // namespace
+
+IXMLDOMParseError::IXMLDOMParseError()
+    : m_lErrorCode(0),
+      m_lFilePos(0),
+      m_lLine(0),
+      m_lLinePos(0),
+      m_bstrReason(nullptr),
+      m_bstrSrcText(nullptr) {
+  ++m_iObjCount;
+}
+
+IXMLDOMParseError::~IXMLDOMParseError() {
+  SysFreeString(m_bstrReason);
+  SysFreeString(m_bstrSrcText);
+  --m_iObjCount;
+}
+
+IXMLDOMParseError& IXMLDOMParseError::operator=(IXMLDOMParseError& other) {
+  if (this == &other) return *this;
+  m_lErrorCode = other.m_lErrorCode;
+  m_lFilePos = other.m_lFilePos;
+  m_lLine = other.m_lLine;
+  m_lLinePos = other.m_lLinePos;
+  Assign(m_bstrReason, other.m_bstrReason);
+  Assign(m_bstrSrcText, other.m_bstrSrcText);
+  return *this;
+}
+
+HRESULT IXMLDOMParseError::get_errorCode(long* out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = m_lErrorCode;
+  return m_lErrorCode != 0 ? S_OK : S_FALSE;
+}
+
+HRESULT IXMLDOMParseError::get_filepos(long* out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = m_lFilePos;
+  return S_OK;
+}
+
+HRESULT IXMLDOMParseError::get_line(long* out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = m_lLine;
+  return m_lErrorCode != 0 ? S_OK : S_FALSE;
+}
+
+HRESULT IXMLDOMParseError::get_linepos(long* out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = m_lLinePos;
+  return m_lErrorCode != 0 ? S_OK : S_FALSE;
+}
+
+HRESULT IXMLDOMParseError::get_reason(char** out) {
+  if (out == nullptr) return E_ARGUMENT;
+  if (m_lErrorCode == 0) return S_FALSE;
+  *out = SysAllocString(m_bstrReason);
+  return S_OK;
+}
+
+HRESULT IXMLDOMParseError::get_srcText(char** out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = m_lErrorCode != 0 ? SysAllocString(m_bstrSrcText) : nullptr;
+  return m_lErrorCode != 0 ? S_OK : S_FALSE;
+}
+
+HRESULT IXMLDOMParseError::get_errormessage(char** out) {
+  if (out == nullptr) return E_ARGUMENT;
+  *out = nullptr;
+  if (m_lErrorCode == 0) return S_FALSE;
+  const std::size_t size = 2048;
+  const std::unique_ptr<char, void (*)(void*)> message(static_cast<char*>(std::malloc(size)),
+                                                       std::free);
+  if (message == nullptr) throw std::bad_alloc();
+  std::snprintf(message.get(), size, "Error %ld (%s) at line %ld, column %ld, offending tag %s",
+                m_lErrorCode, OrNull(m_bstrReason), m_lLine, m_lLinePos, OrNull(m_bstrSrcText));
+  *out = SysAllocString(message.get());
+  return S_OK;
+}

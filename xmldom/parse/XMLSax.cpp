@@ -1,0 +1,88 @@
+#include <xmldom/parse/XMLSax.h>
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/parse/FileText.h>
+#include <xmldom/support/LogException.h>
+#include <xmldom/support/Logger.h>
+
+#include <climits>
+#include <cstring>
+
+int CXMLSax::m_iObjCount = 0;
+
+CXMLSax::CXMLSax(IXMLDOMDocument2* document)
+    : m_pNodeStack(nullptr),
+      m_pDocument(document),
+      m_bFirstElement(false),
+      m_isParsing(false),
+      m_attributeValue(1024) {
+  ++m_iObjCount;
+}
+
+CXMLSax::~CXMLSax() {
+  delete m_pNodeStack;
+  DestroyParser();
+  --m_iObjCount;
+}
+
+void CXMLSax::HoldException() { m_pHeldException = std::current_exception(); }
+
+void CXMLSax::RethrowException() {
+  if (m_pHeldException == nullptr) return;
+  std::exception_ptr held;
+  held.swap(m_pHeldException);
+  std::rethrow_exception(held);
+}
+
+void CXMLSax::StartLoad() {
+  delete m_pNodeStack;
+  m_pNodeStack = nullptr;
+  m_openElements.clear();
+  m_bFirstElement = true;
+  m_pDocument->ClearNode(false);
+  m_pNodeStack = new CNodeStack;
+}
+
+bool CXMLSax::LoadXML(const char* text) {
+  StartLoad();
+  const char* whole = text == nullptr ? "" : text;
+  return ParseWhole(whole, std::strlen(whole));
+}
+
+HRESULT CXMLSax::LoadFromFile(const char* path) {
+  xmldom::FileText file;
+  if (!file.Open(path)) return E_FILENOTOPENED;
+  try {
+    StartLoad();
+    file.Read(INT_MAX);
+    file.Close();
+    const bool fits = file.Size() <= INT_MAX;
+    return ParseWhole(file.Text(), fits ? std::strlen(file.Text()) : file.Size()) ? S_OK : S_FALSE;
+  } catch (CLogException*) {
+    throw;
+  } catch (...) {
+    return S_FALSE;
+  }
+}
+
+bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
+  if (length > INT_MAX) {
+    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+                           "CXMLSax - a text of %llu bytes is larger than the parser's limit of %d",
+                           length, INT_MAX);
+    // An empty text gives the parser an error to tell.
+    text = "";
+    length = 0;
+  }
+  // However the parse ends, the texts of the elements that are still open get their exact size.
+  struct Finisher {
+    CXMLSax* sax;
+    ~Finisher() {
+      sax->m_isParsing = false;
+      for (OpenElement& element : sax->m_openElements) TrimText(element);
+      sax->m_openElements.clear();
+    }
+  } finisher = {this};
+  m_isParsing = true;
+  return Parse(text, static_cast<int>(length), true);
+}

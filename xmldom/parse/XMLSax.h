@@ -1,0 +1,86 @@
+#ifndef XMLDOM_PARSE_XMLSAX_H
+#define XMLDOM_PARSE_XMLSAX_H
+
+#include <xmldom/parse/EntityNesting.h>
+#include <xmldom/parse/ExpatImpl.h>
+#include <xmldom/parse/NodeStack.h>
+#include <xmldom/support/Export.h>
+#include <xmldom/support/MemFile.h>
+#include <xmldom/support/Results.h>
+
+#include <cstddef>
+#include <exception>
+#include <vector>
+
+class IXMLDOMDocument2;
+class IXMLDOMNode;
+
+/// Builds the tree of a document from Expat's events. A document makes one for each load and keeps
+/// it until the next, so that its parse error can be asked for.
+class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
+ public:
+  /// A builder without parser; `document` is not referenced.
+  explicit CXMLSax(IXMLDOMDocument2* document);
+  ~CXMLSax();
+
+  CXMLSax(const CXMLSax&) = delete;
+  CXMLSax& operator=(const CXMLSax&) = delete;
+
+  CNodeStack* m_pNodeStack;       ///< The open elements; null before a load.
+  IXMLDOMDocument2* m_pDocument;  ///< The document being filled.
+  int m_bFirstElement;            ///< True until the first start tag of a load.
+
+  static int m_iObjCount;  ///< Live builders.
+
+  /// Opens an element: `attributes` is name, value, name, value, ..., null.
+  void OnStartElement(const char* name, const char** attributes);
+  /// Closes the innermost open element; the name is not looked at.
+  void OnEndElement(const char* name);
+  /// Appends text or other markup, as written, to the text of the innermost open element.
+  void OnDefault(const char* text, int length);
+
+  /// Empties the document and loads a text; null counts as empty. Result: whether it parsed.
+  bool LoadXML(const char* text);
+  /// Empties the document and loads a file. Result: S_OK; S_FALSE when it did not parse;
+  /// E_FILENOTOPENED when it could not be opened, the document then stays as it was.
+  /// Effects: a CLogException* passes through; any other exception gives S_FALSE.
+  HRESULT LoadFromFile(const char* path);
+
+  /// Fills `buffer` with the tag around the current position, cut to `size` - 1 bytes; "undefined"
+  /// when Expat has none. A `size` below 1 writes nothing. Result: `buffer`.
+  char* GetErrorTag(char* buffer, int size);
+  /// Fills `buffer` with one line that tells reason, tag, line and column, cut to `size` - 1 bytes.
+  /// Result: `buffer`.
+  char* GetErrorStr(char* buffer, int size);
+
+  /// For the trampolines: holds the exception being handled until RethrowException.
+  void HoldException();
+  void RethrowException();
+
+ private:
+  // What a parse knows of an open element, so that nothing is walked or measured twice.
+  struct OpenElement {
+    IXMLDOMNode* node;
+    IXMLDOMNode* lastChild;  // null while there is none
+    IXMLDOMNode* text;       // the "#Text" child, null while there is none
+    std::size_t length;      // of its value
+    std::size_t capacity;    // of its value, without the terminator
+  };
+
+  void StartLoad();
+  bool ParseWhole(const char* text, unsigned long long length);
+  IXMLDOMNode* TopNode() const;
+  void AddAttributes(IXMLDOMNode* element, const char** attributes);
+  void LinkElement(IXMLDOMNode* element);
+  void WatchProlog(const char* text, int length);
+  void AppendText(OpenElement& element, const char* text, std::size_t length);
+  static void TrimText(OpenElement& element);
+
+  bool m_isParsing;
+  std::vector<OpenElement> m_openElements;  // while parsing: m_pNodeStack, innermost last
+  xmldom::EntityNesting m_entityNesting;
+  CMemFile m_attributeValue;  // the one being escaped
+  std::exception_ptr m_pHeldException;
+};
+
+#endif

@@ -1,0 +1,54 @@
+#include <xmldom/parse/XMLSax.h>
+
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+/// Finds the tag around `offset` in `context`, no byte of which is read outside `size`. Result: its
+/// length, from `*begin` on.
+int FindTag(const char* context, int offset, int size, int* begin) {
+  int start = offset < size ? offset : size;
+  if (start > 0 && (start == size || context[start] != '<')) {
+    do {
+      --start;
+    } while (start > 0 && context[start] != '<');
+  }
+  *begin = start;
+  for (int i = start + 1; i < size; ++i) {
+    if (context[i] == '>') return i + 1 - start;
+    if (context[i] == '\0') return i - start;
+  }
+  return size - start;
+}
+
+}  // namespace
+
+char* CXMLSax::GetErrorTag(char* buffer, int size) {
+  if (buffer == nullptr || size < 1) return buffer;
+  int offset = 0;
+  int contextSize = 0;
+  const char* context = GetInputContext(&offset, &contextSize);
+  if (context == nullptr) {
+    std::strncpy(buffer, "undefined", static_cast<std::size_t>(size));
+    buffer[size - 1] = '\0';
+    return buffer;
+  }
+  int begin = 0;
+  int length = FindTag(context, offset, contextSize, &begin);
+  if (length >= size) length = size - 1;
+  std::memcpy(buffer, context + begin, static_cast<std::size_t>(length));
+  buffer[length] = '\0';
+  return buffer;
+}
+
+char* CXMLSax::GetErrorStr(char* buffer, int size) {
+  if (buffer == nullptr || size < 1) return buffer;
+  char tag[256];
+  const char* reason = XML_ErrorString(GetErrorCode());
+  std::snprintf(buffer, static_cast<std::size_t>(size),
+                "Parsing error \"%s\", tag \"%s\", line %d, column %d",
+                reason == nullptr ? "(null)" : reason, GetErrorTag(tag, sizeof tag),
+                GetCurrentLineNumber(), GetCurrentColumnNumber());
+  return buffer;
+}

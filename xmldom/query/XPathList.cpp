@@ -1,0 +1,103 @@
+#include <xmldom/query/XPathList.h>
+
+#include <xmldom/support/HeapString.h>
+
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+
+int CStrListElt::m_iObjCount = 0;
+int CXPathList::m_iObjCount = 0;
+
+CStrListElt::CStrListElt(const char* text, std::size_t length)
+    : m_pszString(xmldom::CopyString(text, length)), m_pNext(nullptr) {
+  ++m_iObjCount;
+}
+
+CStrListElt::~CStrListElt() {
+  std::free(m_pszString);
+  --m_iObjCount;
+  // Takes the chain apart here, so that its length does not touch the call stack.
+  while (m_pNext != nullptr) {
+    CStrListElt* next = m_pNext;
+    m_pNext = next->m_pNext;
+    next->m_pNext = nullptr;
+    delete next;
+  }
+}
+
+CXPathList::CXPathList()
+    : m_pszPrefix(nullptr),
+      m_pFirst(nullptr),
+      m_pLast(nullptr),
+      m_nCount(0),
+      m_ppIndex(nullptr),
+      m_bDescendant(false),
+      m_bAbsolute(false) {
+  ++m_iObjCount;
+}
+
+CXPathList::~CXPathList() {
+  delete m_pFirst;
+  std::free(m_pszPrefix);
+  std::free(m_ppIndex);
+  --m_iObjCount;
+}
+
+int CXPathList::ParsePath(const char* path) {
+  if (path == nullptr || *path == '\0') return 0;
+
+  const std::size_t prefixLength = std::strspn(path, "/");
+  if (prefixLength != 0) {
+    char* prefix = xmldom::CopyString(path, prefixLength);
+    std::free(m_pszPrefix);
+    m_pszPrefix = prefix;
+    m_bAbsolute = true;
+    m_bDescendant = prefixLength >= 2;
+  }
+
+  const char* step = path + prefixLength;
+  bool insideBrackets = false;
+  for (const char* p = step;; ++p) {
+    if (*p == '\0' || (*p == '/' && !insideBrackets)) {
+      AppendStep(step, static_cast<std::size_t>(p - step));
+      if (*p == '\0') break;
+      step = p + 1;
+    } else if (*p == '[') {
+      insideBrackets = true;
+    } else if (*p == ']') {
+      insideBrackets = false;
+    }
+  }
+  CreateIndex();
+  return 1;
+}
+
+int CXPathList::ParsePath(_bstr_t path) { return ParsePath(static_cast<char*>(path)); }
+
+void CXPathList::AppendStep(const char* text, std::size_t length) {
+  if (m_nCount == INT_MAX) throw std::length_error("CXPathList: more than INT_MAX steps");
+  CStrListElt* step = new CStrListElt(text, length);
+  if (m_pFirst == nullptr) {
+    m_pFirst = step;
+  } else {
+    m_pLast->m_pNext = step;
+  }
+  m_pLast = step;
+  ++m_nCount;
+}
+
+void CXPathList::CreateIndex() {
+  std::free(m_ppIndex);
+  m_ppIndex = nullptr;
+  // A block of no bytes may be a null pointer, which would say that there is no index.
+  const std::size_t count = static_cast<std::size_t>(m_nCount);
+  m_ppIndex = static_cast<char**>(std::malloc((count == 0 ? 1 : count) * sizeof(char*)));
+  if (m_ppIndex == nullptr) throw std::bad_alloc();
+  std::size_t i = 0;
+  for (const CStrListElt* step = m_pFirst; step != nullptr; step = step->m_pNext) {
+    m_ppIndex[i++] = step->m_pszString;
+  }
+}

@@ -1,0 +1,54 @@
+#ifndef XMLDOM_SUPPORT_MEMFILE_H
+#define XMLDOM_SUPPORT_MEMFILE_H
+
+#include <xmldom/support/Export.h>
+
+#include <cstdarg>
+#include <cstddef>
+
+/// A growable byte buffer that text is written into.
+///
+/// Set both counters to 0 to use a buffer again; its memory is kept. All writes append at the
+/// length and leave the position there.
+/// Effects of every write: std::length_error when the contents would pass 4 GiB - 1 bytes,
+/// std::bad_alloc when memory is out; what was written before stays.
+class XMLDOM_API CMemFile {
+ public:
+  /// An empty buffer that will hold `size` bytes before it grows. No memory is taken yet.
+  explicit CMemFile(unsigned int size);
+  ~CMemFile();
+
+  CMemFile(const CMemFile&) = delete;
+  CMemFile& operator=(const CMemFile&) = delete;
+
+  /// Appends `size` bytes. Cost: amortised linear in `size`.
+  void Write(const void* data, unsigned int size) { Append(data, size); }
+
+  /// Appends text formatted as by printf. A text of more than INT_MAX bytes is a std::length_error.
+  void WriteF(const char* format, ...) XMLDOM_PRINTF(2, 3);
+  void WriteFV(const char* format, va_list arguments) XMLDOM_PRINTF(2, 0);
+
+  /// Appends `text` with & < > " and ' replaced by their predefined entities; null appends nothing.
+  void WriteStrEntities(const char* text);
+
+  /// Copies up to `size` bytes from the position on and moves it behind them.
+  /// Result: how many bytes were copied.
+  unsigned int Read(void* data, unsigned int size);
+
+  /// The contents, NUL-terminated; never null. Borrowed until the next write or the end of the
+  /// buffer.
+  const char* GetAsStr();
+
+  unsigned int m_uPosition;  ///< Where Read goes on, in bytes.
+  unsigned int m_uLength;    ///< How many bytes the buffer holds.
+
+ private:
+  void Append(const void* data, std::size_t size);
+  char* Reserve(std::size_t size);
+
+  unsigned int m_uInitialSize;
+  std::size_t m_uCapacity;  // of m_pData, without the byte for the terminator
+  char* m_pData;            // null before the first write
+};
+
+#endif

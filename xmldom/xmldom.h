@@ -1,0 +1,23 @@
+#ifndef XMLDOM_XMLDOM_H
+#define XMLDOM_XMLDOM_H
+
+/// All of the library but the Expat binding, which <xmldom/parse/XMLSax.h> adds.
+
+#include <xmldom/diag/Compare.h>
+#include <xmldom/diag/XML.h>
+#include <xmldom/dom/EntityTranslation.h>
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/dom/XMLNode.h>
+#include <xmldom/dom/XMLNodeList.h>
+#include <xmldom/dom/XMLWriter.h>
+#include <xmldom/parse/ParseError.h>
+#include <xmldom/query/XPathList.h>
+#include <xmldom/support/LogException.h>
+#include <xmldom/support/Logger.h>
+#include <xmldom/support/MemFile.h>
+#include <xmldom/support/RefCountedObject.h>
+#include <xmldom/support/Results.h>
+#include <xmldom/support/bstr.h>
+#include <xmldom/support/variant.h>
+
+#endif
