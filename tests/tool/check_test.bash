@@ -1,0 +1,200 @@
+# Cases of `xmldom check`.
+
+# The quoted lines of bash are expanded where they run.
+# shellcheck disable=SC2016
+
+. "$(dirname "$0")/driver.bash"
+
+check_says_nothing_about_a_well_formed_file() {
+  given a.xml '<a/>'
+  run check a.xml
+  expect 0 '' ''
+}
+
+check_verbose_says_that_a_file_is_well_formed() {
+  given a.xml '<a/>'
+  run check --verbose a.xml
+  expect 0 '' 'a.xml: well-formed\n'
+}
+
+check_reads_standard_input_without_files() {
+  run check <<< '<a><b/></a>'
+  expect 0 '' ''
+  run check --verbose <<< '<a/>'
+  expect 0 '' '(standard input): well-formed\n'
+}
+
+check_reads_standard_input_for_a_dash() {
+  given a.xml '<a/>'
+  run check --verbose a.xml - <<< '<b/>'
+  expect 0 '' 'a.xml: well-formed\n(standard input): well-formed\n'
+}
+
+check_gives_line_column_reason_and_tag_of_an_error_and_shows_it() {
+  given a.xml '<a>\n  <b></c>\n</a>'
+  run check a.xml
+  expect 1 '' 'a.xml:2:8: mismatched tag, near </c>\n    <b></c>\n         ^\n'
+}
+
+check_gives_the_same_about_standard_input() {
+  run check <<< '<a>&x;</a>'
+  expect 1 '' '(standard input):1:4: undefined entity, near <a>\n  <a>&x;</a>\n     ^\n'
+}
+
+check_leaves_the_tag_out_when_there_is_none() {
+  given a.xml 'hello'
+  run check a.xml
+  expect 1 '' 'a.xml:1:1: syntax error\n  hello\n  ^\n'
+}
+
+check_cuts_a_long_tag_and_joins_its_lines() {
+  given a.xml '<a>\n<b  one="1"\n\t two="2" three="3" four="4" five="5" six="6" seven="7" eight=>'
+  run check a.xml
+  expect_status 1
+  expect_text stdout ''
+  expect_part stderr \
+    'near <b one="1" two="2" three="3" four="4" five="5" six="6" seven...'
+}
+
+check_of_an_empty_file_shows_no_line() {
+  given a.xml ''
+  run check a.xml
+  expect 1 '' 'a.xml:1:1: no element found\n'
+}
+
+check_finds_a_file_that_was_cut_off() {
+  given a.xml '<a>\n<b>text'
+  run check a.xml
+  expect 1 '' 'a.xml:2:8: no element found, near <b>\n  <b>text\n         ^\n'
+  given a.xml '<a>\n<b>text\n'
+  run check a.xml
+  expect 1 '' 'a.xml:3:1: no element found, near <b>\n'
+}
+
+check_finds_a_second_root_element() {
+  given a.xml '<a/>\n<b/>\n'
+  run check a.xml
+  expect 1 '' 'a.xml:2:1: junk after document element, near <b/>\n  <b/>\n  ^\n'
+}
+
+check_keeps_the_caret_in_line_behind_tabs() {
+  given a.xml '\t<a>\tx\t</b>'
+  run check a.xml
+  expect 1 '' 'a.xml:1:10: mismatched tag, near </b>\n  \t<a>\tx\t</b>\n  \t   \t \t  ^\n'
+}
+
+check_counts_columns_in_characters() {
+  given a.xml '<a>\xc3\xa9\xc3\xa9</b>'
+  run check a.xml
+  expect 1 '' 'a.xml:1:8: mismatched tag, near </b>\n  <a>\xc3\xa9\xc3\xa9</b>\n         ^\n'
+}
+
+check_keeps_the_caret_in_line_behind_wide_and_combining_characters() {
+  given a.xml '<a>\xe6\xbc\xa2e\xcc\x81</b>'
+  run check a.xml
+  expect 1 '' \
+    'a.xml:1:9: mismatched tag, near </b>\n  <a>\xe6\xbc\xa2e\xcc\x81</b>\n          ^\n'
+}
+
+check_knows_every_kind_of_line_end() {
+  given a.xml '<a>\r\n<x>\r\n</b>\r\n'
+  run check a.xml
+  expect 1 '' 'a.xml:3:3: mismatched tag, near </b>\n  </b>\n    ^\n'
+  given a.xml '<a>\r<x>\r</b>\r'
+  run check a.xml
+  expect 1 '' 'a.xml:3:3: mismatched tag, near </b>\n  </b>\n    ^\n'
+}
+
+check_makes_bytes_visible_that_a_terminal_would_obey() {
+  given a.xml '<a>\xc2\x9b\xe2\x80\xae</b>'
+  run check a.xml
+  expect 1 '' \
+    'a.xml:1:8: mismatched tag, near </b>\n  <a>\\xC2\\x9B\\xE2\\x80\\xAE</b>\n                           ^\n'
+  given a.xml '<a>\033[1m\x80'
+  run check a.xml
+  expect 1 '' \
+    'a.xml:1:4: not well-formed (invalid token), near <a>\n  <a>\\x1B[1m\\x80\n     ^\n'
+}
+
+check_shows_a_byte_order_mark() {
+  given a.xml '\xef\xbb\xbf<a></b>'
+  run check a.xml
+  expect 1 '' 'a.xml:1:7: mismatched tag, near </b>\n  \\xEF\\xBB\\xBF<a></b>\n                   ^\n'
+}
+
+check_shows_bytes_of_another_encoding() {
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?>\n<a>\xe9\xff</b>'
+  run check a.xml
+  expect 1 '' 'a.xml:2:8: mismatched tag, near </b>\n  <a>\\xE9\\xFF</b>\n               ^\n'
+}
+
+check_cuts_a_long_line_around_the_column() {
+  local many
+  many=$(printf '%01000d' 0)
+  given a.xml "<a>$many</b>$many"
+  run check a.xml
+  local before=00000000000000000000000000000000000000 after=00000000000000000000000000000000
+  expect 1 '' "a.xml:1:1006: mismatched tag, near </b>\n  ...$before</b>${after}00...\n\
+                                             ^\n"
+}
+
+check_cuts_a_long_line_only_where_it_goes_on() {
+  given a.xml "<a></b>$(printf '%01000d' 0)"
+  run check a.xml
+  expect 1 '' "a.xml:1:6: mismatched tag, near </b>\n  <a></b>$(printf '%034d' 0)...\n       ^\n"
+  given a.xml "<a>$(printf '%01000d' 0)"
+  run check a.xml
+  expect 1 '' "a.xml:1:1004: no element found, near <a>\n  ...$(printf '%040d' 0)\n\
+                                             ^\n"
+}
+
+check_reports_a_nul_byte() {
+  given a.xml '<a>\n<b/>\0</a>'
+  run check a.xml
+  expect 1 '' 'a.xml:2:5: NUL byte\n  <b/>\\x00</a>\n      ^\n'
+}
+
+check_reports_what_looks_like_utf_16() {
+  local hint='the text looks like UTF-16, which has to be converted to UTF-8 first'
+  given a.xml '\xff\xfe<\0/\0'
+  run check a.xml
+  expect 1 '' "a.xml:1:4: NUL byte; $hint\n  \\\\xFF\\\\xFE<\\\\x00/\\\\x00\n           ^\n"
+  given a.xml '\xfe\xff\0<'
+  run check a.xml
+  expect 1 '' "a.xml:1:3: NUL byte; $hint\n  \\\\xFE\\\\xFF\\\\x00<\n          ^\n"
+  given a.xml '<\0a\0'
+  run check a.xml
+  expect 1 '' "a.xml:1:2: NUL byte; $hint\n  <\\\\x00a\\\\x00\n   ^\n"
+  given a.xml '\0<\0a'
+  run check a.xml
+  expect 1 '' "a.xml:1:1: NUL byte; $hint\n  \\\\x00<\\\\x00a\n  ^\n"
+}
+
+check_refuses_a_program_file() {
+  given a.xml '\x7fELF\x02\x01\x01\0\0'
+  run check a.xml
+  expect 1 '' 'a.xml:1:8: NUL byte\n  \\x7FELF\\x02\\x01\\x01\\x00\\x00\n                     ^\n'
+}
+
+check_looks_at_all_files_and_ends_with_the_worst() {
+  given good.xml '<a/>'
+  given bad.xml '<a>'
+  local complaint='bad.xml:1:4: no element found, near <a>\n  <a>\n     ^\n'
+  local missing='xmldom: no.xml: No such file or directory\n'
+  run check good.xml bad.xml good.xml
+  expect 1 '' "$complaint"
+  run check bad.xml no.xml good.xml
+  expect 2 '' "$complaint$missing"
+  run check no.xml bad.xml
+  expect 2 '' "$missing$complaint"
+  run check good.xml good.xml
+  expect 0 '' ''
+}
+
+check_needs_no_standard_output() {
+  given a.xml '<a/>'
+  run_shell '"$tool" check a.xml >&-'
+  expect 0 '' ''
+}
+
+run_cases

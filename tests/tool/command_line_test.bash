@@ -1,0 +1,144 @@
+# Cases of what all commands share: usage, help, where results and messages go, failing writes.
+
+# The quoted lines of bash are expanded where they run.
+# shellcheck disable=SC2016
+
+. "$(dirname "$0")/driver.bash"
+
+a_command_is_needed() {
+  local hint="xmldom: 'xmldom --help' explains more\n"
+  run
+  expect 2 '' "xmldom: a command is needed\n$hint"
+  run --verbose
+  expect 2 '' "xmldom: a command is needed\n$hint"
+}
+
+an_unknown_command_is_refused() {
+  run frobnicate
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr frobnicate
+  expect_part stderr "'xmldom --help' explains more"
+}
+
+an_unknown_option_is_refused_by_every_command() {
+  local command
+  for command in check format 'select a' 'value a' tree; do
+    # shellcheck disable=SC2086
+    run $command --frobnicate
+    expect_status 2
+    expect_text stdout ''
+    expect_part stderr --frobnicate
+    expect_part stderr "'xmldom ${command%% *} --help' explains more"
+  done
+}
+
+help_lists_the_commands_and_the_exit_statuses() {
+  run --help
+  expect_status 0
+  expect_text stderr ''
+  local part
+  for part in check format select value tree --verbose --version 'Exit status: 0 done' 'Example: '; do
+    expect_part stdout "$part"
+  done
+  cp "$scratch/stdout" long
+  run -h
+  expect 0 "$(sed 's/\\/\\\\/g' long)\n" ''
+}
+
+help_of_a_command_has_its_options_and_an_example() {
+  _expect_help() {
+    run "$1" --help
+    expect_status 0
+    expect_text stderr ''
+    local part
+    for part in "${@:2}" 'Exit status: ' "Example: xmldom $1 "; do expect_part stdout "$part"; done
+  }
+  _expect_help check FILE
+  _expect_help format FILE --indent-off --no-filename
+  _expect_help select PATH FILE --count --first --no-filename
+  _expect_help value PATH FILE --attr -0 --null --first --no-filename
+  _expect_help tree FILE --depth --color --no-filename
+}
+
+version_tells_name_and_number() {
+  run --version
+  expect_status 0
+  expect_text stderr ''
+  grep -qxE 'xmldom [0-9]+\.[0-9]+\.[0-9]+' "$scratch/stdout" || fail
+}
+
+options_may_stand_behind_operands() {
+  given a.xml '<a><b/></a>'
+  run select //b a.xml --count
+  expect 0 '1\n' ''
+}
+
+a_file_may_be_called_like_a_command() {
+  given tree '<a/>'
+  run check --verbose tree
+  expect 0 '' 'tree: well-formed\n'
+}
+
+a_file_may_begin_with_a_dash_behind_two_dashes() {
+  given -a.xml '<a/>'
+  run format -- -a.xml
+  expect 0 '<a/>\n' ''
+}
+
+results_alone_go_to_standard_output() {
+  given a.xml '<a><b>1 &lt; 2</b></a>'
+  run value //b a.xml
+  expect 0 '1 < 2\n' ''
+}
+
+verbose_shows_on_standard_error_what_the_library_prints() {
+  given a.xml '<a><b>1 &lt; 2</b></a>'
+  run value --verbose //b a.xml
+  expect 0 '1 < 2\n' 'Translate Entities: from <1 &lt; 2> to <1 < 2>\n'
+  run --verbose value //b a.xml
+  expect 0 '1 < 2\n' 'Translate Entities: from <1 &lt; 2> to <1 < 2>\n'
+}
+
+log_events_go_to_standard_error_in_the_name_of_the_tool() {
+  given a.xml '<!DOCTYPE a [<!ENTITY x SYSTEM "x">]>\n<a><b>&x;<!--\n--></b></a>'
+  run value //b a.xml
+  expect 0 '&x;<!--\n-->\n' \
+    "xmldom: TranslateEntities FAILED to match entity at the begining of this string: '&x;<!--\nxmldom: -->'\n"
+}
+
+a_full_device_is_noticed() {
+  given a.xml '<a>text</a>'
+  local command
+  for command in 'format a.xml' 'select a a.xml' 'select a --count a.xml' 'value a a.xml' \
+    'tree a.xml' '--help' '--version'; do
+    run_shell "\"\$tool\" $command > /dev/full"
+    expect 2 '' 'xmldom: write error: No space left on device\n'
+  done
+}
+
+a_full_device_ends_the_work() {
+  given a.xml '<a>text</a>'
+  run_shell '"$tool" format a.xml missing.xml > /dev/full'
+  expect 2 '' 'xmldom: write error: No space left on device\n'
+}
+
+a_closed_pipe_is_noticed() {
+  given a.xml "<a>$(printf '<b>%0100d</b>' {1..5000})</a>"
+  run_shell '{ "$tool" format a.xml; echo $? > status; } | head -n 1; exit $(cat status)'
+  expect 2 '<a>\n' 'xmldom: write error: Broken pipe\n'
+}
+
+a_closed_standard_output_is_noticed() {
+  given a.xml '<a/>'
+  run_shell '"$tool" format a.xml >&-'
+  expect 2 '' 'xmldom: write error: Bad file descriptor\n'
+}
+
+a_closed_standard_error_keeps_results_clean() {
+  given a.xml '<a>&amp;</a>'
+  run_shell '"$tool" value --verbose a a.xml 2>&-'
+  expect 0 '&\n' ''
+}
+
+run_cases

@@ -1,0 +1,91 @@
+# Runs the tool as a command and compares what it does.
+#
+# A file of cases is run as `bash FILE TOOL [CASE]...`. It sources this, defines its cases as
+# functions and ends with run_cases. Each case runs in a shell and an empty folder of its own;
+# functions whose names begin with '_' are no cases.
+
+set -u
+
+if [ $# -lt 1 ] || [ ! -x "$1" ]; then
+  echo "usage: $0 TOOL [CASE]..." >&2
+  exit 2
+fi
+
+tool=$(realpath "$1")
+shift
+wanted=("$@")
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+
+export LC_ALL=C TERM=xterm
+unset NO_COLOR
+
+# given FILE TEXT: makes a file; escapes in the text are those of printf %b.
+given() { printf '%b' "$2" > "$1"; }
+
+# run ARGUMENT...: runs the tool and keeps its exit status, standard output and standard error.
+run() { keep "$tool" "$@"; }
+
+# keep COMMAND...: does so with any command.
+keep() {
+  "$@" > "$scratch/stdout" 2> "$scratch/stderr"
+  echo $? > "$scratch/status"
+}
+
+# run_shell SCRIPT: does so with a line of bash, in which "$tool" is the tool.
+run_shell() { keep env tool="$tool" bash -c "$1"; }
+
+# expect STATUS STDOUT STDERR: compares what the last run did, whole; escapes as for given.
+expect() {
+  expect_status "$1"
+  expect_text stdout "$2"
+  expect_text stderr "$3"
+}
+
+expect_status() {
+  local status
+  status=$(cat "$scratch/status")
+  [ "$status" = "$1" ] && return
+  echo "  exit status $status, not $1"
+  sed 's/^/    stderr: /' "$scratch/stderr"
+  fail
+}
+
+# expect_text stdout|stderr TEXT
+expect_text() {
+  printf '%b' "$2" > "$scratch/expected"
+  cmp -s "$scratch/expected" "$scratch/$1" && return
+  echo "  $1 is '-' and should be '+':"
+  diff -u --text "$scratch/$1" "$scratch/expected" | tail -n +3 | cat -v | sed 's/^/    /'
+  fail
+}
+
+# expect_part stdout|stderr TEXT: for output that is laid out elsewhere, such as help.
+expect_part() {
+  grep -qF -- "$2" "$scratch/$1" && return
+  echo "  $1 does not hold: $2"
+  cat -v "$scratch/$1" | sed 's/^/    /'
+  fail
+}
+
+fail() { touch "$scratch/failed"; }
+
+run_cases() {
+  local case passed=0 failed=0
+  for case in $(compgen -A function | grep -vxF "$own_functions" | grep -v '^_'); do
+    if [ ${#wanted[@]} -gt 0 ] && [[ " ${wanted[*]} " != *" $case "* ]]; then continue; fi
+    rm -rf "${scratch:?}"/*
+    mkdir "$scratch/here"
+    (cd "$scratch/here" && "$case") < /dev/null || fail
+    if [ -e "$scratch/failed" ]; then
+      echo "FAILED $case"
+      failed=$((failed + 1))
+    else
+      passed=$((passed + 1))
+    fi
+  done
+  echo "$passed passed, $failed failed"
+  [ "$failed" -eq 0 ] && [ "$passed" -gt 0 ]
+}
+
+own_functions=$(compgen -A function)

@@ -1,0 +1,43 @@
+# Cases of `xmldom format`.
+
+. "$(dirname "$0")/driver.bash"
+
+format_writes_an_element_a_line_indented_by_two() {
+  given a.xml '<r a="1"><item>text</item><empty></empty></r>'
+  run format a.xml
+  expect 0 "<r a='1'>\n  <item>text</item>\n  <empty/>\n</r>\n" ''
+}
+
+format_writes_text_before_other_children() {
+  given a.xml '<p>a<b/>c</p>'
+  run format a.xml
+  expect 0 '<p>\n  ac\n  <b/>\n</p>\n' ''
+}
+
+format_keeps_references() {
+  given a.xml '<a b="&lt;&quot;">1 &amp; 2 &#65;</a>'
+  run format a.xml
+  expect 0 "<a b='&lt;&quot;'>1 &amp; 2 &#65;</a>\n" ''
+}
+
+format_leaves_out_what_stands_outside_the_root_element() {
+  given a.xml '<?xml version="1.0"?>\n<!-- c -->\n<a/>\n<!-- d -->\n'
+  run format a.xml
+  expect 0 '<a/>\n' ''
+}
+
+format_indent_off_begins_every_line_at_the_first_column() {
+  given a.xml '<r>\n    <item>text</item>\n    <b> <c/> </b>\n</r>'
+  run format --indent-off a.xml
+  expect 0 '<r>\n<item>text</item>\n<b>\n<c/>\n</b>\n</r>\n' ''
+}
+
+format_of_its_own_output_changes_nothing() {
+  given a.xml '<r a="1"><item>text &amp; more</item><b><c d="2"/></b></r>'
+  run format a.xml
+  cp "$scratch/stdout" once.xml
+  run format once.xml
+  expect 0 "$(cat once.xml)\n" ''
+}
+
+run_cases

@@ -1,0 +1,89 @@
+# Cases of documents far larger than usual, with little stack.
+
+# The quoted lines of bash are expanded where they run.
+# shellcheck disable=SC2016
+
+. "$(dirname "$0")/driver.bash"
+
+_run_with_little_stack() { run_shell "ulimit -s 256; exec \"\$tool\" $1"; }
+
+_given_a_million_records() {
+  {
+    echo '<r>'
+    seq -f '<item id="%.0f"><name>n&amp;</name></item>' 1000000
+    echo '</r>'
+  } > a.xml
+}
+
+_given_a_million_levels() {
+  {
+    yes '<a>' | head -n 1000000
+    yes '</a>' | head -n 1000000
+  } > a.xml
+}
+
+a_million_records_are_handled_with_little_stack() {
+  _given_a_million_records
+  _run_with_little_stack 'check a.xml'
+  expect 0 '' ''
+  _run_with_little_stack 'tree a.xml'
+  expect 0 'r\n└── item × 1000000 @id\n    └── name × 1000000 #text\n' ''
+  _run_with_little_stack 'select --count //name a.xml'
+  expect 0 '1000000\n' ''
+  _run_with_little_stack "select --first 'r/item[@id=1000000]' a.xml"
+  expect 0 "<item id='1000000'>\n  <name>n&amp;</name>\n</item>\n" ''
+  _run_with_little_stack 'value --attr id //item a.xml'
+  expect 0 "$(seq 1000000)\n" ''
+}
+
+# The library prints the whole of a text again for each of its references, so the time grows with
+# the square of their number as soon as anything looks at what is printed, as a sanitizer does.
+the_text_of_a_million_references_is_collected_without_looking_at_what_is_printed() {
+  local references=1000000
+  if grep -qa __asan_init "$tool"; then references=20000; fi
+  {
+    echo '<r>'
+    yes '<name>n&amp;</name>' | head -n "$references"
+    echo '</r>'
+  } > a.xml
+  run_shell '(ulimit -t 20; "$tool" value r a.xml) | md5sum'
+  expect 0 "$(yes 'n&' | head -n "$references" | paste -s -d ' ' | md5sum)\n" ''
+}
+
+a_million_levels_are_handled_with_little_stack() {
+  _given_a_million_levels
+  _run_with_little_stack 'check a.xml'
+  expect 0 '' ''
+  _run_with_little_stack "tree a.xml | tail -n 1 | sed 's/^ *//'"
+  expect 0 '└── … 999968 more levels\n' ''
+  _run_with_little_stack 'select --count //none a.xml'
+  expect 1 '0\n' ''
+  _run_with_little_stack 'select --first //none a.xml'
+  expect 1 '' ''
+  _run_with_little_stack 'value a a.xml'
+  expect 0 '\n' ''
+  _run_with_little_stack 'format --indent-off a.xml | grep -c "<a>"'
+  expect 0 '999999\n' ''
+}
+
+a_million_names_are_handled_with_little_stack() {
+  {
+    echo '<r>'
+    seq -f '<n%.0f/>' 1000000
+    echo '</r>'
+  } > a.xml
+  _run_with_little_stack 'tree a.xml | tail -n 1'
+  expect 0 '└── n1000000\n' ''
+}
+
+many_attributes_of_one_element_are_handled_with_little_stack() {
+  {
+    echo '<r '
+    seq -f 'a%.0f="1"' 50000
+    echo '/>'
+  } > a.xml
+  _run_with_little_stack "tree a.xml | sed 's/.* //'"
+  expect 0 '@a50000\n' ''
+}
+
+run_cases

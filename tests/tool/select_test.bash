@@ -1,0 +1,115 @@
+# Cases of `xmldom select`.
+
+. "$(dirname "$0")/driver.bash"
+
+_given_network() {
+  given "$1" '<config>\n<interface name="eth0"><mtu>1500</mtu></interface>
+<group><interface name="eth1"/></group>\n<interface name="lo"/>\n</config>'
+}
+
+select_writes_each_selected_node_as_xml() {
+  _given_network a.xml
+  run select /config/interface a.xml
+  expect 0 "<interface name='eth0'>\n  <mtu>1500</mtu>\n</interface>\n<interface name='lo'/>\n" ''
+}
+
+select_understands_relative_paths_wildcards_and_predicates() {
+  _given_network a.xml
+  run select "config/*[@name='lo']" a.xml
+  expect 0 "<interface name='lo'/>\n" ''
+  run select "//interface[mtu=1500]/mtu" a.xml
+  expect 0 '<mtu>1500</mtu>\n' ''
+}
+
+select_searches_at_every_depth_for_two_slashes() {
+  _given_network a.xml
+  run select --count //interface a.xml
+  expect 0 '3\n' ''
+}
+
+select_of_nothing_says_no() {
+  _given_network a.xml
+  run select /config/route a.xml
+  expect 1 '' ''
+}
+
+select_reads_standard_input() {
+  run select /a/b <<< '<a><b/></a>'
+  expect 0 '<b/>\n' ''
+}
+
+select_count_writes_the_number_alone() {
+  _given_network a.xml
+  run select --count /config/interface a.xml
+  expect 0 '2\n' ''
+  run select --count /config/route a.xml
+  expect 1 '0\n' ''
+}
+
+select_count_writes_a_line_for_each_file() {
+  _given_network a.xml
+  given b.xml '<config/>'
+  run select --count //interface a.xml b.xml
+  expect 0 'a.xml:3\nb.xml:0\n' ''
+  run select --count --no-filename //interface a.xml b.xml
+  expect 0 '3\n0\n' ''
+}
+
+select_first_writes_one_node() {
+  _given_network a.xml
+  run select --first //interface/mtu a.xml
+  expect 0 '<mtu>1500</mtu>\n' ''
+  run select --first //route a.xml
+  expect 1 '' ''
+}
+
+select_first_understands_dots() {
+  _given_network a.xml
+  run select --first '/config/group/../interface/./mtu' a.xml
+  expect 0 '<mtu>1500</mtu>\n' ''
+}
+
+select_first_counts_at_most_one() {
+  _given_network a.xml
+  run select --first --count //interface a.xml
+  expect 0 '1\n' ''
+  run select --first --count //route a.xml
+  expect 1 '0\n' ''
+}
+
+select_in_several_files_names_them_on_every_line() {
+  _given_network a.xml
+  given b.xml '<config><interface/></config>'
+  run select /config/interface a.xml b.xml
+  expect 0 "a.xml:<interface name='eth0'>\na.xml:  <mtu>1500</mtu>\na.xml:</interface>\n\
+a.xml:<interface name='lo'/>\nb.xml:<interface/>\n" ''
+}
+
+select_says_yes_when_one_of_several_files_has_a_node() {
+  given a.xml '<a/>'
+  given b.xml '<b/>'
+  run select b a.xml b.xml
+  expect 0 'b.xml:<b/>\n' ''
+  run select b b.xml a.xml
+  expect 0 'b.xml:<b/>\n' ''
+  run select c a.xml b.xml
+  expect 1 '' ''
+}
+
+select_with_trouble_in_one_file_ends_as_trouble() {
+  given a.xml '<a/>'
+  local missing='xmldom: no.xml: No such file or directory\n'
+  run select a a.xml no.xml
+  expect 2 'a.xml:<a/>\n' "$missing"
+  run select b no.xml a.xml
+  expect 2 '' "$missing"
+}
+
+select_needs_a_path() {
+  run select
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr PATH
+}
+
+run_cases

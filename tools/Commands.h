@@ -1,0 +1,22 @@
+#ifndef XMLDOM_TOOLS_COMMANDS_H
+#define XMLDOM_TOOLS_COMMANDS_H
+
+#include "Command.h"
+
+#include <vector>
+
+namespace tool {
+
+// Each is defined in the source of its command.
+extern const CommandEntry kCheckCommand;
+extern const CommandEntry kFormatCommand;
+extern const CommandEntry kSelectCommand;
+extern const CommandEntry kTreeCommand;
+extern const CommandEntry kValueCommand;
+
+/// All commands, in the order in which help lists them.
+const std::vector<const CommandEntry*>& Commands();
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,63 @@
+#include "DocumentLoad.h"
+
+#include "Diagnostics.h"
+#include "Input.h"
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/parse/ParseError.h>
+
+namespace tool {
+
+namespace {
+
+const std::size_t kTagLimit = 60;
+
+/// Whether a text that holds NUL bytes begins as XML in UTF-16 does.
+bool LooksLikeUtf16(const std::string& text) {
+  for (const char* beginning : {"\xFF\xFE", "\xFE\xFF"}) {
+    if (text.compare(0, 2, beginning) == 0) return true;
+  }
+  return text.compare(0, 2, "<\0", 2) == 0 || text.compare(0, 2, "\0<", 2) == 0;
+}
+
+void ComplainAboutNul(const Input& input, std::size_t offset) {
+  std::string reason = "NUL byte";
+  if (LooksLikeUtf16(input.text)) {
+    reason += "; the text looks like UTF-16, which has to be converted to UTF-8 first";
+  }
+  ComplainAt(input.name, input.text, PositionOf(input.text, offset), reason);
+}
+
+void ComplainAboutError(const Input& input, const IXMLDOMParseError& error) {
+  std::string reason = error.m_bstrReason;
+  // Anything else is only what stands where no tag could be found.
+  if (error.m_bstrSrcText[0] == '<') {
+    reason += ", near " + VisibleLine(error.m_bstrSrcText, kTagLimit);
+  }
+  const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
+                                   static_cast<std::size_t>(error.m_lLinePos) + 1};
+  ComplainAt(input.name, input.text, position, reason);
+}
+
+}  // namespace
+
+Owned<IXMLDOMDocument2> LoadDocument(const Input& input) {
+  // The library takes a text to end at its first NUL.
+  const std::size_t nul = input.text.find('\0');
+  if (nul != std::string::npos) {
+    ComplainAboutNul(input, nul);
+    return nullptr;
+  }
+  IXMLDOMDocument2* made = nullptr;
+  Create(&made);
+  Owned<IXMLDOMDocument2> document(made);
+  if (document->loadXML(input.text.c_str()) == VARIANT_TRUE) return document;
+
+  IXMLDOMParseError* error = nullptr;
+  document->get_parseError(&error);
+  const Owned<IXMLDOMParseError> owned(error);
+  ComplainAboutError(input, *error);
+  return nullptr;
+}
+
+}  // namespace tool

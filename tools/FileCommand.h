@@ -1,0 +1,43 @@
+#ifndef XMLDOM_TOOLS_FILECOMMAND_H
+#define XMLDOM_TOOLS_FILECOMMAND_H
+
+#include "Command.h"
+#include "Input.h"
+#include "ResultWriter.h"
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// A command that does the same with each of its files, or with standard input when it has none.
+/// Trouble with one file does not keep it from the others.
+class FileCommand : public Command {
+ public:
+  void Describe(CLI::App& arguments) final;
+  ExitStatus Run(const Session& session) final;
+
+ protected:
+  enum Kind {
+    kResults,  ///< Writes what it finds in any of the files.
+    kVerdict   ///< Writes nothing and says yes when it does for every file.
+  };
+
+  explicit FileCommand(Kind kind) : m_kind(kind) {}
+
+  /// Describes what stands before the files.
+  virtual void DescribeOptions(CLI::App& arguments) = 0;
+  virtual ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) = 0;
+
+ private:
+  ExitStatus TryFile(const std::string& file, const Session& session);
+  ExitStatus Combine(ExitStatus sofar, ExitStatus next) const;
+
+  const Kind m_kind;
+  std::vector<std::string> m_files;
+  bool m_withoutNames = false;
+};
+
+}  // namespace tool
+
+#endif

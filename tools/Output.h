@@ -1,0 +1,46 @@
+#ifndef XMLDOM_TOOLS_OUTPUT_H
+#define XMLDOM_TOOLS_OUTPUT_H
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace tool {
+
+/// Results could not be written; the text gives the reason.
+class OutputError : public std::runtime_error {
+ public:
+  explicit OutputError(int errorNumber);
+};
+
+/// Buffered results on their way to a descriptor.
+/// Effects: every member that writes throws an OutputError as soon as the system refuses a byte.
+class Output {
+ public:
+  /// Takes the descriptor over; a negative one refuses the first byte.
+  explicit Output(int descriptor);
+  /// Closes the descriptor; what has not been flushed is lost.
+  ~Output();
+
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  void Write(const char* data, std::size_t size);
+  void Write(const std::string& text) { Write(text.data(), text.size()); }
+  void Flush();
+  /// Flushes and closes: some systems tell only then that the bytes did not arrive.
+  void Finish();
+
+  bool IsTerminal() const;
+
+ private:
+  void WriteThrough(const char* data, std::size_t size);
+
+  int m_descriptor;
+  std::vector<char> m_buffer;
+};
+
+}  // namespace tool
+
+#endif

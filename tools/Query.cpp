@@ -1,0 +1,49 @@
+#include "Query.h"
+
+#include "Command.h"
+#include "Owned.h"
+#include "PathCheck.h"
+#include "SourceText.h"
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/dom/XMLNodeList.h>
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+void Query::Describe(CLI::App& arguments) {
+  arguments.add_option("PATH", m_path, "What to select, such as /config/interface[@name='eth0']")
+      ->required()
+      ->option_text(" ");
+  arguments.add_flag("--first", m_first,
+                     "Select only the first node; steps . and .. are understood then");
+}
+
+void Query::Check() const {
+  const PathProblem problem = FindPathProblem(m_path, m_first);
+  if (problem.reason.empty()) return;
+  const SourcePosition position = PositionOf(m_path, problem.offset);
+  std::string text =
+      "column " + std::to_string(position.column) + " of the path: " + problem.reason;
+  const std::string excerpt = SourceExcerpt(m_path, position);
+  if (!excerpt.empty()) text += "\n" + excerpt.substr(0, excerpt.size() - 1);
+  throw UsageError(text);
+}
+
+std::size_t Query::Search(IXMLDOMDocument2* document,
+                          const std::function<void(IXMLDOMNode*)>& visit) const {
+  if (m_first) {
+    const Owned<IXMLDOMNode> node(document->SelectSingleNode(m_path.c_str()));
+    if (node == nullptr) return 0;
+    visit(node.get());
+    return 1;
+  }
+  const Owned<IXMLDOMNodeList> nodes(document->SelectNodes(m_path.c_str()));
+  for (const IXMLDOMNodeListElt* link = nodes->m_pHead; link != nullptr; link = link->m_pNext) {
+    visit(link->m_pNode);
+  }
+  return static_cast<std::size_t>(nodes->m_nCount);
+}
+
+}  // namespace tool

@@ -1,0 +1,42 @@
+#ifndef XMLDOM_TOOLS_SOURCETEXT_H
+#define XMLDOM_TOOLS_SOURCETEXT_H
+
+#include <cstddef>
+#include <string>
+
+namespace tool {
+
+/// A place in a text; both numbers count from 1, columns in characters.
+struct SourcePosition {
+  std::size_t line;
+  std::size_t column;
+};
+
+/// Bytes of the character at `text`, of which `size` bytes, at least one, are there: those of a
+/// UTF-8 sequence, or 1 for a byte that does not begin a valid one.
+std::size_t CharacterLength(const char* text, std::size_t size);
+
+/// One character as a terminal can show it.
+struct VisibleCharacter {
+  std::string text;
+  std::size_t width;  ///< In columns of the terminal.
+};
+
+/// The character of `length` bytes at `text`; what is not printable is written as \xHH, byte by
+/// byte.
+VisibleCharacter Visible(const char* text, std::size_t length);
+
+/// `text` as part of one line of a message: runs of white space as one blank, the rest visible, cut
+/// to `limit` characters.
+std::string VisibleLine(const std::string& text, std::size_t limit);
+
+/// Where the byte at `offset` stands. Lines end with LF, CR LF or CR.
+SourcePosition PositionOf(const std::string& text, std::size_t offset);
+
+/// The line of `text` at `position` and below it a caret under the column, each indented and ended;
+/// empty when there is nothing to show. A long line is cut around the column.
+std::string SourceExcerpt(const std::string& text, SourcePosition position);
+
+}  // namespace tool
+
+#endif
