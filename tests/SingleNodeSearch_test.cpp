@@ -251,9 +251,12 @@ TEST(SingleNodeSearch, A_search_that_failed_unheard_may_be_heard_when_it_is_met_
     const char* path;
   } rows[] = {{"<r><a><a/></a><a/></r>", "//a/../../a["},
               {"<r><a/><a/><b><a/></b></r>", "//a/../../b["},
-              {"<r><b/><a><a/></a><a/></r>", "//a/../../b["}};
+              {"<r><b/><a><a/></a><a/></r>", "//a/../../b["},
+              {"<r><b><a><a/></a></b><b><a/></b></r>", "//a/../../../*/a["},
+              {"<r><a><a/></a><b><a><a/></a></b></r>", "//a/../a/../../../b["},
+              {"<r><b><a><a/></a></b><a><a/></a><b><a/></b></r>", "//a/../../*/../../b["}};
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.xml);
+    SCOPED_TRACE(std::string(row.path) + " in " + row.xml);
     Document document = Load(row.xml);
     CXPathList list;
     list.ParsePath(row.path);

@@ -59,9 +59,12 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
       m_found(nullptr) {}
 
 /// Whether a search has failed before, and would only do so again without a sound.
-bool SingleNodeSearch::IsSettled(const Search& search) const {
+bool SingleNodeSearch::IsSettled(const Search& search) {
   if (m_failed.count(search) != 0) return true;
-  return Notices::Count() == m_heardBefore && m_failedUnheard.count(search) != 0;
+  if (Notices::Count() != m_heardBefore || m_failedUnheard.count(search) == 0) return false;
+  // It may have met a search that is still open; then so has the one that skips it here.
+  m_frames.back().lowestMet = 0;
+  return true;
 }
 
 IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
