@@ -1,7 +1,9 @@
 #include <xmldom/parse/XMLSax.h>
 
 #include <xmldom/dom/XMLDocument.h>
+#include <xmldom/parse/EntityNesting.h>
 #include <xmldom/parse/FileText.h>
+#include <xmldom/parse/GrowingTree.h>
 #include <xmldom/support/LogException.h>
 #include <xmldom/support/Logger.h>
 
@@ -14,8 +16,8 @@ CXMLSax::CXMLSax(IXMLDOMDocument2* document)
     : m_pNodeStack(nullptr),
       m_pDocument(document),
       m_bFirstElement(false),
-      m_isParsing(false),
-      m_attributeValue(1024) {
+      m_pTree(nullptr),
+      m_pEntityNesting(nullptr) {
   ++m_iObjCount;
 }
 
@@ -37,7 +39,6 @@ void CXMLSax::RethrowException() {
 void CXMLSax::StartLoad() {
   delete m_pNodeStack;
   m_pNodeStack = nullptr;
-  m_openElements.clear();
   m_bFirstElement = true;
   m_pDocument->ClearNode(false);
   m_pNodeStack = new CNodeStack;
@@ -74,15 +75,28 @@ bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
     text = "";
     length = 0;
   }
-  // However the parse ends, the texts of the elements that are still open get their exact size.
-  struct Finisher {
-    CXMLSax* sax;
-    ~Finisher() {
-      sax->m_isParsing = false;
-      for (OpenElement& element : sax->m_openElements) TrimText(element);
-      sax->m_openElements.clear();
+  xmldom::GrowingTree tree(m_pDocument, m_pNodeStack);
+  xmldom::EntityNesting nesting;
+  m_pTree = &tree;
+  m_pEntityNesting = &nesting;
+  bool parsed = false;
+  try {
+    parsed = Parse(text, static_cast<int>(length), true);
+  } catch (...) {
+    EndParse();
+    try {
+      tree.Finish();
+    } catch (...) {
+      // What was thrown first is what the caller has to know.
     }
-  } finisher = {this};
-  m_isParsing = true;
-  return Parse(text, static_cast<int>(length), true);
+    throw;
+  }
+  EndParse();
+  tree.Finish();
+  return parsed;
+}
+
+void CXMLSax::EndParse() {
+  m_pTree = nullptr;
+  m_pEntityNesting = nullptr;
 }

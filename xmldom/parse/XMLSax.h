@@ -1,19 +1,20 @@
 #ifndef XMLDOM_PARSE_XMLSAX_H
 #define XMLDOM_PARSE_XMLSAX_H
 
-#include <xmldom/parse/EntityNesting.h>
 #include <xmldom/parse/ExpatImpl.h>
 #include <xmldom/parse/NodeStack.h>
 #include <xmldom/support/Export.h>
-#include <xmldom/support/MemFile.h>
 #include <xmldom/support/Results.h>
 
-#include <cstddef>
 #include <exception>
-#include <vector>
 
 class IXMLDOMDocument2;
 class IXMLDOMNode;
+
+namespace xmldom {
+class EntityNesting;
+class GrowingTree;
+}  // namespace xmldom
 
 /// Builds the tree of a document from Expat's events. A document makes one for each load and keeps
 /// it until the next, so that its parse error can be asked for.
@@ -58,28 +59,15 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   void RethrowException();
 
  private:
-  // What a parse knows of an open element, so that nothing is walked or measured twice.
-  struct OpenElement {
-    IXMLDOMNode* node;
-    IXMLDOMNode* lastChild;  // null while there is none
-    IXMLDOMNode* text;       // the "#Text" child, null while there is none
-    std::size_t length;      // of its value
-    std::size_t capacity;    // of its value, without the terminator
-  };
-
   void StartLoad();
   bool ParseWhole(const char* text, unsigned long long length);
+  void EndParse();
   IXMLDOMNode* TopNode() const;
-  void AddAttributes(IXMLDOMNode* element, const char** attributes);
-  void LinkElement(IXMLDOMNode* element);
   void WatchProlog(const char* text, int length);
-  void AppendText(OpenElement& element, const char* text, std::size_t length);
-  static void TrimText(OpenElement& element);
 
-  bool m_isParsing;
-  std::vector<OpenElement> m_openElements;  // while parsing: m_pNodeStack, innermost last
-  xmldom::EntityNesting m_entityNesting;
-  CMemFile m_attributeValue;  // the one being escaped
+  // Both only while a parse runs:
+  xmldom::GrowingTree* m_pTree;
+  xmldom::EntityNesting* m_pEntityNesting;
   std::exception_ptr m_pHeldException;
 };
 
