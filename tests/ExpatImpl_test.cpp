@@ -30,11 +30,6 @@ class Recorder : public CExpatImpl<Recorder> {
     m_byteCount = GetCurrentByteCount();
   }
 
-  void HoldException() { m_held = std::current_exception(); }
-  void RethrowException() {
-    if (m_held != nullptr) std::rethrow_exception(m_held);
-  }
-
   std::string m_events;
   std::string m_thrower;  // the event that throws its own name
   int m_byteCount = -1;   // of the latest default event
@@ -44,8 +39,6 @@ class Recorder : public CExpatImpl<Recorder> {
   void ThrowAt(const std::string& event) {
     if (event == m_thrower) throw event;
   }
-
-  std::exception_ptr m_held;
 };
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "harness/LoadOutcome.h"
 #include "harness/LongText.h"
 #include "harness/Outline.h"
+#include "harness/RefusingLog.h"
 #include "harness/TemporaryFile.h"
 #include "harness/Trees.h"
 
@@ -149,42 +150,58 @@ TEST(XMLSaxMemory, Of_a_text_is_that_of_its_bytes_alone) {
   }
 }
 
-// ---- Exceptions of other kinds, held by the builder while the parser returns
+// ---- Exceptions of other kinds, thrown while the parser runs
 
 namespace {
 
-/// A builder of `document` that holds the exception `thrown` for the parse that comes.
-template <class T>
-void HoldThrown(CXMLSax& sax, T thrown) {
-  sax.CreateParser();
-  try {
-    throw thrown;
-  } catch (const T&) {
-    sax.HoldException();
-  }
+/// More entities than may refer to others, which is logged while they are parsed.
+std::string TextThatIsLogged() {
+  return "<!DOCTYPE a [" + Repeat("<!ENTITY e '&f;'>", 300) + "]><a/>";
 }
+
+/// While it lives, every log event throws 5.
+class ThrowingLog {
+ public:
+  ThrowingLog() { CLogger::SetSink(Throw, nullptr); }
+  ~ThrowingLog() { CLogger::SetSink(nullptr, nullptr); }
+  ThrowingLog(const ThrowingLog&) = delete;
+  ThrowingLog& operator=(const ThrowingLog&) = delete;
+
+ private:
+  static void Throw(const CLogEvent&, void*) { throw 5; }
+};
 
 }  // namespace
 
 TEST(XMLSaxExceptions, Pass_out_of_the_load_of_a_text) {
   const Document document = NewDocument();
-  CXMLSax sax(document);
-  HoldThrown(sax, 5);
-  EXPECT_THROW(sax.LoadXML("<a/>"), int);
+  const ThrowingLog log;
+  EXPECT_THROW(document->loadXML(TextThatIsLogged().c_str()), int);
 }
 
 TEST(XMLSaxExceptions, Are_thrown_once) {
   const Document document = NewDocument();
-  CXMLSax sax(document);
-  HoldThrown(sax, 5);
-  EXPECT_THROW(sax.RethrowException(), int);
-  EXPECT_NO_THROW(sax.RethrowException());
+  {
+    const ThrowingLog log;
+    EXPECT_THROW(document->loadXML(TextThatIsLogged().c_str()), int);
+  }
+  EXPECT_EQ(VARIANT_TRUE, document->loadXML("<a/>"));
 }
 
 TEST(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
   const Document document = NewDocument();
-  TemporaryFile file("<a/>");
-  CXMLSax sax(document);
-  HoldThrown(sax, 5);
-  EXPECT_EQ(S_FALSE, sax.LoadFromFile(file.Path()));
+  TemporaryFile file(TextThatIsLogged());
+  const ThrowingLog log;
+  short success = VARIANT_TRUE;
+  EXPECT_EQ(S_FALSE, document->load(file.Path(), &success));
+  EXPECT_EQ(VARIANT_FALSE, success);
+}
+
+TEST(XMLSaxExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
+  const Document document = NewDocument();
+  TemporaryFile file(TextThatIsLogged());
+  const RefusingLog log;
+  short success = VARIANT_FALSE;
+  EXPECT_EQ("CXMLSax - more than 256 entities refer to other entities",
+            ThrownMessage([&] { document->load(file.Path(), &success); }));
 }

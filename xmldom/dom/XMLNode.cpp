@@ -53,42 +53,74 @@ struct OwnerClearer : PreOrderVisitor {
   void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = nullptr; }
 };
 
-/// Takes the next link out of the record in the order of destruction; null when all are gone.
-IXMLDOMNode* TakeLink(IXMLDOMNode* node) {
-  IXMLDOMNode** const links[] = {&node->m_pNextSibling, &node->m_pFirstChild,
-                                 &node->m_pFirstAttribute};
-  for (IXMLDOMNode** link : links) {
-    if (*link != nullptr) {
-      IXMLDOMNode* target = *link;
-      *link = nullptr;
-      return target;
-    }
-  }
-  return nullptr;
+// How far a node stands below the one whose destruction clears owner documents: only the first two
+// levels lose their parents, all others are alike.
+const int kUncleared = -1;
+const int kDeepest = 2;
+
+/// Clears the nodes of a chain that is `depth` levels below the destroyed node.
+void ClearChain(IXMLDOMNode* head, int depth) {
+  OwnerClearer clearer(depth);
+  WalkChain<OwnerLinkTrail>(head, clearer);
+}
+
+/// Whether dropping one reference destroys the node by nothing but its own destructor.
+bool EndsWithLastReference(const IXMLDOMNode* node) {
+  return node->GetRefCount() == 1 && typeid(*node) == typeid(IXMLDOMNode);
 }
 
 /// Releases next sibling, first child and first attribute of `top`, each to its end before the
-/// next, as destructors that call each other would. A node whose last reference goes is taken apart
-/// here, with the way back in its parent link: nobody else can see the node any more. One of a
-/// derived class goes through its own destructor.
+/// next, as destructors would that call each other and that clear owner documents before they do.
+///
+/// A node whose last reference goes is taken apart here. Nobody else can see it any more, so that
+/// its record carries what the walk has to know: the parent link the way back, the type its depth
+/// below the node that clears. One that stays, because somebody else refers to it, is cleared with
+/// all that it keeps alive. One of a derived class goes through its own destructor.
 void ReleaseLinks(IXMLDOMNode* top) {
   IXMLDOMNode* node = top;
+  const int topDepth = top->m_pOwnerDocument != nullptr ? 0 : kUncleared;
+  int chainDepth = topDepth;  // of the siblings that follow the node entered last
+  top->m_pOwnerDocument = nullptr;
   for (;;) {
-    IXMLDOMNode* target = TakeLink(node);
-    if (target != nullptr) {
-      if (target->GetRefCount() == 1 && typeid(*target) == typeid(IXMLDOMNode)) {
-        target->RecurseClearDocument(0);
-        target->m_pParent = node;
-        node = target;
-      } else {
-        target->RealRelease();
+    IXMLDOMNode* target = nullptr;
+    int targetDepth = kUncleared;
+    if (node->m_pNextSibling != nullptr) {
+      target = node->m_pNextSibling;
+      node->m_pNextSibling = nullptr;
+      targetDepth = chainDepth;
+    } else if (node->m_pFirstChild != nullptr) {
+      target = node->m_pFirstChild;
+      node->m_pFirstChild = nullptr;
+      const int depth = node == top ? topDepth : static_cast<int>(node->m_eNodeType);
+      if (depth != kUncleared && target->m_pOwnerDocument != nullptr) {
+        targetDepth = depth == kDeepest ? kDeepest : depth + 1;
       }
-    } else {
-      if (node == top) return;
+    } else if (node->m_pFirstAttribute != nullptr) {
+      target = node->m_pFirstAttribute;
+      node->m_pFirstAttribute = nullptr;
+    } else if (node != top) {
       IXMLDOMNode* finished = node;
       node = node->m_pParent;
-      finished->RealRelease();
+      finished->IXMLDOMNode::~IXMLDOMNode();
+      CRefCountedObject::operator delete(finished);
+      continue;
+    } else {
+      return;
     }
+
+    if (!EndsWithLastReference(target)) {
+      if (targetDepth != kUncleared) ClearChain(target, targetDepth);
+      target->RealRelease();
+      continue;
+    }
+    const bool hasOwner = target->m_pOwnerDocument != nullptr;
+    // One that nothing has cleared so far begins to clear, itself and its siblings.
+    if (targetDepth == kUncleared && hasOwner) targetDepth = 0;
+    chainDepth = targetDepth;
+    target->m_eNodeType = static_cast<tagDOMNodeType>(hasOwner ? targetDepth : kUncleared);
+    target->m_pOwnerDocument = nullptr;
+    target->m_pParent = node;
+    node = target;
   }
 }
 
@@ -126,7 +158,6 @@ IXMLDOMNode::IXMLDOMNode()
 }
 
 IXMLDOMNode::~IXMLDOMNode() {
-  RecurseClearDocument(0);
   ReleaseLinks(this);
   std::free(m_pszNodeName);
   m_pszNodeName = nullptr;
@@ -155,8 +186,7 @@ void IXMLDOMNode::RecurseSetDocument(IXMLDOMDocument2* doc) {
 
 void IXMLDOMNode::RecurseClearDocument(int depth) {
   if (this == nullptr || m_pOwnerDocument == nullptr) return;
-  OwnerClearer clearer(depth);
-  WalkChain<OwnerLinkTrail>(this, clearer);
+  ClearChain(this, depth);
 }
 
 namespace {

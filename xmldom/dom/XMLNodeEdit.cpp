@@ -3,6 +3,8 @@
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
 
+#include <vector>
+
 namespace {
 
 /// Looks for one node among those it walks, and among their attributes.
@@ -15,29 +17,49 @@ class NodeFinder : public xmldom::PreOrderVisitor {
     for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr && !m_found;
          attribute = attribute->m_pNextSibling) {
       m_found = attribute == m_wanted;
+      // Nothing forbids it to have children.
+      if (attribute->m_pFirstChild != nullptr)
+        m_belowAttributes.push_back(attribute->m_pFirstChild);
     }
     return node->m_pFirstChild;
   }
 
   bool IsDone() const { return m_found; }
 
+  /// Goes on below the attributes that were met. Result: whether the node was found at last.
+  bool FinishBelowAttributes() {
+    while (!m_found && !m_belowAttributes.empty()) {
+      IXMLDOMNode* chain = m_belowAttributes.back();
+      m_belowAttributes.pop_back();
+      xmldom::WalkChain<xmldom::HeapTrail>(chain, *this);
+    }
+    return m_found;
+  }
+
  private:
   const IXMLDOMNode* m_wanted;
   bool m_found;
+  std::vector<IXMLDOMNode*> m_belowAttributes;
 };
+
+bool IsLeaf(const IXMLDOMNode* node) {
+  return node->m_pFirstChild == nullptr && node->m_pFirstAttribute == nullptr;
+}
 
 /// Whether `node` would move along with `top`: it is `top`, hangs below it, or follows it in a
 /// chain that has no parent to stay with. Looks downwards, because the parent link of a node that
 /// has outlived its tree may be stale.
 bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node) {
+  const bool movesAlone = top->m_pParent != nullptr || top->m_pNextSibling == nullptr;
+  if (movesAlone && IsLeaf(top)) return top == node;
   NodeFinder finder(node);
-  if (top->m_pParent == nullptr) {
+  if (movesAlone) {
+    IXMLDOMNode* below = finder.Enter(top, 0);
+    if (!finder.IsDone()) xmldom::WalkChain<xmldom::HeapTrail>(below, finder);
+  } else {
     xmldom::WalkChain<xmldom::HeapTrail>(top, finder);
-    return finder.IsDone();
   }
-  IXMLDOMNode* below = finder.Enter(top, 0);
-  if (!finder.IsDone()) xmldom::WalkChain<xmldom::HeapTrail>(below, finder);
-  return finder.IsDone();
+  return finder.FinishBelowAttributes();
 }
 
 /// The node that an edit puts in place for `newChild`: a document stands for its first child. Null

@@ -6,6 +6,8 @@
 #include <xmldom/support/LogException.h>
 #include <xmldom/support/Logger.h>
 
+#include <memory>
+
 namespace {
 
 using xmldom::NodeReference;
@@ -131,10 +133,11 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
     if (parent->replaceChild(fragment.Document(), target.Get(), &replaced) < 0) {
       throw Exception("IXMLDOMNode::replaceChild", "Call failed", parent->Getxml());
     }
-  } catch (CLogException* exception) {
+  } catch (CLogException* thrown) {
+    std::unique_ptr<CLogException> exception(thrown);
     exception->LogMessage(LOG_TYPE_EXCEPTION, LOG_SEVERITY_ALERT,
                           "IXMLDOMNode::ReplaceChildAtXPath");
-    throw;
+    throw exception.release();
   }
   Release(replaced);
   return 1;

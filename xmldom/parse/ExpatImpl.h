@@ -7,16 +7,17 @@
 #include <climits>
 #include <cstddef>
 #include <cstring>
+#include <exception>
 
 // Expands its argument before assert turns it into text: the message shows the value of NULL.
 #define XMLDOM_ASSERT_EXPANDED(condition) assert(condition)
 
 /// Binds one Expat parser to one handler object of class _T, which derives from this template and
-/// has OnStartElement, OnEndElement, OnDefault, HoldException and RethrowException.
+/// has OnStartElement, OnEndElement and OnDefault.
 ///
 /// Every member but the first two asserts that there is a parser.
-/// Exceptions: one that leaves a handler must not cross Expat's frames. The trampolines catch it,
-/// have the handler object hold it and stop the parser; Parse throws it on.
+/// Exceptions: one that leaves a handler must not cross Expat's frames, for which a target may have no
+/// unwind tables. The trampolines keep it and stop the parser; Parse throws it on.
 template <class _T>
 class CExpatImpl {
  public:
@@ -77,8 +78,12 @@ class CExpatImpl {
       if (whole > INT_MAX) return false;
       length = static_cast<int>(whole);
     }
+    std::exception_ptr thrown;
+    std::exception_ptr* const outer = Thrown();
+    Thrown() = &thrown;
     const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
-    static_cast<_T*>(this)->RethrowException();
+    Thrown() = outer;
+    if (thrown != nullptr) std::rethrow_exception(thrown);
     return parsed;
   }
 
@@ -133,9 +138,19 @@ class CExpatImpl {
     try {
       call(handler);
     } catch (...) {
-      handler->HoldException();
+      if (Thrown() == nullptr) throw;  // No parse is running: a trampoline was called by hand.
+      *Thrown() = std::current_exception();
+      // A parser that has been stopped may still report the end of the element that it is in.
+      handler->EnableElementHandler(false);
+      handler->EnableDefaultHandler(false, false);
       XML_StopParser(handler->m_p, XML_FALSE);
     }
+  }
+
+  /// Where the innermost parse of this thread keeps what a handler threw; null when none is running.
+  static std::exception_ptr*& Thrown() {
+    static thread_local std::exception_ptr* thrown = nullptr;
+    return thrown;
   }
 };
 

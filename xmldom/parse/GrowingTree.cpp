@@ -118,13 +118,13 @@ void GrowingTree::TrimText(OpenElement& element) {
 /// A document has as many stack elements as elements, but few at a time: their memory is used
 /// again.
 void GrowingTree::PushOpen(IXMLDOMNode* node) {
+  if (m_spare == nullptr) {
+    m_spare = ::operator new(sizeof(CNodeStackElt));
+    *static_cast<void**>(m_spare) = nullptr;
+  }
   m_open.push_back(OpenElement{node, nullptr, nullptr, 0, 0});
   void* memory = m_spare;
-  if (memory == nullptr) {
-    memory = ::operator new(sizeof(CNodeStackElt));
-  } else {
-    m_spare = *static_cast<void**>(memory);
-  }
+  m_spare = *static_cast<void**>(memory);
   m_stack->m_pTop = new (memory) CNodeStackElt(node, m_stack->m_pTop);
 }
 

@@ -10,6 +10,8 @@
 #include <climits>
 #include <cstring>
 
+template class CExpatImpl<CXMLSax>;
+
 int CXMLSax::m_iObjCount = 0;
 
 CXMLSax::CXMLSax(IXMLDOMDocument2* document)
@@ -25,15 +27,6 @@ CXMLSax::~CXMLSax() {
   delete m_pNodeStack;
   DestroyParser();
   --m_iObjCount;
-}
-
-void CXMLSax::HoldException() { m_pHeldException = std::current_exception(); }
-
-void CXMLSax::RethrowException() {
-  if (m_pHeldException == nullptr) return;
-  std::exception_ptr held;
-  held.swap(m_pHeldException);
-  std::rethrow_exception(held);
 }
 
 void CXMLSax::StartLoad() {

@@ -6,8 +6,6 @@
 #include <xmldom/support/Export.h>
 #include <xmldom/support/Results.h>
 
-#include <exception>
-
 class IXMLDOMDocument2;
 class IXMLDOMNode;
 
@@ -15,6 +13,11 @@ namespace xmldom {
 class EntityNesting;
 class GrowingTree;
 }  // namespace xmldom
+
+class CXMLSax;
+
+// The library's own instance serves everybody, so that a parser and its handlers never come from two.
+extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 
 /// Builds the tree of a document from Expat's events. A document makes one for each load and keeps
 /// it until the next, so that its parse error can be asked for.
@@ -54,10 +57,6 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   /// Result: `buffer`.
   char* GetErrorStr(char* buffer, int size);
 
-  /// For the trampolines: holds the exception being handled until RethrowException.
-  void HoldException();
-  void RethrowException();
-
  private:
   void StartLoad();
   bool ParseWhole(const char* text, unsigned long long length);
@@ -68,7 +67,6 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   // Both only while a parse runs:
   xmldom::GrowingTree* m_pTree;
   xmldom::EntityNesting* m_pEntityNesting;
-  std::exception_ptr m_pHeldException;
 };
 
 #endif
