@@ -6,21 +6,19 @@
 namespace {
 
 const char* const kNames[] = {
-    "IXMLDOMNode",    "IXMLDOMDocument2",   "IXMLDOMNodeList",   "IXMLDOMNodeListElt",
-    "CXPathList",     "CStrListElt",        "IXMLDOMParseError", "CXMLSax",
-    "CNodeStack",     "CNodeStackElt",      "BSTRs",
+    "IXMLDOMNode", "IXMLDOMDocument2",  "IXMLDOMNodeList", "IXMLDOMNodeListElt", "CXPathList",
+    "CStrListElt", "IXMLDOMParseError", "CXMLSax",         "CNodeStack",         "CNodeStackElt",
+    "BSTRs",
 };
 
 }  // namespace
 
 Balance Balance::Now() {
   const long counts[kCounts] = {
-      IXMLDOMNode::m_iObjCount,        IXMLDOMDocument2::m_iObjCount,
-      IXMLDOMNodeList::m_iObjCount,    IXMLDOMNodeListElt::m_iObjCount,
-      CXPathList::m_iObjCount,         CStrListElt::m_iObjCount,
-      IXMLDOMParseError::m_iObjCount,  CXMLSax::m_iObjCount,
-      CNodeStack::m_iObjCount,         CNodeStackElt::m_iObjCount,
-      GetNumBSTRsAllocated(),
+      IXMLDOMNode::m_iObjCount,        IXMLDOMDocument2::m_iObjCount, IXMLDOMNodeList::m_iObjCount,
+      IXMLDOMNodeListElt::m_iObjCount, CXPathList::m_iObjCount,       CStrListElt::m_iObjCount,
+      IXMLDOMParseError::m_iObjCount,  CXMLSax::m_iObjCount,          CNodeStack::m_iObjCount,
+      CNodeStackElt::m_iObjCount,      GetNumBSTRsAllocated(),
   };
   Balance balance;
   for (int i = 0; i < kCounts; ++i) balance.m_counts[i] = counts[i];

@@ -67,12 +67,13 @@ std::string AttributesNotOwnedBy(const IXMLDOMDocument2* owner, const IXMLDOMNod
   return names;
 }
 
-std::string Faults(const IXMLDOMDocument2* document, int others) {
+std::string Faults(const IXMLDOMDocument2* document, int nodesBefore) {
   int count = 0;
   std::string faults = FaultsBelow(document, document, &count);
-  if (IXMLDOMNode::m_iObjCount != count + others) {
-    faults += "of " + std::to_string(IXMLDOMNode::m_iObjCount) + " live nodes, " +
-              std::to_string(count) + " are in the tree\n";
+  const int alive = IXMLDOMNode::m_iObjCount - nodesBefore;
+  if (alive != count) {
+    faults += "of " + std::to_string(alive) + " live nodes, " + std::to_string(count) +
+              " are in the tree\n";
   }
   return faults;
 }

@@ -19,9 +19,9 @@ std::string NotOwnedBy(const IXMLDOMDocument2* owner, const IXMLDOMNode* node);
 /// The same for the attributes of `node` and of all below.
 std::string AttributesNotOwnedBy(const IXMLDOMDocument2* owner, const IXMLDOMNode* node);
 
-/// What is wrong with the tree of a document that nobody else holds: links that do not fit each
-/// other, counts of references or of live nodes that differ from what can be seen. Empty when
-/// nothing is. `others` is how many nodes are alive beside those of the tree.
-std::string Faults(const IXMLDOMDocument2* document, int others = 0);
+/// What is wrong with the tree of a document of which nobody holds a node: links that do not fit
+/// each other, counts of references or of live nodes that differ from what can be seen. Empty when
+/// nothing is. `nodesBefore` is how many nodes were alive before the document was made.
+std::string Faults(const IXMLDOMDocument2* document, int nodesBefore);
 
 #endif

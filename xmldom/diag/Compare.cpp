@@ -13,6 +13,12 @@ using xmldom::SameString;
 using xmldom::WriteLiteral;
 using xmldom::WriteText;
 
+/// A report begins at depth 0, from wherever the count started.
+void Empty(CMemFile& report) {
+  report.m_uPosition = 0;
+  report.m_uLength = 0;
+}
+
 struct Pair {
   IXMLDOMNode* first;
   IXMLDOMNode* second;
@@ -58,6 +64,7 @@ class Comparison {
   /// Compares the attributes of two nodes and turns to their children. Result: whether the
   /// attributes are equal.
   bool OpenPair(const Pair& pair, int depth) {
+    if (depth == 0) Empty(m_report);
     if (!ComparesAttributes(pair, depth)) return false;
     m_open.push_back(pair);
     m_second = pair.second->m_pFirstChild;
@@ -173,8 +180,7 @@ int ReportMissing(CMemFile& report, int depth, const char* which, IXMLDOMNode* p
 
 int CompareXMLNodes(IXMLDOMNode* pNode1, IXMLDOMNode* pNode2, CMemFile& report, int depth) {
   if (depth == 0) {
-    report.m_uPosition = 0;
-    report.m_uLength = 0;
+    Empty(report);
     pNode1 = xmldom::ContentOf(pNode1);
     pNode2 = xmldom::ContentOf(pNode2);
   }

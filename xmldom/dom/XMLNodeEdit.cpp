@@ -7,30 +7,25 @@
 
 namespace {
 
-/// Looks for one node among those it walks, and among their attributes.
+/// Looks for one node among those it walks. Attributes have nothing below them in an ordinary tree,
+/// but nothing forbids it: their chains are walked afterwards, like those of children.
 class NodeFinder : public xmldom::PreOrderVisitor {
  public:
   explicit NodeFinder(const IXMLDOMNode* wanted) : m_wanted(wanted), m_found(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
     m_found = node == m_wanted;
-    for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr && !m_found;
-         attribute = attribute->m_pNextSibling) {
-      m_found = attribute == m_wanted;
-      // Nothing forbids it to have children.
-      if (attribute->m_pFirstChild != nullptr)
-        m_belowAttributes.push_back(attribute->m_pFirstChild);
-    }
+    if (node->m_pFirstAttribute != nullptr) m_attributeChains.push_back(node->m_pFirstAttribute);
     return node->m_pFirstChild;
   }
 
   bool IsDone() const { return m_found; }
 
-  /// Goes on below the attributes that were met. Result: whether the node was found at last.
-  bool FinishBelowAttributes() {
-    while (!m_found && !m_belowAttributes.empty()) {
-      IXMLDOMNode* chain = m_belowAttributes.back();
-      m_belowAttributes.pop_back();
+  /// Walks the attributes that were met. Result: whether the node was found at last.
+  bool FinishAttributes() {
+    while (!m_found && !m_attributeChains.empty()) {
+      IXMLDOMNode* chain = m_attributeChains.back();
+      m_attributeChains.pop_back();
       xmldom::WalkChain<xmldom::HeapTrail>(chain, *this);
     }
     return m_found;
@@ -39,7 +34,7 @@ class NodeFinder : public xmldom::PreOrderVisitor {
  private:
   const IXMLDOMNode* m_wanted;
   bool m_found;
-  std::vector<IXMLDOMNode*> m_belowAttributes;
+  std::vector<IXMLDOMNode*> m_attributeChains;
 };
 
 bool IsLeaf(const IXMLDOMNode* node) {
@@ -59,7 +54,7 @@ bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node) {
   } else {
     xmldom::WalkChain<xmldom::HeapTrail>(top, finder);
   }
-  return finder.FinishBelowAttributes();
+  return finder.FinishAttributes();
 }
 
 /// The node that an edit puts in place for `newChild`: a document stands for its first child. Null

@@ -33,11 +33,14 @@ struct Layout {
   int width;
 };
 
+// As every document has it.
+const Layout kUsualLayout = {true, 2};
+
+/// How a node's owner lays it out. The type tells a document from the bare base of one, which is
+/// its own owner too.
 Layout LayoutOf(const IXMLDOMNode* node) {
   const IXMLDOMDocument2* document = node->m_pOwnerDocument;
-  // A node without owner is written as every document has it. The type tells a document from the
-  // bare base of one, which is its own owner too.
-  if (document == nullptr || document->m_eNodeType != NODE_DOCUMENT) return Layout{true, 2};
+  if (document == nullptr || document->m_eNodeType != NODE_DOCUMENT) return kUsualLayout;
   return Layout{(document->m_uFlags & IXMLDOMDocument2::FORMATTED_LAYOUT) != 0,
                 document->m_nIndent};
 }
@@ -67,9 +70,10 @@ ChildKinds KindsOf(const IXMLDOMNode* node) {
 /// Writes the nodes it walks.
 class Writer {
  public:
-  Writer(CMemFile& out, int depth, const WriterArguments& arguments)
+  Writer(CMemFile& out, int depth, const IXMLDOMNode* top, const WriterArguments& arguments)
       : m_text(out),
         m_topDepth(depth),
+        m_hasOwner(top->m_pOwnerDocument != nullptr),
         m_arguments(arguments),
         m_pagedLevel(kNoLevel),
         m_position(0) {}
@@ -108,8 +112,7 @@ class Writer {
   bool IsPaged(const IXMLDOMNode* node) const { return node == m_arguments.pagedNode; }
 
   IXMLDOMNode* Open(IXMLDOMNode* node, long long level, bool indexed, int index) {
-    const Layout layout = LayoutOf(node);
-    if (layout.indents) WriteBlanks(m_text, level * layout.width);
+    WriteIndent(node, level);
     WriteLiteral(m_text, "<");
     WriteText(m_text, node->m_pszNodeName);
     WriteDecorations(node, indexed, index);
@@ -123,11 +126,11 @@ class Writer {
     }
     if (kinds.texts != 0) {
       if (!m_arguments.masked) WriteLiteral(m_text, ">");
-      WriteTexts(node, kinds, (level + 1) * layout.width);
+      WriteTexts(node, kinds, (level + 1) * LayoutHere(node).width);
     }
     if (!kinds.others) {
       WriteRowsOfPage(node);
-      if (kinds.IsMultiLine() && layout.indents) WriteBlanks(m_text, level * layout.width);
+      if (kinds.IsMultiLine()) WriteIndent(node, level);
       WriteEndTag(node);
       return nullptr;
     }
@@ -147,9 +150,19 @@ class Writer {
           static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, last))));
       m_pagedLevel = kNoLevel;
     }
-    const Layout layout = LayoutOf(node);
-    if (layout.indents) WriteBlanks(m_text, level * layout.width);
+    WriteIndent(node, level);
     WriteEndTag(node);
+  }
+
+  /// What hangs below a node without owner, because that was taken out of its tree, still names the
+  /// old owner, which may be gone.
+  Layout LayoutHere(const IXMLDOMNode* node) const {
+    return m_hasOwner ? LayoutOf(node) : kUsualLayout;
+  }
+
+  void WriteIndent(const IXMLDOMNode* node, long long level) {
+    const Layout layout = LayoutHere(node);
+    if (layout.indents) WriteBlanks(m_text, level * layout.width);
   }
 
   void CloseEmpty(IXMLDOMNode* node) {
@@ -230,6 +243,7 @@ class Writer {
 
   xmldom::TextBuffer m_text;
   int m_topDepth;
+  bool m_hasOwner;
   WriterArguments m_arguments;
   long long m_pagedLevel;  // of the children of the paged node, while they are written
   int m_position;          // of the child of the paged node that was met last
@@ -244,7 +258,7 @@ void IXMLDOMNode::GetXMLHelper(CMemFile& out, int iDepth, IXMLDOMNode* pPagedNod
   if (node == nullptr) return;
   const WriterArguments arguments = {pPagedNode, nFirst,         nCount, nCurPage,
                                      nNumPages,  pszPadTemplate, bMasked};
-  Writer writer(out, iDepth, arguments);
+  Writer writer(out, iDepth, node, arguments);
   const bool indexed = bIndexed && node == this;
   IXMLDOMNode* below = writer.EnterTop(node, indexed, indexed ? nIndex : 0);
   if (below != nullptr) {

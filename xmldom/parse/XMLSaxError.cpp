@@ -29,7 +29,8 @@ char* CXMLSax::GetErrorTag(char* buffer, int size) {
   int offset = 0;
   int contextSize = 0;
   const char* context = GetInputContext(&offset, &contextSize);
-  if (context == nullptr) {
+  // Without input some versions of Expat have no context, and some an empty one.
+  if (context == nullptr || contextSize == 0) {
     std::strncpy(buffer, "undefined", static_cast<std::size_t>(size));
     buffer[size - 1] = '\0';
     return buffer;
