@@ -34,6 +34,24 @@ class ChainFinder : public PreOrderVisitor {
   IXMLDOMNode* m_found;
 };
 
+/// Walks everything, up to the first node that matches the only step.
+class DescendantFinder : public PreOrderVisitor {
+ public:
+  explicit DescendantFinder(const XPathStep& step) : m_step(step), m_found(nullptr) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    if (MatchesStep(node, m_step)) m_found = node;
+    return node->m_pFirstChild;
+  }
+
+  bool IsDone() const { return m_found != nullptr; }
+  IXMLDOMNode* Found() const { return m_found; }
+
+ private:
+  const XPathStep& m_step;
+  IXMLDOMNode* m_found;
+};
+
 /// Moves along the "." and ".." of the steps from `*k` on. Result: where they lead, null when there
 /// is no parent; `*k` is then the step behind them.
 IXMLDOMNode* FollowDots(IXMLDOMNode* node, const XPathSteps& steps, int* k) {
@@ -68,6 +86,10 @@ bool SingleNodeSearch::IsSettled(const Search& search) {
 }
 
 IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
+  if (k == -1 && !m_remembers && m_steps.Count() != 0) {
+    if (!m_descendant) return FindChain(node->m_pFirstChild, m_steps, 0);
+    if (m_steps.Count() == 1) return FindDescendant(node);
+  }
   Open(node, k);
   while (m_found == nullptr && !m_frames.empty()) {
     Frame& frame = m_frames.back();
@@ -80,6 +102,17 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
     Open(child, frame.childStep);
   }
   return m_found;
+}
+
+/// The search of all that is below a node for one step: here 4 repeats 3 once, and nothing else
+/// does.
+IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
+  DescendantFinder finder(m_steps.At(0));
+  WalkChain<HeapTrail>(node->m_pFirstChild, finder);
+  if (!finder.IsDone() && Notices::Count() != m_heardBefore) {
+    WalkChain<HeapTrail>(node->m_pFirstChild, finder);
+  }
+  return finder.Found();
 }
 
 /// Tests the node and opens the search of its children, or finds that there is no more to it.
@@ -98,6 +131,7 @@ void SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
   const unsigned long heard = Notices::Count();
   if (k >= 0 && !MatchesStep(node, m_steps.At(k))) {
     if (!m_descendant) return;
+    if (!m_remembers && node->m_pFirstChild == nullptr) return;
     PushFrame(search, node->m_pFirstChild, 0, heard);
     m_frames.back().repeats = true;
     return;

@@ -54,6 +54,7 @@ class SingleNodeSearch {
     unsigned long heardBelow;  // notices before its children were searched
   };
 
+  IXMLDOMNode* FindDescendant(IXMLDOMNode* node);
   bool IsSettled(const Search& search);
   void Open(IXMLDOMNode* node, int k);
   void PushFrame(const Search& search, IXMLDOMNode* firstChild, int childStep, unsigned long heard);

@@ -3,8 +3,24 @@
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/HeapString.h>
 
+#include <algorithm>
+#include <new>
+
 int IXMLDOMNodeListElt::m_iObjCount = 0;
 int IXMLDOMNodeList::m_iObjCount = 0;
+
+namespace {
+
+const unsigned kSmallestBlock = 8;
+const unsigned kLargestBlock = 512;
+
+}  // namespace
+
+/// The links stand behind it.
+struct IXMLDOMNodeList::Block {
+  Block* next;
+  unsigned size;  // in links
+};
 
 IXMLDOMNodeListElt::IXMLDOMNodeListElt(IXMLDOMNode* node) : m_pNode(node), m_pNext(nullptr) {
   m_pNode->AddRef();
@@ -21,7 +37,9 @@ IXMLDOMNodeList::IXMLDOMNodeList()
       m_pTail(nullptr),
       m_pCursor(nullptr),
       m_nCount(0),
-      m_nCursorIndex(CURSOR_FRESH) {
+      m_nCursorIndex(CURSOR_FRESH),
+      m_pBlocks(nullptr),
+      m_nUnusedLinks(0) {
   ++m_iObjCount;
 }
 
@@ -29,14 +47,34 @@ IXMLDOMNodeList::~IXMLDOMNodeList() {
   while (m_pHead != nullptr) {
     IXMLDOMNodeListElt* link = m_pHead;
     m_pHead = link->m_pNext;
-    delete link;
+    link->~IXMLDOMNodeListElt();
+  }
+  while (m_pBlocks != nullptr) {
+    Block* block = m_pBlocks;
+    m_pBlocks = block->next;
+    ::operator delete(block);
   }
   --m_iObjCount;
 }
 
+void* IXMLDOMNodeList::TakeLinkMemory() {
+  if (m_nUnusedLinks == 0) {
+    const unsigned size =
+        m_pBlocks == nullptr ? kSmallestBlock : std::min(2 * m_pBlocks->size, kLargestBlock);
+    Block* block =
+        static_cast<Block*>(::operator new(sizeof(Block) + size * sizeof(IXMLDOMNodeListElt)));
+    block->next = m_pBlocks;
+    block->size = size;
+    m_pBlocks = block;
+    m_nUnusedLinks = size;
+  }
+  --m_nUnusedLinks;
+  return reinterpret_cast<IXMLDOMNodeListElt*>(m_pBlocks + 1) + m_nUnusedLinks;
+}
+
 int IXMLDOMNodeList::Add(IXMLDOMNode* node) {
   if (node == nullptr) return 0;
-  IXMLDOMNodeListElt* link = new IXMLDOMNodeListElt(node);
+  IXMLDOMNodeListElt* link = new (TakeLinkMemory()) IXMLDOMNodeListElt(node);
   if (m_pHead == nullptr) {
     m_pHead = link;
   } else {

@@ -57,6 +57,15 @@ class XMLDOM_API IXMLDOMNodeList : public CRefCountedObject {
 
  protected:
   void ResetCursor();
+
+ private:
+  // Links are made in blocks, so that a long list costs few allocations.
+  struct Block;
+
+  void* TakeLinkMemory();
+
+  Block* m_pBlocks;         // newest first
+  unsigned m_nUnusedLinks;  // of the newest block
 };
 
 /// The attributes of a node, as a list that can be asked by name.

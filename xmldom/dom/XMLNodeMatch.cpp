@@ -14,6 +14,7 @@ using xmldom::TextRange;
 using xmldom::XPathPredicate;
 using xmldom::XPathSegment;
 using xmldom::XPathStep;
+using xmldom::XPathTest;
 
 /// A malformed predicate makes its step fail.
 bool FailAtTermination() {
@@ -66,32 +67,16 @@ bool EqualsNumber(const char* value, const char* number) {
   return value != nullptr && std::strtol(value, nullptr, 10) == std::strtol(number, nullptr, 10);
 }
 
-/// Compares with the literal that begins at its opening quote; what follows it is ignored.
 bool EqualsLiteral(const char* value, const TextRange& literal) {
-  const char* begin = literal.begin + 1;
-  const void* quote =
-      std::memchr(begin, *literal.begin, static_cast<std::size_t>(literal.end - begin));
-  if (quote == nullptr) return false;
-  const TextRange wanted = {begin, static_cast<const char*>(quote)};
-  return value == nullptr ? wanted.Length() == 0 : xmldom::Equals(value, wanted);
+  return value == nullptr ? literal.Length() == 0 : xmldom::Equals(value, literal);
 }
 
-/// The test at the end of a predicate: name=number, name='text' or name="text". One without '='
-/// holds for nobody.
-bool HoldsTest(IXMLDOMNode* candidate, const TextRange& test) {
-  const void* equals = std::memchr(test.begin, '=', test.Length());
-  if (equals == nullptr) return false;
-  const TextRange name = {test.begin, static_cast<const char*>(equals)};
-  if (!xmldom::Equals(candidate->m_pszNodeName, name)) return false;
-
-  // Collected before the rest is looked at: what that prints does not depend on it.
+bool HoldsTest(IXMLDOMNode* candidate, const XPathTest& test) {
+  if (test.kind == XPathTest::HOLDS_NEVER) return false;
+  if (!xmldom::Equals(candidate->m_pszNodeName, test.name)) return false;
   const CandidateValue value(candidate);
-  const TextRange wanted = {name.end + 1, test.end};
-  if (wanted.StartsWith('\'') || wanted.StartsWith('"')) {
-    return EqualsLiteral(value.Text(), wanted);
-  }
-  // The number ends with the predicate: no digit can stand where its text ends.
-  return EqualsNumber(value.Text(), wanted.begin);
+  if (test.kind == XPathTest::NUMBER) return EqualsNumber(value.Text(), test.wanted.begin);
+  return test.kind == XPathTest::LITERAL && EqualsLiteral(value.Text(), test.wanted);
 }
 
 /// Walks the candidates of a predicate, one segment a level, up to the first that satisfies it.
@@ -107,7 +92,7 @@ class PredicateSearch {
       return nullptr;
     }
     if (i + 1 == m_predicate.Count()) {
-      m_holds = HoldsTest(candidate, segment.text);
+      m_holds = HoldsTest(candidate, m_predicate.Test());
       return nullptr;
     }
     if (!segment.anyName && !xmldom::Equals(candidate->m_pszNodeName, segment.text)) {
@@ -132,37 +117,32 @@ bool AnyHolds(IXMLDOMNode* candidates, const XPathPredicate& predicate, std::siz
   return search.IsDone();
 }
 
-bool HoldsFor(IXMLDOMNode* node, const TextRange& text) {
-  const XPathPredicate predicate(text);
+bool HoldsFor(IXMLDOMNode* node, const XPathPredicate& predicate) {
   return AnyHolds(predicate.At(0).isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild,
                   predicate, 0);
 }
 
-/// Whether all predicates of a step, from its first '[' on, hold for a node.
-bool HoldAllPredicates(IXMLDOMNode* node, const char* p) {
-  for (;;) {
-    while (*p == ' ') ++p;
-    if (*p == '\0') return true;
-    if (*p != '[') return FailAtCharacter(*p);
-    const char* begin = p + 1;
-    const char* end = std::strchr(begin, ']');
-    if (end == nullptr) return FailAtTermination();
-    if (!HoldsFor(node, TextRange{begin, end})) return false;
-    p = end + 1;
-  }
-}
-
 }  // namespace
 
-bool xmldom::MatchesStep(IXMLDOMNode* node, const XPathStep& step) {
-  if (node->m_eNodeType != NODE_ELEMENT) return false;
-  if (step.text == nullptr) {
-    char* name = nullptr;
-    char* predicates = nullptr;
-    return node->ParseXPathQuery(nullptr, &name, &predicates) != 0;
+bool xmldom::HoldAllPredicates(IXMLDOMNode* node, const XPathStep& step) {
+  for (const XPathPredicate& predicate : step.Predicates()) {
+    if (!HoldsFor(node, predicate)) return false;
   }
-  if (!step.anyName && !Equals(node->m_pszNodeName, step.name)) return false;
-  return step.predicates == nullptr || HoldAllPredicates(node, step.predicates);
+  switch (step.PredicatesEnd()) {
+    case XPathStep::WRONG_CHARACTER:
+      return FailAtCharacter(step.WrongCharacter());
+    case XPathStep::UNTERMINATED:
+      return FailAtTermination();
+    case XPathStep::COMPLETE:
+      break;
+  }
+  return true;
+}
+
+bool xmldom::FailAtMissingStep(IXMLDOMNode* node) {
+  char* name = nullptr;
+  char* predicates = nullptr;
+  return node->ParseXPathQuery(nullptr, &name, &predicates) != 0;
 }
 
 int StringMatchesSubString(const char* s, const char* sub, int n) {
@@ -171,12 +151,10 @@ int StringMatchesSubString(const char* s, const char* sub, int n) {
   return std::strlen(s) == length && std::strncmp(s, sub, length) == 0;
 }
 
-int IXMLDOMNode::MatchQuery(const char* step) {
-  return xmldom::MatchesStep(this, xmldom::SplitStep(step));
-}
+int IXMLDOMNode::MatchQuery(const char* step) { return xmldom::MatchesStep(this, XPathStep(step)); }
 
 int IXMLDOMNode::MatchesSubquery(const char* predicate) {
-  return predicate != nullptr && HoldsFor(this, xmldom::WholeText(predicate));
+  return predicate != nullptr && HoldsFor(this, XPathPredicate(xmldom::WholeText(predicate)));
 }
 
 int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {

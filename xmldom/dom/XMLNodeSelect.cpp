@@ -41,6 +41,7 @@ void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result
     result->Add(node);
     return;
   }
+  if (node->m_pFirstChild == nullptr) return;
   StepCollector collector(steps, step, result);
   WalkChain<HeapTrail>(node->m_pFirstChild, collector);
 }

@@ -39,9 +39,9 @@ int IXMLDOMNode::ParseXPathQuery(const char* query, char** name, char** predicat
   }
   *name = nullptr;
   *predicates = nullptr;
-  const xmldom::XPathStep step = xmldom::SplitStep(query);
-  HeapText nameCopy = Copy(step.name);
-  *predicates = xmldom::CopyString(step.predicates);
+  const char* rest = nullptr;
+  HeapText nameCopy = Copy(xmldom::NameOfStep(query, &rest));
+  *predicates = xmldom::CopyString(rest);
   *name = nameCopy.release();
   return 1;
 }

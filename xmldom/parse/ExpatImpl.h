@@ -16,8 +16,8 @@
 /// has OnStartElement, OnEndElement and OnDefault.
 ///
 /// Every member but the first two asserts that there is a parser.
-/// Exceptions: one that leaves a handler must not cross Expat's frames, for which a target may have no
-/// unwind tables. The trampolines keep it and stop the parser; Parse throws it on.
+/// Exceptions: one that leaves a handler must not cross Expat's frames, for which a target may have
+/// no unwind tables. The trampolines keep it and stop the parser; Parse throws it on.
 template <class _T>
 class CExpatImpl {
  public:
@@ -147,7 +147,8 @@ class CExpatImpl {
     }
   }
 
-  /// Where the innermost parse of this thread keeps what a handler threw; null when none is running.
+  /// Where the innermost parse of this thread keeps what a handler threw; null when none is
+  /// running.
   static std::exception_ptr*& Thrown() {
     static thread_local std::exception_ptr* thrown = nullptr;
     return thrown;

@@ -16,7 +16,8 @@ class GrowingTree;
 
 class CXMLSax;
 
-// The library's own instance serves everybody, so that a parser and its handlers never come from two.
+// The library's own instance serves everybody, so that a parser and its handlers never come from
+// two.
 extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 
 /// Builds the tree of a document from Expat's events. A document makes one for each load and keeps

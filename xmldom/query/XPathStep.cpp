@@ -32,33 +32,35 @@ bool CutSegment(TextRange* text, XPathSegment* segment) {
   return true;
 }
 
+const char* Find(const TextRange& text, char c) {
+  return static_cast<const char*>(std::memchr(text.begin, c, text.Length()));
+}
+
+XPathTest SplitTest(const TextRange& text) {
+  XPathTest test = {XPathTest::HOLDS_NEVER, {nullptr, nullptr}, {nullptr, nullptr}};
+  const char* equals = Find(text, '=');
+  if (equals == nullptr) return test;
+  test.name = TextRange{text.begin, equals};
+  test.wanted = TextRange{equals + 1, text.end};
+  if (!test.wanted.StartsWith('\'') && !test.wanted.StartsWith('"')) {
+    test.kind = XPathTest::NUMBER;
+    return test;
+  }
+  // What follows the closing quote is ignored.
+  const char quote = *test.wanted.begin++;
+  const char* end = Find(test.wanted, quote);
+  test.kind = end == nullptr ? XPathTest::OPEN_LITERAL : XPathTest::LITERAL;
+  if (end != nullptr) test.wanted.end = end;
+  return test;
+}
+
 }  // namespace
 
 TextRange WholeText(const char* text) { return TextRange{text, text + std::strlen(text)}; }
 
-bool Equals(const char* text, const TextRange& range) {
-  if (text == nullptr) return false;
-  const std::size_t length = range.Length();
-  return std::strncmp(text, range.begin, length) == 0 && text[length] == '\0';
-}
-
-XPathStep SplitStep(const char* text) {
-  XPathStep step = {text, {nullptr, nullptr}, nullptr, false};
-  if (text == nullptr) return step;
-  const char* bracket = std::strchr(text, '[');
-  step.name = bracket == nullptr ? WholeText(text) : TextRange{text, bracket};
-  step.predicates = bracket;
-  step.anyName = step.name.Length() == 1 && step.name.StartsWith('*');
-  return step;
-}
-
-XPathSteps::XPathSteps(CXPathList& list) : m_none(SplitStep(nullptr)), m_hasDots(false) {
-  if (list.m_ppIndex == nullptr) list.CreateIndex();
-  m_steps.reserve(static_cast<std::size_t>(list.m_nCount));
-  for (int k = 0; k < list.m_nCount; ++k) {
-    m_steps.push_back(SplitStep(list.m_ppIndex[k]));
-    m_hasDots = m_hasDots || m_steps.back().HasDots();
-  }
+TextRange NameOfStep(const char* text, const char** predicates) {
+  *predicates = std::strchr(text, '[');
+  return *predicates == nullptr ? WholeText(text) : TextRange{text, *predicates};
 }
 
 XPathPredicate::XPathPredicate(const TextRange& text) {
@@ -68,6 +70,50 @@ XPathPredicate::XPathPredicate(const TextRange& text) {
     XPathSegment segment;
     more = CutSegment(&rest, &segment);
     m_rest.push_back(segment);
+  }
+  m_test = SplitTest(At(Count() - 1).text);
+}
+
+XPathStep::XPathStep(const char* text)
+    : m_text(text),
+      m_name{nullptr, nullptr},
+      m_anyName(false),
+      m_hasPredicates(false),
+      m_end(COMPLETE),
+      m_wrongCharacter('\0') {
+  if (text == nullptr) return;
+  const char* predicates = nullptr;
+  m_name = NameOfStep(text, &predicates);
+  m_anyName = m_name.Length() == 1 && m_name.StartsWith('*');
+  m_hasPredicates = predicates != nullptr;
+  if (m_hasPredicates) SplitPredicates(predicates);
+}
+
+void XPathStep::SplitPredicates(const char* text) {
+  for (const char* p = text;; ++p) {
+    while (*p == ' ') ++p;
+    if (*p == '\0') return;
+    if (*p != '[') {
+      m_end = WRONG_CHARACTER;
+      m_wrongCharacter = *p;
+      return;
+    }
+    const char* begin = p + 1;
+    p = std::strchr(begin, ']');
+    if (p == nullptr) {
+      m_end = UNTERMINATED;
+      return;
+    }
+    m_predicates.push_back(XPathPredicate(TextRange{begin, p}));
+  }
+}
+
+XPathSteps::XPathSteps(CXPathList& list) : m_none(nullptr), m_hasDots(false) {
+  if (list.m_ppIndex == nullptr) list.CreateIndex();
+  m_steps.reserve(static_cast<std::size_t>(list.m_nCount));
+  for (int k = 0; k < list.m_nCount; ++k) {
+    m_steps.push_back(XPathStep(list.m_ppIndex[k]));
+    m_hasDots = m_hasDots || m_steps.back().HasDots();
   }
 }
 
