@@ -8,21 +8,27 @@
 
 namespace xmldom {
 
+/// How often chain ends had to be forgotten.
+extern unsigned long long g_uChainAge;
+
 /// The last node of the chain that starts at `node`, which must not be null.
 inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
   while (node->m_pNextSibling != nullptr) node = node->m_pNextSibling;
   return node;
 }
 
-/// Links `node` at the end of the chain that starts at `head`. `hint` is a node of the chain to
-/// start from, or null. Cost: linear in the nodes between the hint and the end.
-inline void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node, IXMLDOMNode* hint = nullptr) {
-  if (head == nullptr) {
-    head = node;
-  } else {
-    LastOf(hint != nullptr ? hint : head)->m_pNextSibling = node;
-  }
+/// Links `node`, whose parent is set, at the end of the chain that starts at `head`.
+/// Cost: constant for a chain that was appended to recently, when no node has been destroyed or
+/// taken out of any tree since; otherwise linear in the chain.
+void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
+
+/// Links `node` at the end of a chain whose last node is known; null for an empty one.
+inline void AppendBehind(IXMLDOMNode* last, IXMLDOMNode*& head, IXMLDOMNode* node) {
+  (last != nullptr ? last->m_pNextSibling : head) = node;
 }
+
+/// Makes AppendToChain forget where chains end: a node is going, or leaves its chain.
+inline void ForgetChainEnds() { ++g_uChainAge; }
 
 /// The first node of exactly that name in the chain, borrowed, or null.
 inline IXMLDOMNode* FindInChain(IXMLDOMNode* head, const char* name) {

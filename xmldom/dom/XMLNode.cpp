@@ -158,6 +158,7 @@ IXMLDOMNode::IXMLDOMNode()
 }
 
 IXMLDOMNode::~IXMLDOMNode() {
+  xmldom::ForgetChainEnds();
   ReleaseLinks(this);
   std::free(m_pszNodeName);
   m_pszNodeName = nullptr;
@@ -167,6 +168,7 @@ IXMLDOMNode::~IXMLDOMNode() {
 }
 
 void IXMLDOMNode::ClearNode(bool bFreeName) {
+  xmldom::ForgetChainEnds();
   // Deliberate: the reverse of the order of destruction.
   Release(m_pFirstAttribute);
   Release(m_pFirstChild);
@@ -180,6 +182,10 @@ void IXMLDOMNode::ClearNode(bool bFreeName) {
 }
 
 void IXMLDOMNode::RecurseSetDocument(IXMLDOMDocument2* doc) {
+  if (m_pFirstChild == nullptr && m_pNextSibling == nullptr) {
+    m_pOwnerDocument = doc;
+    return;
+  }
   OwnerSetter setter(doc);
   WalkChain<OwnerLinkTrail>(this, setter);
 }

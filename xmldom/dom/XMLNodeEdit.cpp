@@ -140,6 +140,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     }
     PlaceBefore(node, this, oldChild->m_pNextSibling);
     *link = node;
+    xmldom::ForgetChainEnds();
     oldChild->m_pNextSibling = nullptr;
     oldChild->m_pParent = nullptr;
     oldChild->RecurseSetDocument(nullptr);
@@ -157,6 +158,7 @@ HRESULT IXMLDOMNode::removeChild(IXMLDOMNode* oldChild, IXMLDOMNode** out) {
 
 void IXMLDOMNode::RemoveNodeFromTree() {
   if (m_pParent == nullptr) return;
+  xmldom::ForgetChainEnds();
   if (m_pParent->m_pFirstChild == this) {
     m_pParent->m_pFirstChild = m_pNextSibling;
   } else {

@@ -51,7 +51,7 @@ void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
     IXMLDOMNode* attribute =
         new IXMLDOMNode(m_document, attributes[0], Escaped(attributes[1]), NODE_ATTRIBUTE);
     attribute->m_pParent = element;
-    AppendToChain(element->m_pFirstAttribute, attribute, last);
+    AppendBehind(last, element->m_pFirstAttribute, attribute);
     last = attribute;
   }
   // As after any attribute that was added.
@@ -75,7 +75,7 @@ void GrowingTree::Link(IXMLDOMNode* node) {
   }
   OpenElement& parent = m_open.back();
   node->m_pParent = parent.node;
-  AppendToChain(parent.node->m_pFirstChild, node, parent.lastChild);
+  AppendBehind(parent.lastChild, parent.node->m_pFirstChild, node);
   parent.lastChild = node;
 }
 

@@ -1,0 +1,46 @@
+#include <xmldom/dom/NodeChain.h>
+
+#include <cstddef>
+#include <cstdint>
+
+// The record of a node has no room for the end of its chains. The ends of the chains that grew last
+// are remembered here instead, so that appending to them one by one is linear.
+
+namespace xmldom {
+
+unsigned long long g_uChainAge = 0;
+
+namespace {
+
+struct ChainEnd {
+  IXMLDOMNode** head;  // names the chain
+  IXMLDOMNode* last;
+  unsigned long long age;  // when it was the last
+};
+
+/// The one place where the end of a chain can be remembered. Documents may be used by different
+/// threads, so each has its own; the age is everybody's, since a document may change hands.
+ChainEnd& PlaceOf(IXMLDOMNode** head) {
+  static const std::size_t kPlaces = 16;
+  static thread_local ChainEnd places[kPlaces];
+  const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(head);
+  return places[(address >> 4 ^ address >> 9) % kPlaces];
+}
+
+}  // namespace
+
+void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
+  ChainEnd& end = PlaceOf(&head);
+  if (head == nullptr) {
+    head = node;
+  } else {
+    // A node that was there when nothing had been forgotten is there still; the parent tells
+    // whether an application has moved it by hand.
+    const bool remembers =
+        end.head == &head && end.age == g_uChainAge && end.last->m_pParent == node->m_pParent;
+    LastOf(remembers ? end.last : head)->m_pNextSibling = node;
+  }
+  end = ChainEnd{&head, node, g_uChainAge};
+}
+
+}  // namespace xmldom
