@@ -91,9 +91,9 @@ class Comparison {
         return ReportTexts(depth, "Attribute name mismatch, ", first->m_pszNodeName,
                            second->m_pszNodeName, pair);
       }
-      if (!SameString(first->GetStrValue(), second->GetStrValue())) {
-        return ReportTexts(depth, "Attribute value mismatch, ", first->GetStrValue(),
-                           second->GetStrValue(), pair);
+      if (!SameString(xmldom::StoredValueOf(first), xmldom::StoredValueOf(second))) {
+        return ReportTexts(depth, "Attribute value mismatch, ", xmldom::StoredValueOf(first),
+                           xmldom::StoredValueOf(second), pair);
       }
     }
     if (first != nullptr) {
@@ -120,9 +120,9 @@ class Comparison {
                          pair);
     }
     if (first->m_eNodeType == NODE_TEXT &&
-        !SameString(first->GetStrValue(), second->GetStrValue())) {
-      return ReportTexts(depth, "text value mismatch, ", first->GetStrValue(),
-                         second->GetStrValue(), pair);
+        !SameString(xmldom::StoredValueOf(first), xmldom::StoredValueOf(second))) {
+      return ReportTexts(depth, "text value mismatch, ", xmldom::StoredValueOf(first),
+                         xmldom::StoredValueOf(second), pair);
     }
     return true;
   }

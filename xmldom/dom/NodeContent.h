@@ -10,6 +10,15 @@ inline bool IsOwnDocument(const IXMLDOMNode* node) {
   return static_cast<const void*>(node->m_pOwnerDocument) == static_cast<const void*>(node);
 }
 
+/// What IXMLDOMNode::GetStrValue gives.
+inline const char* StoredValueOf(const IXMLDOMNode* node) {
+  if (node->m_eNodeType == NODE_ELEMENT && node->m_pFirstChild != nullptr &&
+      node->m_pFirstChild->m_eNodeType == NODE_TEXT) {
+    return node->m_pFirstChild->m_pszValue;
+  }
+  return node->m_pszValue;
+}
+
 /// What reading a node reads: the node itself, or for a document its first child; borrowed, null
 /// for an empty document.
 inline IXMLDOMNode* ContentOf(const IXMLDOMNode* node) {

@@ -1,5 +1,6 @@
 #include <xmldom/diag/XML.h>
 #include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
 
@@ -34,13 +35,7 @@ const char* IXMLDOMNode::GetStrAttribute(const char* name) {
   return value;
 }
 
-const char* IXMLDOMNode::GetStrValue() const {
-  if (m_eNodeType == NODE_ELEMENT && m_pFirstChild != nullptr &&
-      m_pFirstChild->m_eNodeType == NODE_TEXT) {
-    return m_pFirstChild->m_pszValue;
-  }
-  return m_pszValue;
-}
+const char* IXMLDOMNode::GetStrValue() const { return xmldom::StoredValueOf(this); }
 
 int IXMLDOMNode::GetNextAttribute(IXMLDOMNode*& cursor, const char*& name, const char*& value) {
   cursor = cursor == nullptr ? m_pFirstAttribute : cursor->m_pNextSibling;

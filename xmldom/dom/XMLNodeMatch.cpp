@@ -1,3 +1,4 @@
+#include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/NodeMatch.h>
 #include <xmldom/dom/Notices.h>
 #include <xmldom/dom/TreeWalk.h>
@@ -36,7 +37,7 @@ class CandidateValue {
  public:
   explicit CandidateValue(IXMLDOMNode* candidate) : m_text(nullptr), m_owned(nullptr, std::free) {
     if (candidate->m_eNodeType == NODE_ATTRIBUTE) {
-      m_text = candidate->GetStrValue();
+      m_text = xmldom::StoredValueOf(candidate);
     } else if (!IsPlain(candidate)) {
       m_owned.reset(candidate->GetTextAsStr());
       m_text = m_owned.get();
@@ -52,7 +53,7 @@ class CandidateValue {
     const IXMLDOMNode* child = element->m_pFirstChild;
     if (child == nullptr) return true;
     if (child->m_eNodeType != NODE_TEXT || child->m_pNextSibling != nullptr) return false;
-    const char* text = child->GetStrValue();
+    const char* text = xmldom::StoredValueOf(child);
     if (text != nullptr && std::strchr(text, '&') != nullptr) return false;
     if (text != nullptr && *text != '\0') m_text = text;
     return true;

@@ -28,7 +28,7 @@ class TextCollector : public xmldom::PreOrderVisitor {
          child = child->m_pNextSibling) {
       if (child->m_eNodeType != NODE_TEXT) continue;
       if (m_out.m_uPosition != 0) xmldom::WriteLiteral(m_out, " ");
-      TranslateEntities(child->GetStrValue(), m_out);
+      TranslateEntities(xmldom::StoredValueOf(child), m_out);
     }
   }
 

@@ -205,7 +205,7 @@ class Writer {
       WriteLiteral(m_text, " ");
       WriteText(m_text, attribute->m_pszNodeName);
       WriteLiteral(m_text, "='");
-      if (!m_arguments.masked) WriteText(m_text, attribute->GetStrValue());
+      if (!m_arguments.masked) WriteText(m_text, xmldom::StoredValueOf(attribute));
       WriteLiteral(m_text, "'");
     }
   }
@@ -219,7 +219,7 @@ class Writer {
         WriteLiteral(m_text, "\n");
         WriteBlanks(m_text, blanks);
       }
-      if (!m_arguments.masked) WriteText(m_text, child->GetStrValue());
+      if (!m_arguments.masked) WriteText(m_text, xmldom::StoredValueOf(child));
     }
     if (kinds.IsMultiLine()) WriteLiteral(m_text, "\n");
   }
