@@ -41,7 +41,15 @@ void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result
     result->Add(node);
     return;
   }
-  if (node->m_pFirstChild == nullptr) return;
+  if (step == steps.Count() - 1) {
+    // No more than the children is left to test: the usual case in a search at every depth.
+    const xmldom::XPathStep& last = steps.At(step);
+    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+         child = child->m_pNextSibling) {
+      if (xmldom::MatchesStep(child, last)) result->Add(child);
+    }
+    return;
+  }
   StepCollector collector(steps, step, result);
   WalkChain<HeapTrail>(node->m_pFirstChild, collector);
 }

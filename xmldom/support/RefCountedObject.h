@@ -15,7 +15,7 @@
 class XMLDOM_API CRefCountedObject {
  public:
   CRefCountedObject() : m_nRefCount(1) {}
-  virtual ~CRefCountedObject();
+  virtual ~CRefCountedObject() {}
 
   CRefCountedObject(const CRefCountedObject&) = delete;
   CRefCountedObject& operator=(const CRefCountedObject&) = delete;
@@ -29,7 +29,12 @@ class XMLDOM_API CRefCountedObject {
 
   /// Drops one reference and destroys the object with the last.
   /// Result: the count after the call, 0 after destruction; the object must not be touched then.
-  int RealRelease();
+  int RealRelease() {
+    if (m_nRefCount == INT_MAX) return m_nRefCount;
+    const int count = --m_nRefCount;
+    if (count == 0) delete this;
+    return count;
+  }
 
   int GetRefCount() const { return m_nRefCount; }
 
