@@ -15,7 +15,7 @@
 class XMLDOM_API CRefCountedObject {
  public:
   CRefCountedObject() : m_nRefCount(1) {}
-  virtual ~CRefCountedObject() {}
+  virtual ~CRefCountedObject();
 
   CRefCountedObject(const CRefCountedObject&) = delete;
   CRefCountedObject& operator=(const CRefCountedObject&) = delete;

@@ -1,0 +1,4 @@
+#include <xmldom/support/RefCountedObject.h>
+
+// Out of line, so that the virtual table and the type information of the family are in one place.
+CRefCountedObject::~CRefCountedObject() {}
