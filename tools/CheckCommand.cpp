@@ -4,8 +4,11 @@
 #include "Diagnostics.h"
 #include "DocumentLoad.h"
 #include "FileCommand.h"
+#include "LossCheck.h"
 
 #include <xmldom/dom/XMLDocument.h>
+
+#include <CLI/CLI.hpp>
 
 namespace tool {
 
@@ -16,13 +19,28 @@ class CheckCommand : public FileCommand {
   CheckCommand() : FileCommand(kVerdict) {}
 
  protected:
-  void DescribeOptions(CLI::App&) override {}
+  void DescribeOptions(CLI::App& arguments) override {
+    arguments.add_flag("--lossless", m_lossless,
+                       "Also tell whether -i of other commands gives all of a file back, and where "
+                       "it does not");
+  }
 
   ExitStatus RunOn(const Input& input, ResultWriter&, const Session& session) override {
     if (LoadDocument(input) == nullptr) return ExitStatus::kNo;
-    if (session.verbose) Remark(input.name, "well-formed");
+    if (m_lossless && !IsLossless(input)) return ExitStatus::kNo;
+    if (session.verbose) Remark(input.name, m_lossless ? "well-formed, lossless" : "well-formed");
     return ExitStatus::kDone;
   }
+
+ private:
+  static bool IsLossless(const Input& input) {
+    const LossReport report = FindLoss(input.text, Surroundings::kKept);
+    if (report.reason == nullptr) return true;
+    ComplainAt(input, report.offset, report.reason);
+    return false;
+  }
+
+  bool m_lossless = false;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<CheckCommand>(); }
@@ -34,9 +52,12 @@ const CommandEntry kCheckCommand = {
     "Says nothing about a well-formed file, except with --verbose. For any other file it says "
     "what\n"
     "is wrong, with line and column, and shows the place.\n"
-    "Exit status: 0 when all files are well-formed, 1 when one is not, 2 for trouble.\n"
+    "With --lossless the same for what 'edit -i' and 'format -i' would lose or move in a file.\n"
+    "Exit status: 0 when all files are well-formed (and lossless), 1 when one is not, 2 for "
+    "trouble.\n"
     "\n"
-    "Example: xmldom check *.xml && echo fine",
+    "Example: xmldom check *.xml && echo fine\n"
+    "Example: xmldom check --lossless config.xml",
     Make};
 
 }  // namespace tool

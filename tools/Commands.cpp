@@ -4,7 +4,8 @@ namespace tool {
 
 const std::vector<const CommandEntry*>& Commands() {
   static const std::vector<const CommandEntry*> commands = {
-      &kCheckCommand, &kFormatCommand, &kSelectCommand, &kValueCommand, &kTreeCommand};
+      &kCheckCommand, &kFormatCommand, &kSelectCommand, &kValueCommand, &kPathCommand,
+      &kTreeCommand,  &kEditCommand,   &kDiffCommand,   &kMaskCommand,  &kPageCommand};
   return commands;
 }
 

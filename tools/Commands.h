@@ -9,7 +9,12 @@ namespace tool {
 
 // Each is defined in the source of its command.
 extern const CommandEntry kCheckCommand;
+extern const CommandEntry kDiffCommand;
+extern const CommandEntry kEditCommand;
 extern const CommandEntry kFormatCommand;
+extern const CommandEntry kMaskCommand;
+extern const CommandEntry kPageCommand;
+extern const CommandEntry kPathCommand;
 extern const CommandEntry kSelectCommand;
 extern const CommandEntry kTreeCommand;
 extern const CommandEntry kValueCommand;

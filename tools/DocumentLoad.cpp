@@ -20,15 +20,15 @@ bool LooksLikeUtf16(const std::string& text) {
   return text.compare(0, 2, "<\0", 2) == 0 || text.compare(0, 2, "\0<", 2) == 0;
 }
 
-void ComplainAboutNul(const Input& input, std::size_t offset) {
+LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
   std::string reason = "NUL byte";
-  if (LooksLikeUtf16(input.text)) {
+  if (LooksLikeUtf16(text)) {
     reason += "; the text looks like UTF-16, which has to be converted to UTF-8 first";
   }
-  ComplainAt(input.name, input.text, PositionOf(input.text, offset), reason);
+  return {PositionOf(text, offset), reason};
 }
 
-void ComplainAboutError(const Input& input, const IXMLDOMParseError& error) {
+LoadProblem ProblemOf(const IXMLDOMParseError& error) {
   std::string reason = error.m_bstrReason;
   // Anything else is only what stands where no tag could be found.
   if (error.m_bstrSrcText[0] == '<') {
@@ -36,28 +36,35 @@ void ComplainAboutError(const Input& input, const IXMLDOMParseError& error) {
   }
   const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
                                    static_cast<std::size_t>(error.m_lLinePos) + 1};
-  ComplainAt(input.name, input.text, position, reason);
+  return {position, reason};
 }
 
 }  // namespace
 
-Owned<IXMLDOMDocument2> LoadDocument(const Input& input) {
+Owned<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem) {
   // The library takes a text to end at its first NUL.
-  const std::size_t nul = input.text.find('\0');
+  const std::size_t nul = text.find('\0');
   if (nul != std::string::npos) {
-    ComplainAboutNul(input, nul);
+    problem = ProblemOfNul(text, nul);
     return nullptr;
   }
   IXMLDOMDocument2* made = nullptr;
   Create(&made);
   Owned<IXMLDOMDocument2> document(made);
-  if (document->loadXML(input.text.c_str()) == VARIANT_TRUE) return document;
+  if (document->loadXML(text.c_str()) == VARIANT_TRUE) return document;
 
   IXMLDOMParseError* error = nullptr;
   document->get_parseError(&error);
   const Owned<IXMLDOMParseError> owned(error);
-  ComplainAboutError(input, *error);
+  problem = ProblemOf(*error);
   return nullptr;
+}
+
+Owned<IXMLDOMDocument2> LoadDocument(const Input& input) {
+  LoadProblem problem;
+  Owned<IXMLDOMDocument2> document = LoadText(input.text, problem);
+  if (document == nullptr) ComplainAt(input.name, input.text, problem.position, problem.reason);
+  return document;
 }
 
 }  // namespace tool

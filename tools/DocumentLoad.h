@@ -2,12 +2,25 @@
 #define XMLDOM_TOOLS_DOCUMENTLOAD_H
 
 #include "Owned.h"
+#include "SourceText.h"
+
+#include <string>
 
 class IXMLDOMDocument2;
 
 namespace tool {
 
 struct Input;
+
+/// What is wrong with a text that is not well-formed, and where.
+struct LoadProblem {
+  SourcePosition position;
+  std::string reason;
+};
+
+/// Makes the tree of a text. Result: the document; null when the text is not well-formed, as
+/// `problem` then says.
+Owned<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
 
 /// Makes the tree of an input.
 /// Result: the document; null when the input is not well-formed, which has been said, with the

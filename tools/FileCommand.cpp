@@ -1,21 +1,17 @@
 #include "FileCommand.h"
 
-#include "Diagnostics.h"
 #include "Output.h"
-
-#include <xmldom/support/LogException.h>
+#include "Trouble.h"
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <memory>
-#include <new>
 
 namespace tool {
 
 void FileCommand::Describe(CLI::App& arguments) {
   DescribeOptions(arguments);
-  if (m_kind == kResults) {
+  if (m_kind != kVerdict) {
     arguments.add_flag(
         "--no-filename", m_withoutNames,
         "Leave out the file name that begins each line when there are several files");
@@ -34,34 +30,22 @@ ExitStatus FileCommand::Run(const Session& session) {
 }
 
 ExitStatus FileCommand::TryFile(const std::string& file, const Session& session) {
-  Input input;
-  input.name = DisplayName(file);
-  std::string reason;
-  try {
-    if (ReadWhole(file, input.text, reason)) {
-      const bool named = m_files.size() > 1 && !m_withoutNames;
-      ResultWriter results(session.output, named ? input.name + ":" : std::string());
-      const ExitStatus status = RunOn(input, results, session);
-      // Before the next file, so that its messages do not overtake these results.
-      session.output.Flush();
-      return status;
-    }
-  } catch (CLogException* raised) {
-    const std::unique_ptr<CLogException> exception(raised);
-    reason = std::string(exception->GetWhere()) + ": " + exception->GetMessage();
-  } catch (const std::length_error&) {
-    reason = "the result is too large";
-  } catch (const std::bad_alloc&) {
-    reason = "out of memory";
-  }
-  ComplainAbout(input.name, reason);
-  return ExitStatus::kTrouble;
+  return SayTrouble(DisplayName(file), [&] {
+    Input input;
+    if (!ReadInput(file, input)) return ExitStatus::kTrouble;
+    const bool named = m_files.size() > 1 && !m_withoutNames;
+    ResultWriter results(session.output, named ? input.name + ":" : std::string());
+    const ExitStatus status = RunOn(input, results, session);
+    // Before the next file, so that its messages do not overtake these results.
+    session.output.Flush();
+    return status;
+  });
 }
 
 ExitStatus FileCommand::Combine(ExitStatus sofar, ExitStatus next) const {
   const auto order = std::minmax(sofar, next);
-  if (m_kind == kVerdict || order.second == ExitStatus::kTrouble) return order.second;
-  return order.first;
+  const bool isSearch = m_kind == kResults && order.second != ExitStatus::kTrouble;
+  return isSearch ? order.first : order.second;
 }
 
 }  // namespace tool

@@ -20,6 +20,7 @@ class FileCommand : public Command {
  protected:
   enum Kind {
     kResults,  ///< Writes what it finds in any of the files.
+    kChanges,  ///< Writes what it makes of each file, and says yes when it does for every file.
     kVerdict   ///< Writes nothing and says yes when it does for every file.
   };
 
@@ -28,6 +29,9 @@ class FileCommand : public Command {
   /// Describes what stands before the files.
   virtual void DescribeOptions(CLI::App& arguments) = 0;
   virtual ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) = 0;
+
+  /// The operands, as the user gave them.
+  const std::vector<std::string>& Files() const { return m_files; }
 
  private:
   ExitStatus TryFile(const std::string& file, const Session& session);

@@ -1,14 +1,13 @@
 // Writes documents the way the library does.
 
 #include "Commands.h"
+#include "DocumentFrame.h"
 #include "DocumentLoad.h"
 #include "FileCommand.h"
+#include "Layout.h"
+#include "Rewriting.h"
 
 #include <xmldom/dom/XMLDocument.h>
-
-#include <CLI/CLI.hpp>
-
-#include <cstring>
 
 namespace tool {
 
@@ -18,23 +17,31 @@ class FormatCommand : public FileCommand {
  public:
   FormatCommand() : FileCommand(kResults) {}
 
+  void Check() const override { m_rewriting.Check(Files()); }
+
  protected:
   void DescribeOptions(CLI::App& arguments) override {
-    arguments.add_flag("--indent-off", m_indentOff, "Begin every line at the first column");
+    m_layout.Describe(arguments);
+    m_rewriting.Describe(arguments);
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const Owned<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    // Only now: while loading, the flag lets the white space between elements go.
-    if (m_indentOff) document->m_uFlags &= ~static_cast<unsigned>(document->FORMATTED_LAYOUT);
-    const _bstr_t xml = document->Getxml();
-    results.Write(xml, std::strlen(xml));
+    if (m_rewriting.IsAsked()) return Replace(input, *document);
+    results.Write(m_layout.Write(*document));
     return ExitStatus::kDone;
   }
 
  private:
-  bool m_indentOff = false;
+  ExitStatus Replace(const Input& input, IXMLDOMDocument2& document) const {
+    const LossReport report = FindLoss(input.text, Surroundings::kKept);
+    if (!m_rewriting.Allows(input, report)) return ExitStatus::kTrouble;
+    return m_rewriting.Replace(input, Frame(input.text, report, m_layout.Write(document)));
+  }
+
+  Layout m_layout;
+  Rewriting m_rewriting;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<FormatCommand>(); }
@@ -45,9 +52,14 @@ const CommandEntry kFormatCommand = {
     "format", "Write a document with an element a line, indented",
     "What stands outside the root element is left out, and so is white space between elements.\n"
     "The text of an element stands before its other children.\n"
+    "With -i nothing is left out: what stands outside the root element is kept, and a file of "
+    "which\n"
+    "something would be lost or moved is not replaced; 'xmldom check --lossless' tells "
+    "beforehand.\n"
     "Exit status: 0 when written, 2 for trouble.\n"
     "\n"
-    "Example: xmldom format config.xml",
+    "Example: xmldom format config.xml\n"
+    "Example: xmldom format -i.old config.xml",
     Make};
 
 }  // namespace tool

@@ -1,5 +1,7 @@
 #include "Input.h"
 
+#include "Diagnostics.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -86,6 +88,14 @@ bool ReadWhole(const std::string& file, std::string& text, std::string& reason) 
   }
   text.resize(length);
   return true;
+}
+
+bool ReadInput(const std::string& file, Input& input) {
+  input.name = DisplayName(file);
+  std::string reason;
+  if (ReadWhole(file, input.text, reason)) return true;
+  ComplainAbout(input.name, reason);
+  return false;
 }
 
 }  // namespace tool

@@ -19,6 +19,10 @@ std::string DisplayName(const std::string& file);
 /// Bad input: a directory, or more bytes than the parser can take, cannot be read.
 bool ReadWhole(const std::string& file, std::string& text, std::string& reason);
 
+/// Reads what the operand `file` names. Result: whether it could be read; otherwise the reason has
+/// been said.
+bool ReadInput(const std::string& file, Input& input);
+
 }  // namespace tool
 
 #endif

@@ -36,6 +36,11 @@ void Output::Flush() {
   m_buffer.clear();
 }
 
+void Output::Sync() {
+  Flush();
+  if (fsync(m_descriptor) != 0) throw OutputError(errno);
+}
+
 void Output::Finish() {
   Flush();
   const int descriptor = m_descriptor;

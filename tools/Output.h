@@ -29,6 +29,8 @@ class Output {
   void Write(const char* data, std::size_t size);
   void Write(const std::string& text) { Write(text.data(), text.size()); }
   void Flush();
+  /// Flushes, and waits until the bytes are on the disk.
+  void Sync();
   /// Flushes and closes: some systems tell only then that the bytes did not arrive.
   void Finish();
 

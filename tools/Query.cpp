@@ -12,24 +12,22 @@
 
 namespace tool {
 
+void CheckPath(const std::string& path, bool single) {
+  const PathProblem problem = FindPathProblem(path, single);
+  if (problem.reason.empty()) return;
+  throw UsageError(DescribeProblem("path", path, PositionOf(path, problem.offset), problem.reason));
+}
+
 void Query::Describe(CLI::App& arguments) {
   arguments.add_option("PATH", m_path, "What to select, such as /config/interface[@name='eth0']")
       ->required()
       ->option_text(" ");
+  if (m_kind == kFirst) return;
   arguments.add_flag("--first", m_first,
                      "Select only the first node; steps . and .. are understood then");
 }
 
-void Query::Check() const {
-  const PathProblem problem = FindPathProblem(m_path, m_first);
-  if (problem.reason.empty()) return;
-  const SourcePosition position = PositionOf(m_path, problem.offset);
-  std::string text =
-      "column " + std::to_string(position.column) + " of the path: " + problem.reason;
-  const std::string excerpt = SourceExcerpt(m_path, position);
-  if (!excerpt.empty()) text += "\n" + excerpt.substr(0, excerpt.size() - 1);
-  throw UsageError(text);
-}
+void Query::Check() const { CheckPath(m_path, m_first); }
 
 std::size_t Query::Search(IXMLDOMDocument2* document,
                           const std::function<void(IXMLDOMNode*)>& visit) const {

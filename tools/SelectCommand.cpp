@@ -43,7 +43,7 @@ class SelectCommand : public FileCommand {
   }
 
  private:
-  Query m_query;
+  Query m_query{Query::kAll};
   bool m_count = false;
 };
 

@@ -86,4 +86,16 @@ std::string SourceExcerpt(const std::string& text, SourcePosition position) {
   return source + "\n" + marker + "^\n";
 }
 
+std::string DescribeProblem(const std::string& what, const std::string& argument,
+                            SourcePosition position, const std::string& reason) {
+  std::string text =
+      "column " + std::to_string(position.column) + " of the " + what + ": " + reason;
+  if (std::any_of(argument.begin(), argument.end(), IsLineEnd)) {
+    text = "line " + std::to_string(position.line) + ", " + text;
+  }
+  const std::string excerpt = SourceExcerpt(argument, position);
+  if (!excerpt.empty()) text += "\n" + excerpt.substr(0, excerpt.size() - 1);
+  return text;
+}
+
 }  // namespace tool

@@ -63,11 +63,18 @@ bool IsIn(const CodeRange (&ranges)[kCount], std::uint32_t code) {
   });
 }
 
-bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+}  // namespace
+
+bool IsSpace(char c) { return c == ' ' || c == '\t' || IsLineEnd(c); }
 
 bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
 
-}  // namespace
+bool IsXmlCharacter(const char* text, std::size_t length) {
+  std::size_t decoded;
+  const std::uint32_t code = Decode(text, length, &decoded);
+  const bool isStray = decoded == 1 && code >= 0x80;
+  return !isStray && (code >= 0x20 || IsSpace(*text)) && code != 0xFFFE && code != 0xFFFF;
+}
 
 std::size_t CharacterLength(const char* text, std::size_t size) {
   std::size_t length;

@@ -12,9 +12,16 @@ struct SourcePosition {
   std::size_t column;
 };
 
+/// White space and line ends as XML has them.
+bool IsSpace(char c);
+bool IsLineEnd(char c);
+
 /// Bytes of the character at `text`, of which `size` bytes, at least one, are there: those of a
 /// UTF-8 sequence, or 1 for a byte that does not begin a valid one.
 std::size_t CharacterLength(const char* text, std::size_t size);
+
+/// Whether the character of `length` bytes at `text` can stand in an XML document.
+bool IsXmlCharacter(const char* text, std::size_t length);
 
 /// One character as a terminal can show it.
 struct VisibleCharacter {
@@ -36,6 +43,10 @@ SourcePosition PositionOf(const std::string& text, std::size_t offset);
 /// The line of `text` at `position` and below it a caret under the column, each indented and ended;
 /// empty when there is nothing to show. A long line is cut around the column.
 std::string SourceExcerpt(const std::string& text, SourcePosition position);
+
+/// Says what is wrong with an argument of the command line, called `what`, and shows the place.
+std::string DescribeProblem(const std::string& what, const std::string& argument,
+                            SourcePosition position, const std::string& reason);
 
 }  // namespace tool
 

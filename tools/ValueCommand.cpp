@@ -61,7 +61,7 @@ class ValueCommand : public FileCommand {
     return true;
   }
 
-  Query m_query;
+  Query m_query{Query::kAll};
   std::string m_attribute;
   CLI::Option* m_attributeOption = nullptr;
   bool m_endWithNul = false;

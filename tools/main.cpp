@@ -1,5 +1,6 @@
 // The command-line tool: finds the command, has it run and ends as it says.
 
+#include "AttachedSuffix.h"
 #include "Commands.h"
 #include "Diagnostics.h"
 #include "Output.h"
@@ -7,6 +8,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <csignal>
 #include <map>
 
@@ -14,7 +16,7 @@ namespace tool {
 
 namespace {
 
-const char kAbout[] = "Look at XML documents: check, write, search, show.";
+const char kAbout[] = "XML documents: check, write, search, show, edit, compare.";
 const char kClosing[] =
     "'xmldom COMMAND --help' explains a command.\n"
     "Exit status: 0 done, found or well-formed; 1 the answer is no; 2 trouble.\n"
@@ -44,7 +46,7 @@ class CommandLine {
 
   ExitStatus Execute(int argc, char** argv, Output& output) {
     try {
-      m_parser.parse(argc, argv);
+      m_parser.parse(Arguments(argc, argv));
       DivertStandardOutput(m_verbose);
       SayLogEvents();
       Command& command = Chosen();
@@ -63,6 +65,23 @@ class CommandLine {
   }
 
  private:
+  /// What the parser is to read: a suffix attached to -i stands apart.
+  std::vector<std::string> Arguments(int argc, char** argv) const {
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    const auto named = std::find_if(arguments.begin(), arguments.end(),
+                                    [](const std::string& text) { return text[0] != '-'; });
+    for (const auto& command : m_commands) {
+      if (named == arguments.end() || command.first->get_name() != *named) continue;
+      const auto rest = SplitSuffixes({named + 1, arguments.end()}, *command.first);
+      arguments.erase(named + 1, arguments.end());
+      arguments.insert(arguments.end(), rest.begin(), rest.end());
+      break;
+    }
+    // From the last to the first, as the parser wants them.
+    std::reverse(arguments.begin(), arguments.end());
+    return arguments;
+  }
+
   Command& Chosen() const {
     const auto chosen = m_parser.get_subcommands();
     if (chosen.empty()) throw UsageError("a command is needed");
@@ -83,8 +102,10 @@ class CommandLine {
 };
 
 int Run(int argc, char** argv) {
-  // A closed pipe is then an error of the write, told like any other.
+  // A closed pipe, or a limit on the size of files, is then an error of the write, told like any
+  // other.
   std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     Output output(KeepStandardOutput());
     const ExitStatus status = CommandLine().Execute(argc, argv, output);

@@ -23,7 +23,7 @@ an_unknown_command_is_refused() {
 
 an_unknown_option_is_refused_by_every_command() {
   local command
-  for command in check format 'select a' 'value a' tree; do
+  for command in check 'diff a b' edit format mask 'page a' 'path a' 'select a' 'value a' tree; do
     # shellcheck disable=SC2086
     run $command --frobnicate
     expect_status 2
@@ -38,7 +38,8 @@ help_lists_the_commands_and_the_exit_statuses() {
   expect_status 0
   expect_text stderr ''
   local part
-  for part in check format select value tree --verbose --version 'Exit status: 0 done' 'Example: '; do
+  for part in check diff edit format mask page path select tree value --verbose --version \
+    'Exit status: 0 done' 'Example: '; do
     expect_part stdout "$part"
   done
   cp "$scratch/stdout" long
@@ -54,8 +55,14 @@ help_of_a_command_has_its_options_and_an_example() {
     local part
     for part in "${@:2}" 'Exit status: ' "Example: xmldom $1 "; do expect_part stdout "$part"; done
   }
-  _expect_help check FILE
-  _expect_help format FILE --indent-off --no-filename
+  _expect_help check FILE --lossless
+  _expect_help diff A B
+  _expect_help edit FILE --append --insert-before --replace --remove --set --set-attr \
+    '-i with a suffix attached' --lossy --indent-off --no-filename
+  _expect_help format FILE '-i with a suffix attached' --lossy --indent-off --no-filename
+  _expect_help mask FILE --no-filename
+  _expect_help page PATH FILE '--first N' --count --page --pages --pad --no-filename
+  _expect_help path PATH FILE --first --no-filename
   _expect_help select PATH FILE --count --first --no-filename
   _expect_help value PATH FILE --attr -0 --null --first --no-filename
   _expect_help tree FILE --depth --color --no-filename
@@ -110,8 +117,8 @@ log_events_go_to_standard_error_in_the_name_of_the_tool() {
 a_full_device_is_noticed() {
   given a.xml '<a>text</a>'
   local command
-  for command in 'format a.xml' 'select a a.xml' 'select a --count a.xml' 'value a a.xml' \
-    'tree a.xml' '--help' '--version'; do
+  for command in 'edit --set / x a.xml' 'format a.xml' 'mask a.xml' 'page a a.xml' 'path a a.xml' \
+    'select a a.xml' 'select a --count a.xml' 'value a a.xml' 'tree a.xml' '--help' '--version'; do
     run_shell "\"\$tool\" $command > /dev/full"
     expect 2 '' 'xmldom: write error: No space left on device\n'
   done

@@ -7,7 +7,7 @@
 
 a_missing_file_is_trouble_for_every_command() {
   local command
-  for command in check format 'select a' 'value a' tree; do
+  for command in check 'edit --set / x' format mask 'page a' 'path a' 'select a' 'value a' tree; do
     # shellcheck disable=SC2086
     run $command missing.xml
     expect 2 '' 'xmldom: missing.xml: No such file or directory\n'
@@ -35,7 +35,7 @@ a_closed_standard_input_is_trouble() {
 a_file_that_is_not_well_formed_is_trouble_where_a_tree_is_needed() {
   given a.xml '<a>'
   local command
-  for command in format 'select a' 'value a' tree; do
+  for command in 'edit --set / x' format mask 'page a' 'path a' 'select a' 'value a' tree; do
     # shellcheck disable=SC2086
     run $command a.xml
     expect 2 '' 'a.xml:1:4: no element found, near <a>\n  <a>\n     ^\n'

@@ -34,6 +34,22 @@ a_million_records_are_handled_with_little_stack() {
   expect 0 "<item id='1000000'>\n  <name>n&amp;</name>\n</item>\n" ''
   _run_with_little_stack 'value --attr id //item a.xml'
   expect 0 "$(seq 1000000)\n" ''
+  _run_with_little_stack 'path //name a.xml | uniq -c'
+  expect 0 '1000000 /r/item/name\n' ''
+  _run_with_little_stack 'mask a.xml | grep -c "<name></name>"'
+  expect 0 '1000000\n' ''
+  _run_with_little_stack 'diff a.xml a.xml'
+  expect 0 '' ''
+  _run_with_little_stack 'page --first 1000000 r a.xml'
+  expect 0 "<r>\n  <item index='1000000' id='1000000'>\n    <name>n&amp;</name>\n  </item>\n</r>\n" ''
+  _run_with_little_stack 'check --lossless a.xml'
+  expect 0 '' ''
+  _run_with_little_stack "edit -i --set 'r/item[@id=1000000]/name' x --remove r/item a.xml"
+  expect 0 '' ''
+  run select --count //name a.xml
+  expect 0 '999999\n' ''
+  run value --first 'r/item[@id=1000000]/name' a.xml
+  expect 0 'x\n' ''
 }
 
 # The library prints the whole of a text again for each of its references, so the time grows with
@@ -64,6 +80,28 @@ a_million_levels_are_handled_with_little_stack() {
   expect 0 '\n' ''
   _run_with_little_stack 'format --indent-off a.xml | grep -c "<a>"'
   expect 0 '999999\n' ''
+  _run_with_little_stack 'diff a.xml a.xml'
+  expect 0 '' ''
+  _run_with_little_stack 'check --lossless a.xml'
+  expect_status 1
+  expect_part stderr 'a.xml:1000000:4: a text of white space alone would be lost'
+  _run_with_little_stack 'edit -i --lossy --indent-off --set-attr / b 1 a.xml'
+  expect 0 '' ''
+  _run_with_little_stack 'check --lossless a.xml'
+  expect 0 '' ''
+  _run_with_little_stack "select --first --count 'a[@b=1]' a.xml"
+  expect 0 '1\n' ''
+}
+
+many_edits_of_one_document_are_done() {
+  local edits=() i
+  for ((i = 1; i <= 2000; ++i)); do edits+=(--append / "<b c='$i'/>" --set "/a/b[@c=$i]" "$i"); done
+  run edit "${edits[@]}" <<< '<a/>'
+  expect_status 0
+  expect_text stderr ''
+  cp "$scratch/stdout" a.xml
+  run value //b a.xml
+  expect 0 "$(seq 2000)\n" ''
 }
 
 a_million_names_are_handled_with_little_stack() {

@@ -4,14 +4,14 @@
 
 _first=''
 
-# refuses PATH COLUMN REASON: both commands that take a path refuse it, before they look at a file.
+# refuses PATH COLUMN REASON: the commands that search for a path refuse it, before they look at a file.
 _refuses() {
   local text="xmldom: column $2 of the path: $3\n"
   if [ -n "$1" ]; then
     text+="  ${1//\\/\\\\}\n  $(printf "%$(($2 - 1))s" '')^\n"
   fi
   local command
-  for command in select value; do
+  for command in select value path; do
     # shellcheck disable=SC2086
     run $command $_first "$1" missing.xml
     expect 2 '' "${text}xmldom: 'xmldom $command --help' explains more\n"

@@ -1,0 +1,14 @@
+#include "tool/WrittenForm.h"
+
+#include <tools/DocumentFrame.h>
+#include <tools/DocumentLoad.h>
+#include <tools/LossCheck.h>
+#include <xmldom/xmldom.h>
+
+std::string WrittenForm(const std::string& text) {
+  tool::LoadProblem problem;
+  const auto document = tool::LoadText(text, problem);
+  if (document == nullptr) return std::string();
+  const tool::LossReport report = tool::FindLoss(text, tool::Surroundings::kKept);
+  return tool::Frame(text, report, std::string(document->Getxml()));
+}

@@ -1,0 +1,243 @@
+# Cases of `xmldom edit -i`: which file is replaced, what it keeps, and what is refused lest
+# something be lost.
+
+. "$(dirname "$0")/driver.bash"
+
+_help="xmldom: 'xmldom edit --help' explains more\n"
+_left='xmldom: nothing is replaced; --lossy does it all the same\n'
+
+# holds FILE TEXT: the file holds the text; escapes as for given.
+_holds() {
+  printf '%b' "$2" > "$scratch/wanted"
+  cmp "$scratch/wanted" "$1" || fail
+}
+
+# contains NAME...: these are all files in the folder.
+_contains() {
+  [ "$(ls -A)" = "$(printf '%s\n' "$@")" ] || { ls -lA; fail; }
+}
+
+edit_in_place_replaces_the_file() {
+  given a.xml '<?xml version="1.0"?>\n<a><b/></a>\n'
+  run edit -i a.xml --set /a/b x
+  expect 0 '' ''
+  _holds a.xml '<?xml version="1.0"?>\n<a>\n  <b>x</b>\n</a>\n'
+  _contains a.xml
+}
+
+edit_in_place_replaces_each_of_several_files() {
+  given a.xml '<a/>'
+  given b.xml '<b/>'
+  given c.xml '<a/>'
+  run edit -i --set /a x a.xml b.xml c.xml
+  expect 1 '' 'xmldom: b.xml: --set /a: the path selects nothing\n'
+  _holds a.xml '<a>x</a>\n'
+  _holds b.xml '<b/>'
+  _holds c.xml '<a>x</a>\n'
+}
+
+edit_in_place_with_a_suffix_keeps_the_old_file() {
+  given a.xml '<a/>'
+  touch -d @981173106 a.xml
+  chmod 640 a.xml
+  run edit -i.old --set / x a.xml
+  expect 0 '' ''
+  _holds a.xml '<a>x</a>\n'
+  _holds a.xml.old '<a/>'
+  [ "$(stat -c '%a %Y' a.xml.old)" = '640 981173106' ] || fail
+  run edit -i.old --set / y a.xml
+  expect 0 '' ''
+  _holds a.xml '<a>y</a>\n'
+  _holds a.xml.old '<a>x</a>\n'
+  _contains a.xml a.xml.old
+}
+
+a_suffix_is_only_what_is_attached() {
+  given a.xml '<a/>'
+  given ./-i.xml '<b/>'
+  run edit --set / -i.no -i a.xml
+  expect 0 '' ''
+  _holds a.xml '<a>-i.no</a>\n'
+  run edit -i~ --set / x --set-attr / b -i.no -- -i.xml
+  expect 0 '' ''
+  _holds ./-i.xml "<b b='-i.no'>x</b>\n"
+  _contains -i.xml -i.xml~ a.xml
+}
+
+a_suffix_cannot_lead_elsewhere() {
+  given a.xml '<a/>'
+  run edit -i/tmp --set / x a.xml
+  expect 2 '' "xmldom: '/' cannot stand in the suffix of -i\n$_help"
+}
+
+edit_in_place_keeps_the_old_file_although_nothing_changes() {
+  given a.xml '<a>x</a>\n'
+  run edit -i.old --set / x a.xml
+  expect 0 '' ''
+  _contains a.xml a.xml.old
+}
+
+edit_in_place_leaves_a_file_alone_that_would_stay_as_it_is() {
+  given a.xml '<a>x</a>\n'
+  local before
+  before=$(stat -c '%i %y' a.xml)
+  run edit -i --set / x a.xml
+  expect 0 '' ''
+  [ "$(stat -c '%i %y' a.xml)" = "$before" ] || fail
+}
+
+edit_in_place_keeps_mode_and_owner() {
+  given a.xml '<a/>'
+  chmod 604 a.xml
+  if [ "$(id -u)" -eq 0 ]; then chown 12:34 a.xml; fi
+  local before
+  before=$(stat -c '%a %u %g' a.xml)
+  (umask 077 && run edit -i --set / x a.xml)
+  expect 0 '' ''
+  [ "$(stat -c '%a %u %g' a.xml)" = "$before" ] || fail
+}
+
+edit_in_place_keeps_extended_attributes() {
+  given a.xml '<a/>'
+  python3 -c 'import os; os.setxattr("a.xml", "user.origin", b"here")' 2> error ||
+    skip "no extended attributes: $(tail -n 1 error)"
+  run edit -i --set / x a.xml
+  expect 0 '' ''
+  _holds a.xml '<a>x</a>\n'
+  [ "$(python3 -c 'import os; print(os.getxattr("a.xml", "user.origin").decode())')" = here ] ||
+    fail
+}
+
+# Runs the tool as a user of no groups, in a folder where everybody may write.
+_run_as_somebody() {
+  [ "$(id -u)" -eq 0 ] || skip 'only root can act as another user'
+  chmod 755 "$scratch"
+  chmod 777 .
+  local somebody=(setpriv --reuid 12345 --regid 12345 --clear-groups)
+  "${somebody[@]}" test -x "$tool" || skip 'another user cannot reach the tool'
+  keep "${somebody[@]}" "$tool" "$@"
+}
+
+edit_in_place_by_another_user_gives_that_users_group_no_more_rights() {
+  given a.xml '<a/>'
+  chmod 676 a.xml
+  _run_as_somebody edit -i --set / x a.xml
+  expect 0 '' ''
+  [ "$(stat -c '%a %u %g' a.xml)" = '666 12345 12345' ] || fail
+}
+
+edit_in_place_refuses_a_file_that_may_not_be_written_to() {
+  given a.xml '<a/>'
+  chmod 644 a.xml
+  _run_as_somebody edit -i --set / x a.xml
+  expect 2 '' 'xmldom: a.xml: Permission denied\n'
+  _holds a.xml '<a/>'
+  _contains a.xml
+}
+
+edit_in_place_follows_a_symbolic_link() {
+  mkdir real links
+  given real/a.xml '<a/>'
+  ln -s ../real/a.xml links/first
+  ln -s first links/second
+  run edit -i.old --set / x links/second
+  expect 0 '' ''
+  _holds real/a.xml '<a>x</a>\n'
+  _holds real/a.xml.old '<a/>'
+  [ "$(readlink links/second)" = first ] || fail
+  [ "$(ls links)" = $'first\nsecond' ] || fail
+}
+
+edit_in_place_refuses_what_is_no_regular_file() {
+  mkfifo pipe
+  echo '<a/>' > pipe &
+  run edit -i --set / x pipe
+  expect 2 '' 'xmldom: pipe: not a regular file\n'
+  wait
+}
+
+edit_in_place_refuses_standard_input() {
+  local arguments
+  for arguments in '' - 'a.xml -'; do
+    # shellcheck disable=SC2086
+    run edit -i --set / x $arguments <<< '<a/>'
+    expect 2 '' "xmldom: -i needs a file; standard input cannot be replaced\n$_help"
+  done
+}
+
+edit_in_place_leaves_the_file_alone_when_a_path_selects_nothing() {
+  given a.xml '<a><b/></a>'
+  run edit -i.old a.xml --set /a/b x --remove /a/c
+  expect 1 '' 'xmldom: a.xml: --remove /a/c: the path selects nothing\n'
+  _holds a.xml '<a><b/></a>'
+  _contains a.xml
+}
+
+edit_in_place_refuses_a_file_of_which_something_would_be_lost() {
+  given a.xml '<a>\n  <b>x</b>\n  <!-- c -->\n</a>\n'
+  run edit -i.old a.xml --set /a/b y
+  expect 2 '' "a.xml:3:3: a comment inside the root element would be moved into a text
+    <!-- c -->\n    ^\n$_left"
+  _holds a.xml '<a>\n  <b>x</b>\n  <!-- c -->\n</a>\n'
+  _contains a.xml
+}
+
+edit_in_place_refuses_a_file_in_another_encoding() {
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?>\n<a>\xe9</a>\n'
+  run edit -i a.xml --set-attr / b 1
+  expect 2 '' "a.xml:1:31: the encoding would become UTF-8
+  <?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n                                ^\n$_left"
+  run edit -i --lossy a.xml --set-attr / b 1
+  expect 0 '' ''
+  _holds a.xml "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a b='1'>\xc3\xa9</a>\n"
+}
+
+edit_in_place_is_lossy_when_told_so() {
+  given a.xml '<a>\n  <b>x</b>\n  <!-- c -->\n</a>\n'
+  run edit -i --lossy a.xml --set /a/b y
+  expect 0 '' ''
+  _holds a.xml '<a>\n  <!-- c -->\n  <b>y</b>\n</a>\n'
+}
+
+edit_in_place_refuses_xml_of_which_something_would_be_lost() {
+  given a.xml '<a/>'
+  run edit -i a.xml --append / '<!-- c --><b/>'
+  expect 2 '' "xmldom: --append: column 1 of the XML: a comment outside the root element would be\
+ lost\n  <!-- c --><b/>\n  ^\n$_help"
+  run edit -i a.xml --append / $'<b>1\n2</b>'
+  expect 2 '' "xmldom: --append: line 1, column 5 of the XML: a line break in a text would be lost
+  <b>1\n      ^\n$_help"
+  _holds a.xml '<a/>'
+  run edit -i --lossy a.xml --append / $'<b>1\n2</b>'
+  expect 0 '' ''
+  _holds a.xml '<a>\n  <b>12</b>\n</a>\n'
+}
+
+edit_in_place_refuses_to_mix_a_text_with_elements() {
+  given a.xml '<a>x</a>'
+  run edit -i a.xml --append / '<b/>'
+  expect 2 '' "xmldom: a.xml: --append /: the element holds text, which would change; --lossy \
+does it all the same\n"
+  _holds a.xml '<a>x</a>'
+  run edit -i --lossy a.xml --append / '<b/>'
+  expect 0 '' ''
+  _holds a.xml '<a>\n  x\n  <b/>\n</a>\n'
+}
+
+edit_in_place_refuses_a_result_of_which_the_next_edit_would_lose_something() {
+  given a.xml "<a xml:space='preserve'/>"
+  run edit -i a.xml --append / '<b/>'
+  expect 2 '' "a.xml (result):1:25: white space that xml:space='preserve' protects would change
+  <a xml:space='preserve'>\n                          ^\n$_left"
+  _holds a.xml "<a xml:space='preserve'/>"
+}
+
+lossy_is_only_for_files_that_are_replaced() {
+  given a.xml '<a/>'
+  run edit --lossy --set / x a.xml
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr '-i'
+}
+
+run_cases

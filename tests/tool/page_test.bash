@@ -1,0 +1,98 @@
+# Cases of `xmldom page`.
+
+. "$(dirname "$0")/driver.bash"
+
+_given_rows() { given a.xml '<a><rows><r>1</r><r>2</r><r>3</r></rows><r>4</r></a>'; }
+
+page_writes_a_range_of_the_children_with_their_positions() {
+  _given_rows
+  run page --first 2 --count 1 /a/rows a.xml
+  expect 0 "<a>\n  <rows>\n    <r index='002'>2</r>\n  </rows>\n  <r>4</r>\n</a>\n" ''
+}
+
+page_begins_with_the_first_and_goes_to_the_last_unless_told_otherwise() {
+  _given_rows
+  run page /a/rows a.xml
+  expect 0 "<a>\n  <rows>\n    <r index='001'>1</r>\n    <r index='002'>2</r>
+    <r index='003'>3</r>\n  </rows>\n  <r>4</r>\n</a>\n" ''
+  run page --first 3 /a/rows a.xml
+  expect 0 "<a>\n  <rows>\n    <r index='003'>3</r>\n  </rows>\n  <r>4</r>\n</a>\n" ''
+}
+
+page_gives_the_node_its_page_attributes() {
+  given a.xml '<a b="1" curPage="9"/>'
+  run page --page 2 --pages 3 a a.xml
+  expect_status 0
+  expect_text stdout "<a curPage = '2' numPages = '3' b='1'/>\n"
+  run page a a.xml
+  expect 0 "<a b='1' curPage='9'/>\n" ''
+}
+
+page_fills_the_last_page_up() {
+  given a.xml '<a><r/></a>'
+  run page --count 3 --pad '<r><s/></r>' /a a.xml
+  expect 0 "<a>\n  <r index='001'/>\n<r index='002'><s/></r>\n<r index='003'><s/></r>\n</a>\n" ''
+  run page --count 2 --pad '<r/>' /a - <<< '<a/>'
+  expect 0 "<a>\n<r index='001'/>\n<r index='002'/>\n</a>\n" ''
+}
+
+page_takes_the_first_node_and_understands_dots() {
+  given a.xml '<a><b><c/></b><b><c/></b></a>'
+  run page //b a.xml
+  expect 0 "<a>\n  <b>\n    <c index='001'/>\n  </b>\n  <b>\n    <c/>\n  </b>\n</a>\n" ''
+  run page /a/b/../b a.xml
+  expect_status 0
+}
+
+page_of_nothing_says_no() {
+  _given_rows
+  run page /a/none a.xml
+  expect 1 '' ''
+}
+
+page_refuses_numbers_out_of_range() {
+  _given_rows
+  local option
+  for option in --first=0 --count=0 --page=-1 --pages=-1 --first=many; do
+    run page "$option" /a a.xml
+    expect_status 2
+    expect_text stdout ''
+    expect_part stderr "${option%=*}"
+  done
+}
+
+page_refuses_one_page_number_alone() {
+  _given_rows
+  local option
+  for option in --page --pages; do
+    run page "$option" 1 /a a.xml
+    expect 2 '' "xmldom: --page and --pages are given together
+xmldom: 'xmldom page --help' explains more\n"
+  done
+}
+
+page_pads_only_pages_of_a_given_size() {
+  _given_rows
+  run page --pad '<r/>' /a a.xml
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr --count
+}
+
+page_refuses_a_template_that_is_no_xml() {
+  local help="xmldom: 'xmldom page --help' explains more\n"
+  run page --count 2 --pad '<r>' /a missing.xml
+  expect 2 '' "xmldom: column 4 of the template: no element found, near <r>\n  <r>\n     ^\n$help"
+  run page --count 2 --pad '' /a missing.xml
+  expect 2 '' "xmldom: column 1 of the template: no element found\n$help"
+  run page --count 2 --pad "<r a='>'/>" /a missing.xml
+  expect 2 '' "xmldom: the first '>' of the template has to end its first tag\n$help"
+}
+
+page_refuses_a_path_that_cannot_be_used() {
+  run page a/ missing.xml
+  expect 2 '' "xmldom: column 3 of the path: a name is missing at the end\n  a/\n    ^
+xmldom: 'xmldom page --help' explains more\n"
+}
+
+run_cases

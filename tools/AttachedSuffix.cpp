@@ -1,0 +1,48 @@
+#include "AttachedSuffix.h"
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+const char kInPlaceFlag[] = "-i";
+const char kSuffixOption[] = "--backup-suffix";
+
+namespace {
+
+/// The name of the option that an argument is: "-x", or "--name" without what follows a '='.
+std::string OptionName(const std::string& argument) {
+  return argument.substr(0, argument.compare(0, 2, "--") == 0 ? argument.find('=') : 2);
+}
+
+}  // namespace
+
+std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments,
+                                       const CLI::App& command) {
+  std::vector<std::string> split;
+  std::size_t values = 0;  // how many of the next arguments belong to an option
+  for (auto at = arguments.begin(); at != arguments.end(); ++at) {
+    split.push_back(*at);
+    if (values > 0) {
+      --values;
+      continue;
+    }
+    if (*at == "--") {
+      split.insert(split.end(), at + 1, arguments.end());
+      break;
+    }
+    if (at->size() < 2 || at->front() != '-') continue;
+    const std::string name = OptionName(*at);
+    const CLI::Option* option = command.get_option_no_throw(name);
+    if (option == nullptr) continue;
+    const bool isAttached = name.size() < at->size();
+    values = static_cast<std::size_t>(option->get_items_expected_max());
+    if (isAttached && values > 0) --values;
+    if (isAttached && name == kInPlaceFlag) {
+      split.back() = name;
+      split.push_back(kSuffixOption + ("=" + at->substr(name.size())));
+    }
+  }
+  return split;
+}
+
+}  // namespace tool

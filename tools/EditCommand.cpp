@@ -1,0 +1,101 @@
+// Edits documents at paths, on their way to standard output or in their files.
+
+#include "Commands.h"
+#include "Diagnostics.h"
+#include "DocumentFrame.h"
+#include "DocumentLoad.h"
+#include "Edit.h"
+#include "FileCommand.h"
+#include "Layout.h"
+#include "Rewriting.h"
+
+#include <xmldom/dom/XMLDocument.h>
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+namespace {
+
+class EditCommand : public FileCommand {
+ public:
+  EditCommand() : FileCommand(kChanges) {}
+
+  void Check() const override {
+    m_rewriting.Check(Files());
+    if (m_edits.empty()) throw UsageError("an edit is needed, such as --set PATH TEXT");
+    for (const Edit& edit : m_edits) CheckEdit(edit, m_rewriting.IsCareful());
+  }
+
+ protected:
+  void DescribeOptions(CLI::App& arguments) override {
+    for (const EditKind& kind : EditKinds()) {
+      const CLI::callback_t remember = [this, &kind](const CLI::results_t& operands) {
+        m_edits.push_back({&kind, operands});
+        return true;
+      };
+      // Each is remembered when it is met, so that edits of several kinds keep their order.
+      arguments.add_option(kind.option, remember, kind.summary)
+          ->type_size(kind.operandCount)
+          ->expected(1)
+          ->allow_extra_args(false)
+          ->trigger_on_parse()
+          ->option_text(kind.operands)
+          ->group("Edits, in the order in which they are to be done");
+    }
+    m_layout.Describe(arguments);
+    m_rewriting.Describe(arguments);
+  }
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    EditedDocument edited = {{}, LoadDocument(input), m_rewriting.IsCareful()};
+    if (edited.document == nullptr) return ExitStatus::kTrouble;
+    const LossReport report = FindLoss(input.text, Surroundings::kKept);
+    if (!m_rewriting.Allows(input, report)) return ExitStatus::kTrouble;
+    for (const Edit& edit : m_edits) {
+      const ExitStatus status = Try(edit, edited, input.name);
+      if (status != ExitStatus::kDone) return status;
+    }
+    const std::string result = Frame(input.text, report, m_layout.Write(*edited.document));
+    if (m_rewriting.IsAsked()) return m_rewriting.Replace(input, result);
+    results.Write(result);
+    return ExitStatus::kDone;
+  }
+
+ private:
+  static ExitStatus Try(const Edit& edit, EditedDocument& edited, const std::string& file) {
+    const std::string title = std::string(edit.kind->option) + " " + edit.operands.front() + ": ";
+    try {
+      if (ApplyEdit(edit, edited)) return ExitStatus::kDone;
+    } catch (const EditRefusal& refusal) {
+      ComplainAbout(file, title + refusal.what());
+      return ExitStatus::kTrouble;
+    }
+    ComplainAbout(file, title + "the path selects nothing");
+    return ExitStatus::kNo;
+  }
+
+  std::vector<Edit> m_edits;
+  Layout m_layout;
+  Rewriting m_rewriting;
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<EditCommand>(); }
+
+}  // namespace
+
+const CommandEntry kEditCommand = {
+    "edit", "Change a document at paths",
+    "Each edit is done to the first element that its PATH selects; '/' is the root element, and\n"
+    "'xmldom select --help' explains paths. TEXT and VALUE are plain text, XML is one element.\n"
+    "What stands outside the root element is kept, the rest is written as 'format' does. With -i "
+    "the\n"
+    "file is replaced whole or not at all, and not if something would be lost or moved.\n"
+    "Exit status: 0 when all edits are done; 1 when a path selects nothing, nothing is written "
+    "then;\n"
+    "2 for trouble.\n"
+    "\n"
+    "Example: xmldom edit -i.old --set /config/hostname gw1 --remove //debug config.xml",
+    Make};
+
+}  // namespace tool

@@ -1,0 +1,19 @@
+#include "Layout.h"
+
+#include <xmldom/dom/XMLDocument.h>
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+void Layout::Describe(CLI::App& arguments) {
+  arguments.add_flag("--indent-off", m_indentOff, "Begin every line at the first column");
+}
+
+std::string Layout::Write(IXMLDOMDocument2& document) const {
+  // Only now: while loading, the flag lets the white space between elements go.
+  if (m_indentOff) document.m_uFlags &= ~static_cast<unsigned>(document.FORMATTED_LAYOUT);
+  return std::string(document.Getxml());
+}
+
+}  // namespace tool

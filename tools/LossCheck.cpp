@@ -1,0 +1,252 @@
+// Reads a text with the parser as the library does, in the same pieces, and watches for what the
+// tree does not hold, or holds in another place.
+
+#include "LossCheck.h"
+
+#include "SourceText.h"
+
+#include <xmldom/parse/ExpatImpl.h>
+
+#include <strings.h>
+
+#include <algorithm>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <stdexcept>
+#include <vector>
+
+namespace tool {
+
+namespace {
+
+const std::size_t kNowhere = std::string::npos;
+
+const char kEncoding[] = "the encoding would become UTF-8";
+const char kComment[] = "a comment inside the root element would be moved into a text";
+const char kInstruction[] =
+    "a processing instruction inside the root element would be moved into a text";
+const char kCdataSection[] = "a CDATA section would be moved into a text";
+const char kMixedText[] = "text beside elements would be moved before them";
+const char kLineBreak[] = "a line break in a text would be lost";
+const char kWhiteSpace[] = "white space in a text would be lost";
+const char kBlankText[] = "a text of white space alone would be lost";
+const char kPreserved[] = "white space that xml:space='preserve' protects would change";
+const char kAttributeBreak[] = "a tab or line break in an attribute value would become a blank";
+const char kEntity[] = "a reference to an entity would be replaced by its text";
+const char kSuppliedAttribute[] = "an attribute that the document type supplies would be written";
+const char kOuterComment[] = "a comment outside the root element would be lost";
+const char kOuterInstruction[] = "a processing instruction outside the root element would be lost";
+const char kDocumentType[] = "a document type would be lost";
+
+/// Whether a reference, of `size` bytes from '&' to ';', stands for itself in the written form:
+/// numbers and predefined entities do.
+bool IsPlainReference(const char* reference, std::size_t size) {
+  if (reference[1] == '#') return true;
+  for (const char* predefined : {"&lt;", "&gt;", "&amp;", "&quot;", "&apos;"}) {
+    if (std::strlen(predefined) == size && std::memcmp(predefined, reference, size) == 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
+/// Whether a reference that the parser has accepted is the number of a tab or of a line break.
+bool IsBreak(const char* reference) {
+  if (reference[1] != '#') return false;
+  const bool isHexadecimal = reference[2] == 'x';
+  const unsigned long number =
+      std::strtoul(reference + (isHexadecimal ? 3 : 2), nullptr, isHexadecimal ? 16 : 10);
+  return number == '\t' || number == '\n' || number == '\r';
+}
+
+/// Collects the report while the parser runs. Entities are not expanded, so that every event has a
+/// place of its own in the text.
+class LossFinder : public CExpatImpl<LossFinder> {
+ public:
+  LossFinder(const std::string& text, Surroundings surroundings)
+      : m_text(text),
+        m_dropsSurroundings(surroundings == Surroundings::kDropped),
+        m_report(),
+        m_declaresEntities(false),
+        m_hasElements(false),
+        m_textAt(kNowhere),
+        m_blankAt(kNowhere) {
+    if (!CreateParser()) throw std::bad_alloc();
+    EnableDefaultHandler(true, false);
+    EnableOtherHandlers();
+  }
+  ~LossFinder() { DestroyParser(); }
+
+  LossFinder(const LossFinder&) = delete;
+  LossFinder& operator=(const LossFinder&) = delete;
+
+  LossReport Find() {
+    if (m_text.size() > INT_MAX) throw std::length_error("larger than the parser can take");
+    if (!Parse(m_text.data(), static_cast<int>(m_text.size()), true)) {
+      Report(std::min(EventBegin(), m_text.size()), XML_ErrorString(GetErrorCode()));
+    }
+    return m_report;
+  }
+
+  // What the parser tells of the content of the root element.
+
+  void OnStartElement(const char*, const char** attributes) {
+    if (m_preserves.empty()) {
+      m_report.rootBegin = EventBegin();
+    } else {
+      if (m_textAt != kNowhere) Report(m_textAt, kMixedText);
+      if (m_preserves.back()) {
+        Report(m_blankAt != kNowhere ? m_blankAt : EventBegin(), kPreserved);
+      }
+    }
+    CheckAttributes(attributes);
+    m_preserves.push_back(Preserves(attributes));
+    BeginContent(false);
+  }
+
+  void OnEndElement(const char*) {
+    if (!m_hasElements && m_textAt == kNowhere && m_blankAt != kNowhere) {
+      Report(m_blankAt, kBlankText);
+    }
+    m_preserves.pop_back();
+    BeginContent(true);
+    if (m_preserves.empty()) m_report.rootEnd = EventEnd();
+  }
+
+  void OnDefault(const char* text, int length) {
+    if (m_preserves.empty()) return;
+    const char* const end = text + length;
+    const char* const solid = std::find_if_not(text, end, IsSpace);
+    if (solid == end) {
+      if (m_blankAt == kNowhere) m_blankAt = EventBegin();
+    } else {
+      const std::size_t solidAt = EventBegin() + static_cast<std::size_t>(solid - text);
+      if (m_hasElements) Report(solidAt, kMixedText);
+      if (*text == '&' && m_declaresEntities &&
+          !IsPlainReference(text, static_cast<std::size_t>(length))) {
+        Report(solidAt, kEntity);
+      }
+      if (m_textAt == kNowhere) m_textAt = solidAt;
+    }
+    // The tree drops what is white space alone, however much text there is around it.
+    if (m_textAt != kNowhere && m_blankAt != kNowhere) {
+      Report(m_blankAt, IsLineEnd(m_text[m_blankAt]) ? kLineBreak : kWhiteSpace);
+    }
+  }
+
+ private:
+  void EnableOtherHandlers() {
+    XML_SetXmlDeclHandler(m_p, [](void* self, const char*, const char* encoding, int) {
+      static_cast<LossFinder*>(self)->OnDeclaration(encoding);
+    });
+    XML_SetCommentHandler(m_p, [](void* self, const char*) {
+      static_cast<LossFinder*>(self)->OnMarkup(kComment, kOuterComment);
+    });
+    XML_SetProcessingInstructionHandler(m_p, [](void* self, const char*, const char*) {
+      static_cast<LossFinder*>(self)->OnMarkup(kInstruction, kOuterInstruction);
+    });
+    XML_SetStartCdataSectionHandler(m_p, [](void* self) {
+      static_cast<LossFinder*>(self)->OnMarkup(kCdataSection, kCdataSection);
+    });
+    XML_SetStartDoctypeDeclHandler(m_p, [](void* self, const char*, const char*, const char*, int) {
+      static_cast<LossFinder*>(self)->OnDocumentType();
+    });
+    XML_SetEntityDeclHandler(m_p, [](void* self, const char*, int isParameter, const char* value,
+                                     int, const char*, const char*, const char*, const char*) {
+      // The tree keeps references to all other entities as they are.
+      if (!isParameter && value != nullptr) {
+        static_cast<LossFinder*>(self)->m_declaresEntities = true;
+      }
+    });
+  }
+
+  void OnDeclaration(const char* encoding) {
+    m_report.declarationEnd = EventEnd();
+    if (encoding == nullptr || strcasecmp(encoding, "UTF-8") == 0) return;
+    m_report.encodingBegin = m_text.rfind(encoding, EventEnd());
+    m_report.encodingEnd = m_report.encodingBegin + std::strlen(encoding);
+    Report(m_report.encodingBegin, kEncoding);
+  }
+
+  void OnDocumentType() {
+    // The event is where the declaration's first part ends.
+    if (m_dropsSurroundings) Report(m_text.rfind("<!DOCTYPE", EventBegin()), kDocumentType);
+  }
+
+  void OnMarkup(const char* insideRoot, const char* outsideRoot) {
+    if (!m_preserves.empty()) {
+      Report(EventBegin(), insideRoot);
+    } else if (m_dropsSurroundings) {
+      Report(EventBegin(), outsideRoot);
+    }
+  }
+
+  /// Looks at the references in a start tag, where '&' can only begin one, and at what did not come
+  /// from the tag.
+  void CheckAttributes(const char** attributes) {
+    const char* const end = m_text.data() + EventEnd();
+    const char* at = m_text.data() + EventBegin();
+    while ((at = std::find(at, end, '&')) != end) {
+      const std::size_t size = static_cast<std::size_t>(std::find(at, end, ';') - at) + 1;
+      if (!IsPlainReference(at, size)) Report(OffsetOf(at), kEntity);
+      if (IsBreak(at)) Report(OffsetOf(at), kAttributeBreak);
+      at += size;
+    }
+    const int written = XML_GetSpecifiedAttributeCount(m_p);
+    if (attributes[written] != nullptr) Report(EventBegin(), kSuppliedAttribute);
+  }
+
+  /// Whether an element with these attributes keeps the white space between its children.
+  bool Preserves(const char** attributes) const {
+    for (; *attributes != nullptr; attributes += 2) {
+      if (std::strcmp(attributes[0], "xml:space") == 0) {
+        return std::strcmp(attributes[1], "preserve") == 0;
+      }
+    }
+    return !m_preserves.empty() && m_preserves.back();
+  }
+
+  void BeginContent(bool hasElements) {
+    m_hasElements = hasElements;
+    m_textAt = kNowhere;
+    m_blankAt = kNowhere;
+  }
+
+  void Report(std::size_t offset, const char* reason) {
+    if (m_report.reason != nullptr) return;
+    m_report.offset = offset;
+    m_report.reason = reason;
+  }
+
+  std::size_t OffsetOf(const char* at) const {
+    return static_cast<std::size_t>(at - m_text.data());
+  }
+
+  std::size_t EventBegin() const { return static_cast<std::size_t>(XML_GetCurrentByteIndex(m_p)); }
+
+  std::size_t EventEnd() const {
+    return EventBegin() + static_cast<std::size_t>(XML_GetCurrentByteCount(m_p));
+  }
+
+  const std::string& m_text;
+  const bool m_dropsSurroundings;
+  LossReport m_report;
+  bool m_declaresEntities;
+  std::vector<bool> m_preserves;  // for each open element
+
+  // The content of the innermost open element since its last child. Text before a child has been
+  // reported when the child began.
+  bool m_hasElements;
+  std::size_t m_textAt;   // where its text begins
+  std::size_t m_blankAt;  // its first piece of white space alone
+};
+
+}  // namespace
+
+LossReport FindLoss(const std::string& text, Surroundings surroundings) {
+  return LossFinder(text, surroundings).Find();
+}
+
+}  // namespace tool

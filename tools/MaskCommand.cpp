@@ -1,0 +1,44 @@
+// Writes documents without their values.
+
+#include "Commands.h"
+#include "DocumentLoad.h"
+#include "FileCommand.h"
+
+#include <xmldom/dom/XMLDocument.h>
+
+#include <cstring>
+
+namespace tool {
+
+namespace {
+
+class MaskCommand : public FileCommand {
+ public:
+  MaskCommand() : FileCommand(kChanges) {}
+
+ protected:
+  void DescribeOptions(CLI::App&) override {}
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    const _bstr_t xml = document->GetMaskedXML();
+    results.Write(xml, std::strlen(xml));
+    return ExitStatus::kDone;
+  }
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<MaskCommand>(); }
+
+}  // namespace
+
+const CommandEntry kMaskCommand = {"mask", "Write a document without its values",
+                                   "Elements and attributes keep their names, and lose every text "
+                                   "and value: the structure can be\n"
+                                   "shown to others, what it holds cannot be seen.\n"
+                                   "Exit status: 0 when written, 2 for trouble.\n"
+                                   "\n"
+                                   "Example: xmldom mask config.xml",
+                                   Make};
+
+}  // namespace tool

@@ -1,0 +1,55 @@
+// Tells where in the tree the nodes stand that a path selects.
+
+#include "Commands.h"
+#include "DocumentLoad.h"
+#include "FileCommand.h"
+#include "Query.h"
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/support/MemFile.h>
+
+namespace tool {
+
+namespace {
+
+const unsigned int kPathRoom = 256;
+
+class PathCommand : public FileCommand {
+ public:
+  PathCommand() : FileCommand(kResults) {}
+
+  void Check() const override { m_query.Check(); }
+
+ protected:
+  void DescribeOptions(CLI::App& arguments) override { m_query.Describe(arguments); }
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    CMemFile path(kPathRoom);
+    const std::size_t count = m_query.Search(document.get(), [&](IXMLDOMNode* node) {
+      node->GetPathToNode(path);
+      results.Write(path.GetAsStr(), path.m_uLength);
+      results.EndLine();
+    });
+    return count > 0 ? ExitStatus::kDone : ExitStatus::kNo;
+  }
+
+ private:
+  Query m_query{Query::kAll};
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<PathCommand>(); }
+
+}  // namespace
+
+const CommandEntry kPathCommand = {
+    "path", "Write where the nodes stand that a path selects",
+    "The names of the elements from the root down to each selected node, each behind a '/'.\n"
+    "'xmldom select --help' explains paths.\n"
+    "Exit status: 0 when something is selected, 1 when nothing is, 2 for trouble.\n"
+    "\n"
+    "Example: xmldom path //address config.xml",
+    Make};
+
+}  // namespace tool

@@ -1,0 +1,54 @@
+#include "Rewriting.h"
+
+#include "AttachedSuffix.h"
+#include "Diagnostics.h"
+#include "FileReplacement.h"
+#include "Input.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+
+namespace tool {
+
+void Rewriting::Describe(CLI::App& arguments) {
+  CLI::Option* inPlace = arguments.add_flag(
+      kInPlaceFlag, m_isAsked,
+      "Replace the file by the result; -i with a suffix attached, as in -i.old, keeps the old file "
+      "under its name with that suffix");
+  arguments.add_option(kSuffixOption, m_suffix)->group("")->needs(inPlace)->take_last();
+  arguments
+      .add_flag("--lossy", m_isLossy, "With -i: replace it even if something is lost or moved")
+      ->needs(inPlace);
+}
+
+void Rewriting::Check(const std::vector<std::string>& files) const {
+  if (!m_isAsked) return;
+  if (files.empty() || std::count(files.begin(), files.end(), "-") > 0) {
+    throw UsageError("-i needs a file; standard input cannot be replaced");
+  }
+  if (m_suffix.find('/') != std::string::npos) {
+    throw UsageError("'/' cannot stand in the suffix of -i");
+  }
+}
+
+bool Rewriting::Allows(const Input& input, const LossReport& report) const {
+  if (!IsCareful() || report.reason == nullptr) return true;
+  ComplainAt(input, report.offset, report.reason);
+  Complain("nothing is replaced; --lossy does it all the same");
+  return false;
+}
+
+ExitStatus Rewriting::Replace(const Input& input, const std::string& result) const {
+  // An edit can make what the next one would lose.
+  if (IsCareful() &&
+      !Allows({input.name + " (result)", result}, FindLoss(result, Surroundings::kKept))) {
+    return ExitStatus::kTrouble;
+  }
+  std::string reason;
+  if (ReplaceFile(input.name, input.text, result, m_suffix, reason)) return ExitStatus::kDone;
+  ComplainAbout(input.name, reason);
+  return ExitStatus::kTrouble;
+}
+
+}  // namespace tool

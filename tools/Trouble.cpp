@@ -1,0 +1,29 @@
+#include "Trouble.h"
+
+#include "Diagnostics.h"
+
+#include <xmldom/support/LogException.h>
+
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+namespace tool {
+
+ExitStatus SayTrouble(const std::string& name, const std::function<ExitStatus()>& work) {
+  std::string reason;
+  try {
+    return work();
+  } catch (CLogException* raised) {
+    const std::unique_ptr<CLogException> exception(raised);
+    reason = std::string(exception->GetWhere()) + ": " + exception->GetMessage();
+  } catch (const std::length_error&) {
+    reason = "the result is too large";
+  } catch (const std::bad_alloc&) {
+    reason = "out of memory";
+  }
+  ComplainAbout(name, reason);
+  return ExitStatus::kTrouble;
+}
+
+}  // namespace tool
