@@ -68,6 +68,20 @@ expect_part() {
   fail
 }
 
+# expect_file FILE TEXT: the file holds the text, whole; escapes as for given.
+expect_file() {
+  printf '%b' "$2" > "$scratch/expected"
+  cmp "$scratch/expected" "$1" && return
+  fail
+}
+
+# expect_names FOLDER NAME...: the folder holds these, in the order of their names, and nothing else.
+expect_names() {
+  [ "$(ls -A "$1")" = "$(printf '%s\n' "${@:2}")" ] && return
+  ls -lA "$1"
+  fail
+}
+
 fail() { touch "$scratch/failed"; }
 
 # skip REASON: ends a case that cannot be run here, and says so.

@@ -6,23 +6,12 @@
 _help="xmldom: 'xmldom edit --help' explains more\n"
 _left='xmldom: nothing is replaced; --lossy does it all the same\n'
 
-# holds FILE TEXT: the file holds the text; escapes as for given.
-_holds() {
-  printf '%b' "$2" > "$scratch/wanted"
-  cmp "$scratch/wanted" "$1" || fail
-}
-
-# contains NAME...: these are all files in the folder.
-_contains() {
-  [ "$(ls -A)" = "$(printf '%s\n' "$@")" ] || { ls -lA; fail; }
-}
-
 edit_in_place_replaces_the_file() {
   given a.xml '<?xml version="1.0"?>\n<a><b/></a>\n'
   run edit -i a.xml --set /a/b x
   expect 0 '' ''
-  _holds a.xml '<?xml version="1.0"?>\n<a>\n  <b>x</b>\n</a>\n'
-  _contains a.xml
+  expect_file a.xml '<?xml version="1.0"?>\n<a>\n  <b>x</b>\n</a>\n'
+  expect_names . a.xml
 }
 
 edit_in_place_replaces_each_of_several_files() {
@@ -31,9 +20,9 @@ edit_in_place_replaces_each_of_several_files() {
   given c.xml '<a/>'
   run edit -i --set /a x a.xml b.xml c.xml
   expect 1 '' 'xmldom: b.xml: --set /a: the path selects nothing\n'
-  _holds a.xml '<a>x</a>\n'
-  _holds b.xml '<b/>'
-  _holds c.xml '<a>x</a>\n'
+  expect_file a.xml '<a>x</a>\n'
+  expect_file b.xml '<b/>'
+  expect_file c.xml '<a>x</a>\n'
 }
 
 edit_in_place_with_a_suffix_keeps_the_old_file() {
@@ -42,14 +31,14 @@ edit_in_place_with_a_suffix_keeps_the_old_file() {
   chmod 640 a.xml
   run edit -i.old --set / x a.xml
   expect 0 '' ''
-  _holds a.xml '<a>x</a>\n'
-  _holds a.xml.old '<a/>'
+  expect_file a.xml '<a>x</a>\n'
+  expect_file a.xml.old '<a/>'
   [ "$(stat -c '%a %Y' a.xml.old)" = '640 981173106' ] || fail
   run edit -i.old --set / y a.xml
   expect 0 '' ''
-  _holds a.xml '<a>y</a>\n'
-  _holds a.xml.old '<a>x</a>\n'
-  _contains a.xml a.xml.old
+  expect_file a.xml '<a>y</a>\n'
+  expect_file a.xml.old '<a>x</a>\n'
+  expect_names . a.xml a.xml.old
 }
 
 a_suffix_is_only_what_is_attached() {
@@ -57,11 +46,11 @@ a_suffix_is_only_what_is_attached() {
   given ./-i.xml '<b/>'
   run edit --set / -i.no -i a.xml
   expect 0 '' ''
-  _holds a.xml '<a>-i.no</a>\n'
+  expect_file a.xml '<a>-i.no</a>\n'
   run edit -i~ --set / x --set-attr / b -i.no -- -i.xml
   expect 0 '' ''
-  _holds ./-i.xml "<b b='-i.no'>x</b>\n"
-  _contains -i.xml -i.xml~ a.xml
+  expect_file ./-i.xml "<b b='-i.no'>x</b>\n"
+  expect_names . -i.xml -i.xml~ a.xml
 }
 
 a_suffix_cannot_lead_elsewhere() {
@@ -74,7 +63,7 @@ edit_in_place_keeps_the_old_file_although_nothing_changes() {
   given a.xml '<a>x</a>\n'
   run edit -i.old --set / x a.xml
   expect 0 '' ''
-  _contains a.xml a.xml.old
+  expect_names . a.xml a.xml.old
 }
 
 edit_in_place_leaves_a_file_alone_that_would_stay_as_it_is() {
@@ -103,7 +92,7 @@ edit_in_place_keeps_extended_attributes() {
     skip "no extended attributes: $(tail -n 1 error)"
   run edit -i --set / x a.xml
   expect 0 '' ''
-  _holds a.xml '<a>x</a>\n'
+  expect_file a.xml '<a>x</a>\n'
   [ "$(python3 -c 'import os; print(os.getxattr("a.xml", "user.origin").decode())')" = here ] ||
     fail
 }
@@ -131,8 +120,8 @@ edit_in_place_refuses_a_file_that_may_not_be_written_to() {
   chmod 644 a.xml
   _run_as_somebody edit -i --set / x a.xml
   expect 2 '' 'xmldom: a.xml: Permission denied\n'
-  _holds a.xml '<a/>'
-  _contains a.xml
+  expect_file a.xml '<a/>'
+  expect_names . a.xml
 }
 
 edit_in_place_follows_a_symbolic_link() {
@@ -142,8 +131,8 @@ edit_in_place_follows_a_symbolic_link() {
   ln -s first links/second
   run edit -i.old --set / x links/second
   expect 0 '' ''
-  _holds real/a.xml '<a>x</a>\n'
-  _holds real/a.xml.old '<a/>'
+  expect_file real/a.xml '<a>x</a>\n'
+  expect_file real/a.xml.old '<a/>'
   [ "$(readlink links/second)" = first ] || fail
   [ "$(ls links)" = $'first\nsecond' ] || fail
 }
@@ -169,8 +158,8 @@ edit_in_place_leaves_the_file_alone_when_a_path_selects_nothing() {
   given a.xml '<a><b/></a>'
   run edit -i.old a.xml --set /a/b x --remove /a/c
   expect 1 '' 'xmldom: a.xml: --remove /a/c: the path selects nothing\n'
-  _holds a.xml '<a><b/></a>'
-  _contains a.xml
+  expect_file a.xml '<a><b/></a>'
+  expect_names . a.xml
 }
 
 edit_in_place_refuses_a_file_of_which_something_would_be_lost() {
@@ -178,8 +167,8 @@ edit_in_place_refuses_a_file_of_which_something_would_be_lost() {
   run edit -i.old a.xml --set /a/b y
   expect 2 '' "a.xml:3:3: a comment inside the root element would be moved into a text
     <!-- c -->\n    ^\n$_left"
-  _holds a.xml '<a>\n  <b>x</b>\n  <!-- c -->\n</a>\n'
-  _contains a.xml
+  expect_file a.xml '<a>\n  <b>x</b>\n  <!-- c -->\n</a>\n'
+  expect_names . a.xml
 }
 
 edit_in_place_refuses_a_file_in_another_encoding() {
@@ -189,14 +178,14 @@ edit_in_place_refuses_a_file_in_another_encoding() {
   <?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n                                ^\n$_left"
   run edit -i --lossy a.xml --set-attr / b 1
   expect 0 '' ''
-  _holds a.xml "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a b='1'>\xc3\xa9</a>\n"
+  expect_file a.xml "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a b='1'>\xc3\xa9</a>\n"
 }
 
 edit_in_place_is_lossy_when_told_so() {
   given a.xml '<a>\n  <b>x</b>\n  <!-- c -->\n</a>\n'
   run edit -i --lossy a.xml --set /a/b y
   expect 0 '' ''
-  _holds a.xml '<a>\n  <!-- c -->\n  <b>y</b>\n</a>\n'
+  expect_file a.xml '<a>\n  <!-- c -->\n  <b>y</b>\n</a>\n'
 }
 
 edit_in_place_refuses_xml_of_which_something_would_be_lost() {
@@ -207,10 +196,10 @@ edit_in_place_refuses_xml_of_which_something_would_be_lost() {
   run edit -i a.xml --append / $'<b>1\n2</b>'
   expect 2 '' "xmldom: --append: line 1, column 5 of the XML: a line break in a text would be lost
   <b>1\n      ^\n$_help"
-  _holds a.xml '<a/>'
+  expect_file a.xml '<a/>'
   run edit -i --lossy a.xml --append / $'<b>1\n2</b>'
   expect 0 '' ''
-  _holds a.xml '<a>\n  <b>12</b>\n</a>\n'
+  expect_file a.xml '<a>\n  <b>12</b>\n</a>\n'
 }
 
 edit_in_place_refuses_to_mix_a_text_with_elements() {
@@ -218,10 +207,10 @@ edit_in_place_refuses_to_mix_a_text_with_elements() {
   run edit -i a.xml --append / '<b/>'
   expect 2 '' "xmldom: a.xml: --append /: the element holds text, which would change; --lossy \
 does it all the same\n"
-  _holds a.xml '<a>x</a>'
+  expect_file a.xml '<a>x</a>'
   run edit -i --lossy a.xml --append / '<b/>'
   expect 0 '' ''
-  _holds a.xml '<a>\n  x\n  <b/>\n</a>\n'
+  expect_file a.xml '<a>\n  x\n  <b/>\n</a>\n'
 }
 
 edit_in_place_refuses_a_result_of_which_the_next_edit_would_lose_something() {
@@ -229,7 +218,7 @@ edit_in_place_refuses_a_result_of_which_the_next_edit_would_lose_something() {
   run edit -i a.xml --append / '<b/>'
   expect 2 '' "a.xml (result):1:25: white space that xml:space='preserve' protects would change
   <a xml:space='preserve'>\n                          ^\n$_left"
-  _holds a.xml "<a xml:space='preserve'/>"
+  expect_file a.xml "<a xml:space='preserve'/>"
 }
 
 lossy_is_only_for_files_that_are_replaced() {

@@ -2,17 +2,11 @@
 
 . "$(dirname "$0")/driver.bash"
 
-# holds FILE TEXT: the file holds the text; escapes as for given.
-_holds() {
-  printf '%b' "$2" > "$scratch/wanted"
-  cmp "$scratch/wanted" "$1" || fail
-}
-
 format_in_place_replaces_the_file_and_keeps_what_stands_outside_the_root_element() {
   given a.xml '\xef\xbb\xbf<?xml version="1.0"?>\n\n<!-- c -->\n<a ><b>x</b></a >\n\n<!-- d -->'
   run format -i a.xml
   expect 0 '' ''
-  _holds a.xml \
+  expect_file a.xml \
     '\xef\xbb\xbf<?xml version="1.0"?>\n\n<!-- c -->\n<a>\n  <b>x</b>\n</a>\n\n<!-- d -->'
 }
 
@@ -20,8 +14,8 @@ format_in_place_with_a_suffix_keeps_the_old_file() {
   given a.xml '<a ><b/></a>'
   run format -i~ --indent-off a.xml
   expect 0 '' ''
-  _holds a.xml '<a>\n<b/>\n</a>\n'
-  _holds a.xml~ '<a ><b/></a>'
+  expect_file a.xml '<a>\n<b/>\n</a>\n'
+  expect_file a.xml~ '<a ><b/></a>'
 }
 
 format_in_place_replaces_each_of_several_files() {
@@ -32,16 +26,16 @@ format_in_place_replaces_each_of_several_files() {
   expect 2 '' 'b.xml:1:4: a text of white space alone would be lost\n  <b>\n     ^
 xmldom: nothing is replaced; --lossy does it all the same
 xmldom: missing.xml: No such file or directory\n'
-  _holds a.xml '<a/>\n'
-  _holds b.xml '<b>\n</b>'
-  _holds c.xml '<c/>\n'
+  expect_file a.xml '<a/>\n'
+  expect_file b.xml '<b>\n</b>'
+  expect_file c.xml '<c/>\n'
 }
 
 format_in_place_is_lossy_when_told_so() {
   given a.xml '<a>1<b/>2<!-- 3 --></a>'
   run format -i --lossy a.xml
   expect 0 '' ''
-  _holds a.xml '<a>\n  12<!-- 3 -->\n  <b/>\n</a>\n'
+  expect_file a.xml '<a>\n  12<!-- 3 -->\n  <b/>\n</a>\n'
 }
 
 format_in_place_leaves_a_formatted_file_alone() {
@@ -57,7 +51,7 @@ format_in_place_leaves_what_is_no_xml_alone() {
   given a.xml '<a>'
   run format -i a.xml
   expect 2 '' 'a.xml:1:4: no element found, near <a>\n  <a>\n     ^\n'
-  _holds a.xml '<a>'
+  expect_file a.xml '<a>'
 }
 
 format_in_place_refuses_standard_input() {

@@ -15,11 +15,6 @@ _given_a_big_file() {
   } > "$1"
 }
 
-# contains FOLDER NAME...: these are all files in the folder.
-_contains() {
-  [ "$(ls -A "$1")" = "$(printf '%s\n' "${@:2}")" ] || { ls -lA "$1"; fail; }
-}
-
 # Mounts a file system of a few MiB on a folder, for this case alone.
 _mount_small_disk() {
   mkdir "$1"
@@ -35,11 +30,11 @@ a_full_disk_leaves_the_old_file() {
   run edit -i --set-attr / b 1 disk/a.xml
   expect 2 '' 'xmldom: disk/a.xml: write error: No space left on device\n'
   cmp old.xml disk/a.xml || fail
-  _contains disk a.xml
+  expect_names disk a.xml
   run format -i --indent-off disk/a.xml
   expect 2 '' 'xmldom: disk/a.xml: write error: No space left on device\n'
   cmp old.xml disk/a.xml || fail
-  _contains disk a.xml
+  expect_names disk a.xml
 }
 
 a_disk_that_is_too_small_for_the_old_file_beside_the_new_leaves_the_old_file() {
@@ -49,7 +44,7 @@ a_disk_that_is_too_small_for_the_old_file_beside_the_new_leaves_the_old_file() {
   run edit -i.old --set-attr / b 1 disk/a.xml
   expect 2 '' 'xmldom: disk/a.xml: write error: No space left on device\n'
   cmp old.xml disk/a.xml || fail
-  _contains disk a.xml
+  expect_names disk a.xml
   run edit -i --set-attr / b 1 disk/a.xml
   expect 0 '' ''
 }
@@ -69,7 +64,7 @@ a_disk_that_is_read_only_leaves_the_old_file() {
   mount -o remount,ro "$PWD/disk" 2> error || skip "no read-only disk: $(cat error)"
   run edit -i --set / x disk/a.xml
   expect 2 '' 'xmldom: disk/a.xml: Read-only file system\n'
-  [ "$(cat disk/a.xml)" = '<a/>' ] || fail
+  expect_file disk/a.xml '<a/>'
 }
 
 a_folder_that_is_read_only_leaves_the_old_file() {
@@ -88,8 +83,8 @@ a_folder_that_is_read_only_leaves_the_old_file() {
   fi
   run edit -i --set / x folder/a.xml
   expect 2 '' "xmldom: folder/a.xml: no file can be made beside it: $reason\n"
-  [ "$(cat folder/a.xml)" = '<a/>' ] || fail
-  _contains folder a.xml
+  expect_file folder/a.xml '<a/>'
+  expect_names folder a.xml
 }
 
 a_name_that_is_taken_by_a_folder_leaves_the_old_file() {
@@ -97,8 +92,8 @@ a_name_that_is_taken_by_a_folder_leaves_the_old_file() {
   mkdir a.xml.old
   run edit -i.old --set / x a.xml
   expect 2 '' "xmldom: a.xml: '$(realpath a.xml.old)' cannot be replaced: Is a directory\n"
-  [ "$(cat a.xml)" = '<a/>' ] || fail
-  _contains . a.xml a.xml.old
+  expect_file a.xml '<a/>'
+  expect_names . a.xml a.xml.old
 }
 
 # Ends a run that has been started, and looks at what it leaves: the file must be the old one or the
@@ -161,7 +156,7 @@ a_file_that_somebody_else_changes_in_the_meantime_is_left_alone() {
   }
   [ "$(tail -n 1 a.xml)" = '<!-- mine -->' ] || fail
   [ "$(head -n 1 a.xml)" = '<r>' ] || fail
-  _contains . a.xml status stderr
+  expect_names . a.xml status stderr
 }
 
 a_kill_leaves_the_old_file_or_the_new_one() {
