@@ -154,7 +154,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // New nodes go to the end of their chain and get this node's owner document; names and values
   // are copied and must be stored escaped. No node type is checked. Names must not be null.
   // Effects: std::bad_alloc when memory is out, the tree unchanged.
-  // Cost: linear in the chain that grows.
+  // Cost: constant for a chain that grew recently, as long as nothing is destroyed or taken out of
+  // a tree in between; otherwise linear in the chain.
 
   /// Links a detached node as last child; the tree takes the caller's reference over. The node, its
   /// following siblings and all below get this node's owner document, attributes aside.
