@@ -5,10 +5,9 @@
 #include "Escape.h"
 #include "LossCheck.h"
 #include "Query.h"
+#include "SourceText.h"
 
 #include <xmldom/dom/XMLDocument.h>
-
-#include <cstring>
 
 namespace tool {
 

@@ -17,8 +17,7 @@ void Rewriting::Describe(CLI::App& arguments) {
       "Replace the file by the result; -i with a suffix attached, as in -i.old, keeps the old file "
       "under its name with that suffix");
   arguments.add_option(kSuffixOption, m_suffix)->group("")->needs(inPlace)->take_last();
-  arguments
-      .add_flag("--lossy", m_isLossy, "With -i: replace it even if something is lost or moved")
+  arguments.add_flag("--lossy", m_isLossy, "Replace it even if something is lost or moved")
       ->needs(inPlace);
 }
 
