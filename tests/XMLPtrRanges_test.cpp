@@ -1,0 +1,354 @@
+#include <xmldom/XMLPtrRanges.h>
+
+#include <gtest/gtest.h>
+#include <xmldom/xmldom.h>
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "harness/Allocation.h"
+#include "harness/LogCapture.h"
+#include "harness/Outline.h"
+#include "harness/Trees.h"
+
+namespace {
+
+typedef XMLPtr<IXMLDOMNode> NodePtr;
+
+/// The names of the nodes of a range, a blank behind each.
+template <class Range>
+std::string Names(Range&& range) {
+  std::string names;
+  for (NodePtr node : range) names += std::string(node->m_pszNodeName) + " ";
+  return names;
+}
+
+/// Walks a range and calls `edit` for each node, with the names met so far, its own included.
+/// Result: all names.
+template <class Range, class Edit>
+std::string NamesWithEdits(Range&& range, Edit edit) {
+  std::string names;
+  for (NodePtr node : range) {
+    names += node->m_pszNodeName;
+    edit(node.Get(), names);
+  }
+  return names;
+}
+
+/// The reference counts of a chain, as "1 2 1 ".
+std::string Counts(const IXMLDOMNode* head) {
+  std::string counts;
+  for (; head != nullptr; head = head->m_pNextSibling) {
+    counts += std::to_string(head->GetRefCount()) + " ";
+  }
+  return counts;
+}
+
+/// Takes a child out and drops the reference that the tree held.
+void Remove(IXMLDOMNode* parent, IXMLDOMNode* child) {
+  NodePtr removed;
+  EXPECT_EQ(S_OK, parent->removeChild(child, removed.Out()));
+}
+
+// ---- What is walked
+
+TEST(XMLPtrRanges, Children_are_all_children_in_document_order) {
+  Document document = Load("<a>text<b/><c/>tail</a>");
+  EXPECT_EQ("#Text b c ", Names(Children(Root(document))));
+  EXPECT_EQ("a ", Names(Children(document.get())));
+  EXPECT_EQ("", Names(Children(At(document, {0, 1}))));
+}
+
+TEST(XMLPtrRanges, Attributes_are_all_attributes_in_document_order) {
+  Document document = Load("<a x='1' y='2'><b z='3'/>text</a>");
+  EXPECT_EQ("x y ", Names(Attributes(Root(document))));
+  EXPECT_EQ("", Names(Attributes(document.get())));
+  EXPECT_EQ("", Names(Attributes(At(document, {0, 1}))));
+}
+
+TEST(XMLPtrRanges, Selected_are_all_selected_nodes) {
+  Document document = Load("<a><b/><c/><b><b/></b></a>");
+  EXPECT_EQ("b b ", Names(Selected(Root(document), "b")));
+  EXPECT_EQ("b b b ", Names(Selected(document.get(), "//b")));
+  EXPECT_EQ(3, Selected(document.get(), "//b").Count());
+}
+
+TEST(XMLPtrRanges, Listed_are_the_nodes_of_a_list) {
+  Document document = Load("<a x='1'><b/><c/></a>");
+  XMLPtr<IXMLDOMNodeList> list;
+  Root(document)->get_childNodes(list.Out());
+  EXPECT_EQ("b c ", Names(Listed(list)));
+  EXPECT_EQ("b c ", Names(Listed(list.Get())));
+  XMLPtr<IXMLDOMNamedNodeMap> map;
+  Root(document)->get_attributes(map.Out());
+  EXPECT_EQ("x ", Names(Listed(map)));
+  EXPECT_EQ(1, list->GetRefCount());
+  EXPECT_EQ("b c ", Names(Listed(std::move(list))));
+  EXPECT_FALSE(list);
+}
+
+TEST(XMLPtrRanges, take_pointers_of_every_kind) {
+  Document document = Load("<a x='1'><b/></a>");
+  const XMLPtr<IXMLDOMDocument2> owner = Share(document.get());
+  const NodePtr root = Share(Root(document));
+  EXPECT_EQ("a ", Names(Children(owner)));
+  EXPECT_EQ("b ", Names(Children(root)));
+  EXPECT_EQ("x ", Names(Attributes(root)));
+  EXPECT_EQ("b ", Names(Selected(owner, "//b")));
+  EXPECT_EQ("b ", Names(Children(Share(Root(document)))));
+}
+
+TEST(XMLPtrRanges, a_null_node_is_an_empty_range) {
+  const NodePtr none;
+  EXPECT_EQ("", Names(Children(NoNode())));
+  EXPECT_EQ("", Names(Children(none)));
+  EXPECT_EQ("", Names(Children(nullptr)));
+  EXPECT_EQ("", Names(Attributes(NoNode())));
+  EXPECT_EQ("", Names(Attributes(none)));
+  EXPECT_EQ("", Names(Selected(NoNode(), "a")));
+  EXPECT_EQ("", Names(Selected(none, "a")));
+  EXPECT_EQ("", Names(Listed(nullptr)));
+}
+
+TEST(XMLPtrRanges, a_list_is_walked_as_often_as_one_likes) {
+  Document document = Load("<a><b/><c/></a>");
+  const XMLNodes nodes = Selected(Root(document), "*");
+  EXPECT_EQ("b c ", Names(nodes));
+  EXPECT_EQ("b c ", Names(nodes));
+}
+
+TEST(XMLPtrRanges, a_walk_leaves_the_cursor_of_the_list_alone) {
+  Document document = Load("<a><b/><c/></a>");
+  const XMLPtr<IXMLDOMNodeList> list = Adopt(Root(document)->SelectNodes("*"));
+  const NodePtr first = Adopt(list->NextNode());
+  EXPECT_EQ("b c ", Names(Listed(list)));
+  const NodePtr second = Adopt(list->NextNode());
+  EXPECT_STREQ("c", second->m_pszNodeName);
+}
+
+// ---- Failed selections
+
+TEST(XMLPtrRanges, Selected_tells_nothing_found_from_nothing_searched) {
+  Document document = Load("<a><b/></a>");
+  const Node alone = NewElement(nullptr, "a");
+  const struct {
+    IXMLDOMNode* node;
+    const char* path;
+    int count;
+    bool failed;
+  } rows[] = {
+      {document, "//b", 1, false}, {document, "//c", 0, false}, {alone, "b", 0, false},
+      {alone, nullptr, 1, false},  // the node itself
+      {alone, "", 1, false},       {alone, "/a", 0, true},      {alone, "//a", 0, true},
+      {nullptr, "a", 0, true},     {nullptr, nullptr, 0, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(Text(row.path));
+    const XMLNodes nodes = Selected(row.node, row.path);
+    EXPECT_EQ(row.count, nodes.Count());
+    EXPECT_EQ(row.failed, nodes.Failed());
+  }
+}
+
+TEST(XMLPtrRanges, Selected_leaves_malformed_predicates_to_the_log) {
+  Document document = Load("<a><b/></a>");
+  LogCapture log;
+  const XMLNodes nodes = Selected(Root(document), "b[c");
+  EXPECT_EQ(0, nodes.Count());
+  EXPECT_FALSE(nodes.Failed());
+  EXPECT_FALSE(log.Events().empty());
+}
+
+TEST(XMLPtrRanges, Selected_without_memory_leaves_nothing_behind) {
+  Document document = Load("<a><b/></a>");
+  EXPECT_LT(
+      0, FailEachAllocation([&document] { EXPECT_EQ(1, Selected(Root(document), "b").Count()); }));
+  EXPECT_EQ("1 ", Counts(At(document, {0, 0})));
+}
+
+TEST(XMLPtrRanges, Listed_tells_no_list_from_an_empty_one) {
+  EXPECT_TRUE(Listed(nullptr).Failed());
+  EXPECT_FALSE(Listed(Adopt(new IXMLDOMNodeList)).Failed());
+}
+
+// ---- References
+
+TEST(XMLPtrRanges, a_walk_holds_the_node_in_hand_and_the_next) {
+  Document document = Load("<a><b/><c/><d/></a>");
+  const char* const counts[] = {"2 2 1 ", "1 2 2 ", "1 1 2 "};
+  int i = 0;
+  for (NodePtr child : Children(Root(document))) {
+    EXPECT_EQ(counts[i++], Counts(At(document, {0, 0})));
+  }
+  EXPECT_EQ(3, i);
+  EXPECT_EQ("1 1 1 ", Counts(At(document, {0, 0})));
+  EXPECT_EQ(1, Root(document)->GetRefCount());
+}
+
+TEST(XMLPtrRanges, a_walk_along_a_list_adds_one_reference_to_the_node_in_hand) {
+  Document document = Load("<a><b/><c/></a>");
+  const char* const counts[] = {"3 2 ", "2 3 "};  // the list has one of each
+  int i = 0;
+  for (NodePtr child : Selected(Root(document), "*")) {
+    EXPECT_EQ(counts[i++], Counts(At(document, {0, 0})));
+  }
+  EXPECT_EQ(2, i);
+  EXPECT_EQ("1 1 ", Counts(At(document, {0, 0})));
+}
+
+TEST(XMLPtrRanges, a_range_that_nobody_walks_releases_what_it_holds) {
+  Document document = Load("<a x='1'><b/></a>");
+  Children(Root(document));
+  Attributes(Root(document));
+  Selected(Root(document), "b");
+  EXPECT_EQ("1 ", Counts(At(document, {0, 0})));
+  EXPECT_EQ("1 ", Counts(Root(document)->m_pFirstAttribute));
+}
+
+TEST(XMLPtrRanges, leaving_a_loop_early_releases_what_it_holds) {
+  Document document = Load("<a x='1' y='2'><b/><c/></a>");
+  for (NodePtr child : Children(Root(document))) {
+    for (NodePtr attribute : Attributes(Root(document))) {
+      if (attribute->m_pNextSibling != nullptr) break;
+    }
+    if (child->m_pNextSibling != nullptr) break;
+  }
+  const auto firstSelected = [](IXMLDOMNode* node) -> NodePtr {
+    for (NodePtr found : Selected(node, "*")) return found;
+    return nullptr;
+  };
+  EXPECT_STREQ("b", firstSelected(Root(document))->m_pszNodeName);
+  EXPECT_EQ("1 1 ", Counts(At(document, {0, 0})));
+  EXPECT_EQ("1 1 ", Counts(Root(document)->m_pFirstAttribute));
+}
+
+TEST(XMLPtrRanges, an_exception_in_a_loop_releases_what_it_holds) {
+  Document document = Load("<a x='1' y='2'><b/><c/></a>");
+  const auto throwIn = [](IXMLDOMNode* node) {
+    for (NodePtr child : Children(node)) {
+      for (NodePtr attribute : Attributes(node)) {
+        for (NodePtr selected : Selected(node, "*")) throw std::runtime_error("in the loop");
+      }
+    }
+  };
+  EXPECT_THROW(throwIn(Root(document)), std::runtime_error);
+  EXPECT_EQ("1 1 ", Counts(At(document, {0, 0})));
+  EXPECT_EQ("1 1 ", Counts(Root(document)->m_pFirstAttribute));
+}
+
+TEST(XMLPtrRanges, a_walk_outlives_what_it_hangs_below) {
+  const auto load = [] { return Adopt(Load("<a><b/><c/></a>").Detach()); };
+  EXPECT_EQ("a ", Names(Children(load())));
+  EXPECT_EQ("b c ", Names(Selected(load(), "a/*")));
+  XMLPtr<IXMLDOMDocument2> document = load();
+  EXPECT_EQ("bc",
+            NamesWithEdits(Children(document->m_pFirstChild),
+                           [&document](IXMLDOMNode*, const std::string&) { document.Reset(); }));
+}
+
+// ---- Editing on the way
+
+TEST(XMLPtrRanges, the_child_in_hand_may_be_removed) {
+  Document document = Load("<a><b/><c/><b/><b/><d/><b/></a>");
+  for (NodePtr child : Children(Root(document))) {
+    if (*child->m_pszNodeName == 'b') Remove(Root(document), child.Get());
+  }
+  EXPECT_EQ("a[c d]", Outline(document));
+}
+
+TEST(XMLPtrRanges, the_child_in_hand_may_be_moved) {
+  Document document = Load("<a><from><b/><c/><d/></from><to/></a>");
+  for (NodePtr child : Children(At(document, {0, 0}))) {
+    EXPECT_EQ(S_OK, At(document, {0, 1})->appendChild(child.Get(), nullptr));
+  }
+  EXPECT_EQ("a[from to[b c d]]", Outline(document));
+  EXPECT_EQ("1 1 1 ", Counts(At(document, {0, 1, 0})));
+}
+
+TEST(XMLPtrRanges, the_child_in_hand_may_be_replaced) {
+  Document document = Load("<a><b/><c/></a>");
+  for (NodePtr child : Children(Root(document))) {
+    NodePtr replaced;
+    EXPECT_EQ(S_OK, Root(document)->replaceChild(NewElement(document, "x").Detach(), child.Get(),
+                                                 replaced.Out()));
+  }
+  EXPECT_EQ("a[x x]", Outline(document));
+}
+
+TEST(XMLPtrRanges, what_is_put_in_directly_behind_is_passed_over) {
+  Document document = Load("<a><b/><c/></a>");
+  IXMLDOMNode* const root = Root(document);
+  const auto putBehind = [root](IXMLDOMNode* child, const std::string&) {
+    IXMLDOMNode* const added = NewElement(nullptr, "x").Detach();
+    if (child->m_pNextSibling != nullptr) {
+      EXPECT_EQ(S_OK, root->insertBefore(added, child->m_pNextSibling, nullptr));
+    } else {
+      EXPECT_EQ(S_OK, root->appendChild(added, nullptr));
+    }
+  };
+  EXPECT_EQ("bc", NamesWithEdits(Children(root), putBehind));
+  EXPECT_EQ("a[b x c x]", Outline(document));
+}
+
+TEST(XMLPtrRanges, what_is_put_in_further_on_is_visited) {
+  Document document = Load("<a><b/><c/></a>");
+  IXMLDOMNode* const root = Root(document);
+  EXPECT_EQ("bcd", NamesWithEdits(Children(root), [root](IXMLDOMNode*, const std::string& names) {
+              if (names == "b") root->AddChild(NewElement(nullptr, "d").Detach());
+            }));
+}
+
+TEST(XMLPtrRanges, a_next_child_taken_out_is_visited_and_ends_the_walk) {
+  Document document = Load("<a><b/><c/><d/></a>");
+  IXMLDOMNode* const root = Root(document);
+  const auto removeNext = [root](IXMLDOMNode* child, const std::string& names) {
+    if (names == "b") Remove(root, child->m_pNextSibling);
+  };
+  EXPECT_EQ("bc", NamesWithEdits(Children(root), removeNext));
+  EXPECT_EQ("a[b d]", Outline(document));
+}
+
+TEST(XMLPtrRanges, a_next_child_moved_leads_the_walk_along_its_new_place) {
+  Document document = Load("<a><b/><c/><to><d/><e/></to></a>");
+  IXMLDOMNode* const to = At(document, {0, 2});
+  const auto moveNext = [to](IXMLDOMNode* child, const std::string& names) {
+    if (names == "b") {
+      EXPECT_EQ(S_OK, to->insertBefore(child->m_pNextSibling, to->m_pFirstChild, nullptr));
+    }
+  };
+  EXPECT_EQ("bcde", NamesWithEdits(Children(Root(document)), moveNext));
+  EXPECT_EQ("a[b to[c d e]]", Outline(document));
+}
+
+TEST(XMLPtrRanges, a_tree_loaded_anew_on_the_way_does_no_harm) {
+  Document document = Load("<a><b/><c/><d/></a>");
+  const auto load = [&document](IXMLDOMNode*, const std::string&) {
+    EXPECT_EQ(VARIANT_TRUE, document->loadXML("<x/>"));
+  };
+  EXPECT_EQ("bcd", NamesWithEdits(Children(Root(document)), load));
+  EXPECT_EQ("x", Outline(document));
+}
+
+TEST(XMLPtrRanges, selected_nodes_stay_whatever_is_removed) {
+  Document document = Load("<a><b><b/></b><b/></a>");
+  IXMLDOMNode* const root = Root(document);
+  const auto removeAll = [root](IXMLDOMNode*, const std::string&) {
+    while (root->m_pFirstChild != nullptr) Remove(root, root->m_pFirstChild);
+  };
+  EXPECT_EQ("bbb", NamesWithEdits(Selected(document.get(), "//b"), removeAll));
+  EXPECT_EQ("a", Outline(document));
+}
+
+TEST(XMLPtrRanges, a_list_that_grows_is_walked_to_its_new_end) {
+  const Node node = NewElement(nullptr, "a");
+  const XMLPtr<IXMLDOMNodeList> list = Adopt(new IXMLDOMNodeList);
+  list->Add(node);
+  int count = 0;
+  for (NodePtr found : Listed(list)) {
+    if (++count < 20) list->Add(found.Get());
+  }
+  EXPECT_EQ(20, count);
+}
+
+}  // namespace

@@ -1,0 +1,340 @@
+#include <xmldom/XMLPtr.h>
+
+#include <gtest/gtest.h>
+#include <xmldom/xmldom.h>
+
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "harness/Trees.h"
+
+namespace {
+
+typedef XMLPtr<IXMLDOMNode> NodePtr;
+typedef XMLPtr<IXMLDOMDocument2> DocumentPtr;
+
+NodePtr NewNode(const char* name) {
+  return Adopt(new IXMLDOMNode(nullptr, name, nullptr, NODE_ELEMENT));
+}
+
+DocumentPtr LoadPtr(const char* xml) { return Adopt(Load(xml).Detach()); }
+
+// ---- Adopting and sharing
+
+TEST(XMLPtr, Adopt_takes_the_reference_over) {
+  IXMLDOMNode* plain = new IXMLDOMNode(nullptr, "a", nullptr, NODE_ELEMENT);
+  const int nodes = IXMLDOMNode::m_iObjCount;
+  {
+    const NodePtr node = Adopt(plain);
+    EXPECT_EQ(plain, node.Get());
+    EXPECT_EQ(1, node->GetRefCount());
+  }
+  EXPECT_EQ(nodes - 1, IXMLDOMNode::m_iObjCount);
+}
+
+TEST(XMLPtr, Share_adds_a_reference) {
+  Document document = Load("<a/>");
+  {
+    const NodePtr root = Share(Root(document));
+    EXPECT_EQ(2, root->GetRefCount());
+  }
+  EXPECT_EQ(1, Root(document)->GetRefCount());
+}
+
+TEST(XMLPtr, nothing_is_held_of_a_null_pointer) {
+  EXPECT_FALSE(NodePtr());
+  EXPECT_FALSE(NodePtr(nullptr));
+  EXPECT_FALSE(Adopt(NoNode()));
+  EXPECT_FALSE(Share(NoNode()));
+  const NodePtr none;
+  EXPECT_EQ(nullptr, none.Get());
+  EXPECT_FALSE(NodePtr(none));
+}
+
+TEST(XMLPtr, a_shared_node_outlives_its_tree) {
+  NodePtr child;
+  {
+    const DocumentPtr document = LoadPtr("<a><b>text</b></a>");
+    child = Share(document->m_pFirstChild->m_pFirstChild);
+  }
+  EXPECT_EQ(1, child->GetRefCount());
+  EXPECT_EQ(nullptr, child->m_pOwnerDocument);
+  EXPECT_STREQ("text", child->GetStrValue());
+}
+
+TEST(XMLPtr, holds_every_kind_of_object) {
+  DocumentPtr document;
+  Create(document.Out());
+  EXPECT_EQ(VARIANT_FALSE, document->loadXML("<a>"));
+  XMLPtr<IXMLDOMParseError> error;
+  EXPECT_EQ(S_OK, document->get_parseError(error.Out()));
+  EXPECT_NE(0, error->m_lErrorCode);
+  XMLPtr<IXMLDOMNodeList> list = Adopt(document->SelectNodes("a"));
+  EXPECT_EQ(1, list->m_nCount);
+  XMLPtr<IXMLDOMNamedNodeMap> map;
+  EXPECT_EQ(S_OK, document->m_pFirstChild->get_attributes(map.Out()));
+  EXPECT_EQ(0, map->m_nCount);
+  list = std::move(map);
+  EXPECT_EQ(0, list->m_nCount);
+}
+
+// ---- Copies and moves
+
+TEST(XMLPtr, a_copy_has_a_reference_of_its_own) {
+  NodePtr first = NewNode("a");
+  NodePtr second(first);
+  NodePtr third;
+  third = second;
+  EXPECT_EQ(3, first->GetRefCount());
+  first.Reset();
+  second.Reset();
+  EXPECT_EQ(1, third->GetRefCount());
+}
+
+TEST(XMLPtr, a_move_leaves_the_reference_alone) {
+  NodePtr first = NewNode("a");
+  IXMLDOMNode* const plain = first.Get();
+  NodePtr second(std::move(first));
+  EXPECT_FALSE(first);
+  EXPECT_EQ(1, plain->GetRefCount());
+  first = std::move(second);
+  EXPECT_FALSE(second);
+  EXPECT_EQ(plain, first.Get());
+  EXPECT_EQ(1, plain->GetRefCount());
+}
+
+TEST(XMLPtr, assigning_releases_what_was_held) {
+  const NodePtr first = NewNode("a");
+  const NodePtr second = NewNode("b");
+  NodePtr node = first;
+  node = second;
+  EXPECT_EQ(1, first->GetRefCount());
+  EXPECT_EQ(2, second->GetRefCount());
+  node = NodePtr(first);
+  EXPECT_EQ(2, first->GetRefCount());
+  EXPECT_EQ(1, second->GetRefCount());
+  node = nullptr;
+  EXPECT_EQ(1, first->GetRefCount());
+}
+
+TEST(XMLPtr, assigning_to_itself_changes_nothing) {
+  NodePtr node = NewNode("a");
+  NodePtr& same = node;
+  node = same;
+  EXPECT_EQ(1, node->GetRefCount());
+  node = std::move(same);
+  ASSERT_TRUE(node);
+  EXPECT_EQ(1, node->GetRefCount());
+  node = Share(node.Get());
+  EXPECT_EQ(1, node->GetRefCount());
+}
+
+TEST(XMLPtr, assigning_what_only_the_old_object_kept_alive_is_safe) {
+  NodePtr node = NewNode("a");
+  Adopt(node->AddChild("b", "text"));
+  node = Share(node->m_pFirstChild);
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  EXPECT_EQ(1, node->GetRefCount());
+}
+
+TEST(XMLPtr, Swap_exchanges_without_counting) {
+  NodePtr first = NewNode("a");
+  NodePtr second;
+  first.Swap(second);
+  EXPECT_FALSE(first);
+  EXPECT_STREQ("a", second->m_pszNodeName);
+  std::swap(first, second);
+  EXPECT_STREQ("a", first->m_pszNodeName);
+  first.Swap(first);
+  EXPECT_EQ(1, first->GetRefCount());
+}
+
+// ---- Derived classes
+
+TEST(XMLPtr, a_document_converts_to_a_node) {
+  DocumentPtr document = LoadPtr("<a/>");
+  NodePtr copy = document;
+  NodePtr assigned;
+  assigned = document;
+  EXPECT_EQ(3, document->GetRefCount());
+  EXPECT_TRUE(copy == document);
+  copy = std::move(document);
+  EXPECT_FALSE(document);
+  EXPECT_EQ(2, copy->GetRefCount());
+}
+
+TEST(XMLPtr, the_last_pointer_to_the_base_destroys_a_document) {
+  const int documents = IXMLDOMDocument2::m_iObjCount;
+  {
+    NodePtr node = LoadPtr("<a/>");
+    EXPECT_EQ(documents + 1, IXMLDOMDocument2::m_iObjCount);
+  }
+  EXPECT_EQ(documents, IXMLDOMDocument2::m_iObjCount);
+}
+
+TEST(XMLPtr, converts_in_no_other_way) {
+  EXPECT_TRUE((std::is_convertible<DocumentPtr, NodePtr>::value));
+  EXPECT_FALSE((std::is_convertible<NodePtr, DocumentPtr>::value));
+  EXPECT_FALSE((std::is_convertible<XMLPtr<IXMLDOMNodeList>, NodePtr>::value));
+  EXPECT_FALSE((std::is_convertible<IXMLDOMNode*, NodePtr>::value));
+  EXPECT_FALSE((std::is_convertible<NodePtr, IXMLDOMNode*>::value));
+  EXPECT_FALSE((std::is_convertible<NodePtr, bool>::value));
+}
+
+TEST(XMLPtr, is_a_plain_pointer_that_never_throws) {
+  EXPECT_EQ(sizeof(IXMLDOMNode*), sizeof(NodePtr));
+  EXPECT_TRUE(std::is_nothrow_move_constructible<NodePtr>::value);
+  EXPECT_TRUE(std::is_nothrow_move_assignable<NodePtr>::value);
+  EXPECT_TRUE(std::is_nothrow_copy_constructible<NodePtr>::value);
+  EXPECT_TRUE((std::is_nothrow_constructible<NodePtr, DocumentPtr>::value));
+}
+
+// ---- Handing over
+
+TEST(XMLPtr, Detach_hands_the_reference_to_the_tree) {
+  const DocumentPtr document = LoadPtr("<a/>");
+  NodePtr child = NewNode("b");
+  EXPECT_EQ(1, document->m_pFirstChild->AddChild(child.Detach()));
+  EXPECT_FALSE(child);
+  EXPECT_EQ(nullptr, child.Detach());
+  EXPECT_EQ(1, document->m_pFirstChild->m_pFirstChild->GetRefCount());
+}
+
+TEST(XMLPtr, a_node_that_was_refused_stays_with_its_pointer) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  IXMLDOMNode* const root = document->m_pFirstChild;
+  IXMLDOMNode* const places[] = {root, root->m_pFirstChild};  // only the second is a child
+  const HRESULT results[] = {E_ARGUMENT, S_OK};
+  for (int i = 0; i < 2; ++i) {
+    NodePtr node = NewNode("c");
+    const HRESULT result = root->insertBefore(node.Get(), places[i], nullptr);
+    EXPECT_EQ(results[i], result);
+    if (result == S_OK) node.Detach();
+    EXPECT_EQ(i == 0, static_cast<bool>(node));
+  }
+  EXPECT_STREQ("c", root->m_pFirstChild->m_pszNodeName);
+  EXPECT_EQ(1, root->m_pFirstChild->GetRefCount());
+}
+
+TEST(XMLPtr, a_node_moves_between_trees_beside_its_pointer) {
+  const DocumentPtr from = LoadPtr("<a><b/></a>");
+  const DocumentPtr to = LoadPtr("<c/>");
+  const NodePtr node = Share(from->m_pFirstChild->m_pFirstChild);
+  EXPECT_EQ(S_OK, to->m_pFirstChild->appendChild(node.Get(), nullptr));
+  EXPECT_EQ(2, node->GetRefCount());
+  EXPECT_EQ(to.Get(), node->m_pOwnerDocument);
+}
+
+// ---- Out-pointers
+
+TEST(XMLPtr, Out_owns_what_a_member_hands_out) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  NodePtr root;
+  EXPECT_EQ(S_OK, document->get_documentElement(root.Out()));
+  EXPECT_EQ(2, root->GetRefCount());
+  DocumentPtr owner;
+  EXPECT_EQ(S_OK, root->get_ownerDocument(owner.Out()));
+  EXPECT_TRUE(owner == document);
+  EXPECT_EQ(2, owner->GetRefCount());
+}
+
+TEST(XMLPtr, Out_a_second_time_releases_the_first) {
+  const DocumentPtr document = LoadPtr("<a><b/><c/></a>");
+  IXMLDOMNode* const root = document->m_pFirstChild;
+  NodePtr child;
+  EXPECT_EQ(S_OK, root->get_firstChild(child.Out()));
+  EXPECT_EQ(S_OK, root->get_lastChild(child.Out()));
+  EXPECT_STREQ("c", child->m_pszNodeName);
+  EXPECT_EQ(1, root->m_pFirstChild->GetRefCount());
+  EXPECT_EQ(S_FALSE, child->get_firstChild(child.Out()));
+  EXPECT_FALSE(child);
+}
+
+TEST(XMLPtr, Out_takes_the_reference_of_a_node_that_is_taken_out) {
+  const DocumentPtr document = LoadPtr("<a><b/><c/></a>");
+  IXMLDOMNode* const root = document->m_pFirstChild;
+  NodePtr removed;
+  EXPECT_EQ(S_OK, root->removeChild(root->m_pFirstChild, removed.Out()));
+  EXPECT_STREQ("b", removed->m_pszNodeName);
+  EXPECT_EQ(1, removed->GetRefCount());
+  NodePtr replaced;
+  EXPECT_EQ(S_OK, root->replaceChild(removed.Get(), root->m_pFirstChild, replaced.Out()));
+  removed.Detach();
+  EXPECT_STREQ("c", replaced->m_pszNodeName);
+  EXPECT_EQ(1, replaced->GetRefCount());
+}
+
+TEST(XMLPtr, Out_is_null_when_the_member_stores_nothing) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  IXMLDOMNode* const root = document->m_pFirstChild;
+  NodePtr removed = Share(root);
+  EXPECT_EQ(E_ARGUMENT, root->removeChild(document.Get(), removed.Out()));
+  EXPECT_FALSE(removed);
+  EXPECT_EQ(1, root->GetRefCount());
+}
+
+// ---- Comparisons
+
+TEST(XMLPtr, equal_are_pointers_to_the_same_object) {
+  const DocumentPtr document = LoadPtr("<a/>");
+  const NodePtr node = document;
+  const NodePtr other = Share(document->m_pFirstChild);
+  IXMLDOMNode* const plain = document.Get();
+  const IXMLDOMNode* const constant = plain;
+  EXPECT_TRUE(node == document && document == node);
+  EXPECT_TRUE(node == plain && plain == node && node == constant);
+  EXPECT_TRUE(node != other && other != plain && plain != other);
+  EXPECT_FALSE(node != document || node == other || plain != node || other == plain);
+}
+
+TEST(XMLPtr, equal_to_null_is_what_holds_nothing) {
+  const NodePtr none;
+  const NodePtr node = NewNode("a");
+  EXPECT_TRUE(none == nullptr && nullptr == none && none == NodePtr());
+  EXPECT_TRUE(node != nullptr && nullptr != node && node != none);
+  EXPECT_FALSE(none != nullptr || nullptr != none || node == nullptr || nullptr == node);
+}
+
+TEST(XMLPtr, a_pointer_is_a_key) {
+  const NodePtr first = NewNode("a");
+  const NodePtr second = NewNode("b");
+  std::map<NodePtr, std::string> names;
+  names[first] = "a";
+  names[second] = "b";
+  names[NodePtr()] = "none";
+  EXPECT_EQ(3u, names.size());
+  EXPECT_EQ("b", names[second]);
+  EXPECT_EQ(2, first->GetRefCount());
+}
+
+// ---- Exceptions and containers
+
+TEST(XMLPtr, an_exception_releases_what_is_held) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  EXPECT_THROW(
+      {
+        const NodePtr root = Share(document->m_pFirstChild);
+        const NodePtr copy = root;
+        EXPECT_EQ(3, root->GetRefCount());
+        throw std::runtime_error("in between");
+      },
+      std::runtime_error);
+  EXPECT_EQ(1, document->m_pFirstChild->GetRefCount());
+}
+
+TEST(XMLPtr, a_growing_vector_moves_its_pointers) {
+  const NodePtr node = NewNode("a");
+  std::vector<NodePtr> kept;
+  for (int i = 0; i < 100; ++i) kept.push_back(node);
+  EXPECT_EQ(101, node->GetRefCount());
+  kept.erase(kept.begin(), kept.begin() + 60);
+  EXPECT_EQ(41, node->GetRefCount());
+  kept.clear();
+  EXPECT_EQ(1, node->GetRefCount());
+}
+
+}  // namespace
