@@ -1,14 +1,17 @@
-# Installs both libraries, their headers, a CMake package and the pkg-config files.
+# Installs the libraries of this build, their headers, a CMake package and the pkg-config files.
 
 include(CMakePackageConfigHelpers)
 
 set(XMLDOM_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/xmldom)
 
-install(TARGETS xmldom-support xmldom EXPORT xmldom-targets
+install(TARGETS ${libraries} EXPORT xmldom-targets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
 
+if(NOT "xmldom-support" IN_LIST libraries)
+  set(XMLDOM_SUPPORT_HEADERS "")
+endif()
 foreach(header IN LISTS XMLDOM_SUPPORT_HEADERS XMLDOM_HEADERS)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${header}
@@ -56,7 +59,12 @@ endfunction()
 xmldom_pkgconfig_folder(pkgconfig_libdir "${CMAKE_INSTALL_LIBDIR}")
 xmldom_pkgconfig_folder(pkgconfig_includedir "${CMAKE_INSTALL_INCLUDEDIR}")
 
-foreach(name xmldom xmldom-support)
+set(support_requirement "xmldom-support = ${PROJECT_VERSION}")
+if(XMLDOM_SUPPORT_PACKAGE)
+  set(support_requirement "${XMLDOM_SUPPORT_PKGCONFIG}")
+endif()
+
+foreach(name IN LISTS libraries)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/${name}.pc.in ${package_build_dir}/${name}.pc.in @ONLY)
   install(CODE "
     set(folder \"${CMAKE_INSTALL_LIBDIR}/pkgconfig\")

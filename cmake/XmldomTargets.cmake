@@ -28,4 +28,8 @@ function(xmldom_compile_options target)
     -UNDEBUG -fno-delete-null-pointer-checks
     ${XMLDOM_SANITIZE_FLAGS})
   target_link_options(${target} PRIVATE ${XMLDOM_SANITIZE_FLAGS})
+  # Where a long has 32 bits, files may still be larger, have higher numbers and later dates.
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+  endif()
 endfunction()

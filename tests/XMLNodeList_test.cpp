@@ -2,10 +2,12 @@
 #include <xmldom/xmldom.h>
 
 #include <climits>
+#include <ctime>
 #include <new>
 #include <string>
 
 #include "harness/Allocation.h"
+#include "harness/AllocationFailure.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -250,6 +252,43 @@ TEST(XMLNodeList, GetItem_moves_the_iteration) {
   EXPECT_EQ("(null)", TakeName(list->NextNode()));
   EXPECT_EQ("b", TakeName(list->GetItem(0)));
   EXPECT_EQ("c", TakeName(list->NextNode()));
+}
+
+TEST(XMLNodeList, GetItem_goes_backwards_through_what_was_added_meanwhile) {
+  Document document = Load("<a><b/><c/><d/></a>");
+  List list = ChildrenOf(Root(document));
+  EXPECT_EQ("d", TakeName(list->GetItem(2)));
+  EXPECT_EQ("c", TakeName(list->GetItem(1)));
+  for (int i = 0; i < 3; ++i) list->Add(At(document, {0, i}));
+  EXPECT_EQ("d", TakeName(list->GetItem(5)));
+  EXPECT_EQ("c", TakeName(list->GetItem(4)));
+  EXPECT_EQ("b", TakeName(list->GetItem(3)));
+  EXPECT_EQ("d", TakeName(list->GetItem(2)));
+  EXPECT_EQ(2, list->m_nCursorIndex);
+  EXPECT_EQ(list->m_pHead->m_pNext->m_pNext, list->m_pCursor);
+}
+
+TEST(XMLNodeList, GetItem_goes_backwards_when_memory_is_out) {
+  Document document = Load("<a><b/><c/><d/></a>");
+  List list = ChildrenOf(Root(document));
+  EXPECT_EQ("d", TakeName(list->GetItem(2)));
+  const AllocationFailure failure(0);
+  const Node node(list->GetItem(1));
+  EXPECT_TRUE(node == At(document, {0, 1}));
+  EXPECT_EQ(1, list->m_nCursorIndex);
+}
+
+TEST(XMLNodeList, GetItem_goes_backwards_in_time_that_grows_with_the_list_alone) {
+  const int count = 100000;
+  Document document = NewDocument();
+  List list(new IXMLDOMNodeList);
+  for (int i = 0; i < count; ++i) list->Add(document);
+  const std::clock_t start = std::clock();
+  for (int i = count - 1; i >= 0; --i) {
+    const Node node(list->GetItem(i));
+    ASSERT_EQ(i, list->m_nCursorIndex);
+  }
+  EXPECT_LT(static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC, 1.0);
 }
 
 // ---- The map

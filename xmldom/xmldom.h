@@ -3,6 +3,7 @@
 
 /// All of the library but the Expat binding, which <xmldom/parse/XMLSax.h> adds.
 
+#include <xmldom/Results.h>
 #include <xmldom/diag/Compare.h>
 #include <xmldom/diag/XML.h>
 #include <xmldom/dom/EntityTranslation.h>
@@ -16,7 +17,6 @@
 #include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 #include <xmldom/support/RefCountedObject.h>
-#include <xmldom/support/Results.h>
 #include <xmldom/support/bstr.h>
 #include <xmldom/support/variant.h>
 

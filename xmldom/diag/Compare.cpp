@@ -1,16 +1,13 @@
 #include <xmldom/diag/Compare.h>
 
+#include <xmldom/HeapString.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
-#include <xmldom/support/HeapString.h>
-
-#include <vector>
 
 namespace {
 
 using xmldom::SameString;
-using xmldom::WriteLiteral;
 using xmldom::WriteText;
 
 /// A report begins at depth 0, from wherever the count started.
@@ -42,7 +39,7 @@ class Comparison {
   IXMLDOMNode* Enter(IXMLDOMNode* first, std::size_t walkDepth) {
     const int depth = m_topDepth + static_cast<int>(walkDepth);
     if (m_second == nullptr) {
-      ReportCount(depth, "Node 1 has more children than Node 2\n", m_open.back());
+      ReportCount(depth, "Node 1 has more children than Node 2\n", m_open.Top());
       return nullptr;
     }
     const Pair pair = {first, m_second};
@@ -66,19 +63,19 @@ class Comparison {
   bool OpenPair(const Pair& pair, int depth) {
     if (depth == 0) Empty(m_report);
     if (!ComparesAttributes(pair, depth)) return false;
-    m_open.push_back(pair);
+    m_open.Push(pair);
     m_second = pair.second->m_pFirstChild;
     return true;
   }
 
   /// Turns back from the children of the innermost pair: those of the first node have ended.
   void ClosePair(int depth) {
-    const Pair pair = m_open.back();
+    const Pair pair = m_open.Top();
     if (m_second != nullptr) {
       ReportCount(depth, "Node 2 has more children than Node 1\n", pair);
       return;
     }
-    m_open.pop_back();
+    m_open.Pop();
     m_second = pair.second->m_pNextSibling;
   }
 
@@ -110,10 +107,7 @@ class Comparison {
     const IXMLDOMNode* first = pair.first;
     const IXMLDOMNode* second = pair.second;
     if (first->m_eNodeType != second->m_eNodeType) {
-      WriteHead(depth);
-      m_report.WriteF("node type mismatch, %d vs %d", static_cast<int>(first->m_eNodeType),
-                      static_cast<int>(second->m_eNodeType));
-      return Dump(pair);
+      return ReportTypes(depth, pair);
     }
     if (!SameString(first->m_pszNodeName, second->m_pszNodeName)) {
       return ReportTexts(depth, "node name mismatch, ", first->m_pszNodeName, second->m_pszNodeName,
@@ -130,49 +124,54 @@ class Comparison {
   // The reports return false, for the comparison that they end. Texts are written piece by piece,
   // since they can be longer than a format takes.
 
-  void WriteHead(int depth) { m_report.WriteF("Failed at depth %d: ", depth); }
+  void WriteHead(int depth, const char* what) {
+    m_report.WriteF("Failed at depth %d: %s", depth, what);
+  }
 
-  template <std::size_t N>
-  bool ReportTexts(int depth, const char (&what)[N], const char* first, const char* second,
-                   const Pair& pair) {
-    WriteHead(depth);
-    WriteLiteral(m_report, what);
+  __attribute__((cold)) bool ReportTexts(int depth, const char* what, const char* first,
+                                         const char* second, const Pair& pair) {
+    WriteHead(depth, what);
     WriteText(m_report, first == nullptr ? "(null)" : first);
-    WriteLiteral(m_report, " vs ");
+    WriteText(m_report, " vs ");
     WriteText(m_report, second == nullptr ? "(null)" : second);
     return Dump(pair);
   }
 
-  template <std::size_t N>
-  bool ReportCount(int depth, const char (&what)[N], const Pair& pair) {
-    WriteHead(depth);
-    WriteLiteral(m_report, what);
+  __attribute__((cold)) bool ReportTypes(int depth, const Pair& pair) {
+    WriteHead(depth, "node type mismatch, ");
+    m_report.WriteF("%d vs %d", static_cast<int>(pair.first->m_eNodeType),
+                    static_cast<int>(pair.second->m_eNodeType));
+    return Dump(pair);
+  }
+
+  __attribute__((cold)) bool ReportCount(int depth, const char* what, const Pair& pair) {
+    WriteHead(depth, what);
     return Dump(pair);
   }
 
   bool Dump(const Pair& pair) {
     m_differs = true;
-    WriteLiteral(m_report, "-----\nNode 1:\n");
+    WriteText(m_report, "-----\nNode 1:\n");
     WriteText(m_report, pair.first->Getxml());
-    WriteLiteral(m_report, "\n-----\nNode 2:\n");
+    WriteText(m_report, "\n-----\nNode 2:\n");
     WriteText(m_report, pair.second->Getxml());
-    WriteLiteral(m_report, "\n");
+    WriteText(m_report, "\n");
     return false;
   }
 
   CMemFile& m_report;
   int m_topDepth;
-  std::vector<Pair> m_open;  // whose children are being compared, innermost last
-  IXMLDOMNode* m_second;     // what the next node of the first tree is compared with
+  xmldom::Stack<Pair, 32> m_open;  // whose children are being compared, innermost last
+  IXMLDOMNode* m_second;           // what the next node of the first tree is compared with
   bool m_differs;
 };
 
 /// Reports that only one of the two nodes is there.
 int ReportMissing(CMemFile& report, int depth, const char* which, IXMLDOMNode* present) {
   report.WriteF("Failed at depth %d: %s\n", depth, which);
-  WriteLiteral(report, "-----\n");
+  WriteText(report, "-----\n");
   WriteText(report, present->Getxml());
-  WriteLiteral(report, "\n");
+  WriteText(report, "\n");
   return 0;
 }
 

@@ -1,10 +1,10 @@
 #include <xmldom/diag/XML.h>
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/parse/ParseError.h>
 #include <xmldom/parse/XMLSax.h>
 #include <xmldom/query/XPathList.h>
-#include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 
 namespace {
@@ -40,10 +40,10 @@ long CXML::CheckLeaks(const char* where) {
     report.WriteF("There're %ld outstanding bstrs\n", GetNumBSTRsAllocated());
   }
   if (where != nullptr) {
-    CLogger::PostLogEventFB(LOG_TYPE_LEAKS, LOG_SEVERITY_DEBUG, "CXML::CheckLeaks - %s",
+    CLogger::PostLogEventFB(xmldom::kLogLeaks, xmldom::kSeverityDebug, "CXML::CheckLeaks - %s",
                             report.GetAsStr(), where);
   } else {
-    CLogger::PostLogEvent(LOG_TYPE_LEAKS, LOG_SEVERITY_DEBUG, "CXML::CheckLeaks",
+    CLogger::PostLogEvent(xmldom::kLogLeaks, xmldom::kSeverityDebug, "CXML::CheckLeaks",
                           report.GetAsStr());
   }
   return GetNumBSTRsAllocated();

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_DIAG_XML_H
 #define XMLDOM_DIAG_XML_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 /// Library-wide diagnostics: the last error of the lookups, and the leak report.
 /// Threads: plain statics, for one thread at a time.
@@ -15,8 +15,11 @@ class XMLDOM_API CXML {
     NO_SUCH_CHILD = 4         ///< No child has the name.
   };
 
+  /// Sets the error code.
   static void SetXMLError(int code);
+  /// Sets the error code to NO_ERROR, before the lookups that it is to tell about.
   static void ClearXMLError();
+  /// The error code, as it was set last.
   static int GetXMLError();
 
   /// Posts the leak report (log type 26, severity 7): how many objects of each class are alive, and
@@ -24,7 +27,7 @@ class XMLDOM_API CXML {
   /// Result: the number of outstanding BSTRs.
   static long CheckLeaks(const char* where);
 
-  static int iXMLError;
+  static int iXMLError;  ///< The error code.
 };
 
 #endif

@@ -1,8 +1,8 @@
 #include <xmldom/dom/EntityTranslation.h>
 
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/Notices.h>
 #include <xmldom/dom/TextOutput.h>
-#include <xmldom/support/Logger.h>
 
 #include <stringprep.h>
 #include <strings.h>
@@ -82,7 +82,7 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
     } else if (!WritePredefined(reference, out)) {
       xmldom::Notices::Add();
       CLogger::PostLogEventF(
-          LOG_TYPE_DATA, LOG_SEVERITY_WARNING,
+          xmldom::kLogData, xmldom::kSeverityWarning,
           "TranslateEntities FAILED to match entity at the begining of this string: '%s'",
           reference.begin);
       xmldom::WriteBytes(out, reference.begin,

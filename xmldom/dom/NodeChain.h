@@ -1,8 +1,8 @@
 #ifndef XMLDOM_DOM_NODECHAIN_H
 #define XMLDOM_DOM_NODECHAIN_H
 
+#include <xmldom/HeapString.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/support/HeapString.h>
 
 // Chains of nodes that are linked through m_pNextSibling: children, and attributes.
 

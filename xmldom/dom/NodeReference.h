@@ -10,7 +10,9 @@ class NodeReference {
  public:
   /// Takes the caller's reference over.
   explicit NodeReference(IXMLDOMNode* node) : m_node(node) {}
-  ~NodeReference() { Release(m_node); }
+  ~NodeReference() {
+    if (m_node != nullptr) Release(m_node);
+  }
 
   NodeReference(const NodeReference&) = delete;
   NodeReference& operator=(const NodeReference&) = delete;

@@ -5,7 +5,6 @@
 #include <xmldom/dom/TreeWalk.h>
 
 #include <algorithm>
-#include <cstdint>
 
 namespace xmldom {
 
@@ -74,16 +73,10 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
       m_descendant(descendant),
       m_remembers(steps.HasDots()),
       m_heardBefore(Notices::Count()),
+      m_heard(m_heardBefore),
+      m_framesThatHeard(0),
+      m_next(nullptr),
       m_found(nullptr) {}
-
-/// Whether a search has failed before, and would only do so again without a sound.
-bool SingleNodeSearch::IsSettled(const Search& search) {
-  if (m_failed.count(search) != 0) return true;
-  if (Notices::Count() != m_heardBefore || m_failedUnheard.count(search) == 0) return false;
-  // It may have met a search that is still open; then so has the one that skips it here.
-  m_frames.back().lowestMet = 0;
-  return true;
-}
 
 IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
   if (k == -1 && !m_remembers && m_steps.Count() != 0) {
@@ -91,15 +84,12 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
     if (m_steps.Count() == 1) return FindDescendant(node);
   }
   Open(node, k);
-  while (m_found == nullptr && !m_frames.empty()) {
-    Frame& frame = m_frames.back();
-    if (frame.child == nullptr) {
+  while (m_found == nullptr && !m_frames.IsEmpty()) {
+    if (m_next == nullptr) {
       FinishChildren();
-      continue;
+    } else if (!Open(m_next, m_frames.Top().childStep)) {
+      m_next = m_next->m_pNextSibling;
     }
-    IXMLDOMNode* child = frame.child;
-    frame.child = child->m_pNextSibling;
-    Open(child, frame.childStep);
   }
   return m_found;
 }
@@ -115,78 +105,107 @@ IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
   return finder.Found();
 }
 
-/// Tests the node and opens the search of its children, or finds that there is no more to it.
-void SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
-  const Search search(node, k);
-  if (m_remembers) {
-    if (IsSettled(search)) return;
-    const auto open = m_open.find(search);
-    if (open != m_open.end()) {
-      Frame& top = m_frames.back();
-      top.lowestMet = std::min(top.lowestMet, open->second);
-      return;
-    }
-  }
-
+/// Tests the node and opens the search of its children. Result: false when there is no more to it,
+/// because it has failed or is the one.
+bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
+  if (m_remembers && IsSettled(Search(node, k))) return false;
   const unsigned long heard = Notices::Count();
   if (k >= 0 && !MatchesStep(node, m_steps.At(k))) {
-    if (!m_descendant) return;
-    if (!m_remembers && node->m_pFirstChild == nullptr) return;
-    PushFrame(search, node->m_pFirstChild, 0, heard);
-    m_frames.back().repeats = true;
-    return;
+    Listen();
+    if (!m_descendant || (!m_remembers && node->m_pFirstChild == nullptr)) return false;
+    Push(Frame{node, 0, true}, node->m_pFirstChild, k, heard);
+    return true;
   }
   if (k == m_steps.Count() - 1) {
     m_found = node;
-    return;
+    return false;
   }
+  Listen();
   int childStep = k + 1;
   IXMLDOMNode* arrived = FollowDots(node, m_steps, &childStep);
-  if (arrived == nullptr) return;
-  PushFrame(search, arrived->m_pFirstChild, childStep, heard);
+  if (arrived == nullptr) return false;
+  Push(Frame{node, childStep, false}, arrived->m_pFirstChild, k, heard);
+  return true;
 }
 
-void SingleNodeSearch::PushFrame(const Search& search, IXMLDOMNode* firstChild, int childStep,
-                                 unsigned long heard) {
-  if (m_remembers) m_open[search] = m_frames.size();
-  m_frames.push_back(
-      Frame{search, firstChild, childStep, false, SIZE_MAX, heard, Notices::Count()});
+void SingleNodeSearch::Push(const Frame& frame, IXMLDOMNode* firstChild, int k,
+                            unsigned long heard) {
+  if (m_remembers) {
+    m_known[Search(frame.node, k)].frame = m_frames.Size();
+    m_traces.Push(Trace{k, SIZE_MAX, heard});
+  }
+  m_frames.Push(frame);
+  m_next = firstChild;
+}
+
+/// Notes whether anything was heard since the last time: all frames that are open now have.
+void SingleNodeSearch::Listen() {
+  if (Notices::Count() == m_heard) return;
+  m_heard = Notices::Count();
+  m_framesThatHeard = m_frames.Size();
 }
 
 /// All children of the innermost search have failed: repeats them as far as that can matter.
 void SingleNodeSearch::FinishChildren() {
-  Frame& frame = m_frames.back();
-  if (frame.repeats || !m_descendant) {
-    Close();
-    return;
+  Frame& frame = m_frames.Top();
+  if (m_descendant && !frame.repeats) {
+    IXMLDOMNode* children = frame.node->m_pFirstChild;
+    if (m_remembers || m_framesThatHeard == m_frames.Size()) {
+      frame.repeats = true;
+      frame.childStep = 0;
+      m_next = children;
+      return;
+    }
+    // Searched with step 0 before, at the start, the chains have been tested too.
+    if (frame.childStep != 0) {
+      m_found = FindChain(children, m_steps, 0);
+      Listen();
+      if (m_found != nullptr) return;
+    }
   }
-  IXMLDOMNode* children = frame.search.first->m_pFirstChild;
-  if (m_remembers || Notices::Count() != frame.heardBelow) {
-    frame.repeats = true;
-    frame.child = children;
-    frame.childStep = 0;
-    return;
-  }
-  // Searched with step 0 before, at the start, the chains have been tested too.
-  if (frame.childStep != 0) m_found = FindChain(children, m_steps, 0);
-  if (m_found == nullptr) Close();
+  Close();
 }
 
 /// The innermost search has failed.
 void SingleNodeSearch::Close() {
-  const Frame frame = m_frames.back();
-  m_frames.pop_back();
-  if (!m_remembers) return;
-  m_open.erase(frame.search);
-  if (frame.lowestMet < m_frames.size()) {
+  IXMLDOMNode* node = m_frames.Pop().node;
+  if (m_framesThatHeard > m_frames.Size()) m_framesThatHeard = m_frames.Size();
+  m_next = node->m_pNextSibling;
+  if (m_remembers) CloseTrace(node);
+}
+
+/// Whether a search yields nothing: it has failed before and would only do so again without a
+/// sound, or it is still open.
+bool SingleNodeSearch::IsSettled(const Search& search) {
+  const auto known = m_known.find(search);
+  if (known == m_known.end()) return false;
+  const Knowledge& knowledge = known->second;
+  if (knowledge.hasFailed) return true;
+  if (knowledge.hasFailedUnheard && Notices::Count() == m_heardBefore) {
+    // It may have met a search that is still open; then so has the one that skips it here.
+    m_traces.Top().lowestMet = 0;
+    return true;
+  }
+  if (knowledge.frame == SIZE_MAX) return false;
+  Trace& trace = m_traces.Top();
+  trace.lowestMet = std::min(trace.lowestMet, knowledge.frame);
+  return true;
+}
+
+/// What is to be remembered of the search of `node`, whose frame is gone.
+void SingleNodeSearch::CloseTrace(IXMLDOMNode* node) {
+  const Trace trace = m_traces.Pop();
+  Knowledge& knowledge = m_known[Search(node, trace.step)];
+  knowledge.frame = SIZE_MAX;
+  if (trace.lowestMet < m_frames.Size()) {
     // It has met a search that is still open, and so has the one around it. Once that is closed
     // this one could come further, though only to what has been tested by then: that matters when
     // it can be heard.
-    Frame& outer = m_frames.back();
-    outer.lowestMet = std::min(outer.lowestMet, frame.lowestMet);
-    m_failedUnheard.insert(frame.search);
-  } else if (frame.heard == Notices::Count()) {
-    m_failed.insert(frame.search);
+    Trace& outer = m_traces.Top();
+    outer.lowestMet = std::min(outer.lowestMet, trace.lowestMet);
+    knowledge.hasFailedUnheard = true;
+  } else if (trace.heard == Notices::Count()) {
+    knowledge.hasFailed = true;
   }
 }
 

@@ -1,13 +1,13 @@
 #ifndef XMLDOM_DOM_SINGLENODESEARCH_H
 #define XMLDOM_DOM_SINGLENODESEARCH_H
 
+#include <xmldom/Stack.h>
 #include <xmldom/query/XPathStep.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
-#include <set>
 #include <utility>
-#include <vector>
 
 class IXMLDOMNode;
 
@@ -43,32 +43,46 @@ class SingleNodeSearch {
  private:
   typedef std::pair<IXMLDOMNode*, int> Search;
 
-  /// A search that is open.
+  /// A search that is open: its node was tested, and its children are being searched.
   struct Frame {
-    Search search;
-    IXMLDOMNode* child;        // to be searched next, null when all have been
-    int childStep;             // with which the children are searched
-    bool repeats;              // this is 4
-    std::size_t lowestMet;     // frame of the outermost open search that was met below
-    unsigned long heard;       // notices before the node was tested
-    unsigned long heardBelow;  // notices before its children were searched
+    IXMLDOMNode* node;
+    int childStep;  // with which the children are searched
+    bool repeats;   // this is 4
+  };
+
+  /// What more there is to know of an open search in a path with "." or "..".
+  struct Trace {
+    int step;
+    std::size_t lowestMet;  // frame of the outermost open search that was met below
+    unsigned long heard;    // notices before the node was tested
+  };
+
+  /// What is known of a search in a path with "." or "..".
+  struct Knowledge {
+    std::size_t frame = SIZE_MAX;   // while it is open
+    bool hasFailed = false;         // nobody would hear it fail again
+    bool hasFailedUnheard = false;  // the same as long as nothing at all has been heard
   };
 
   IXMLDOMNode* FindDescendant(IXMLDOMNode* node);
   bool IsSettled(const Search& search);
-  void Open(IXMLDOMNode* node, int k);
-  void PushFrame(const Search& search, IXMLDOMNode* firstChild, int childStep, unsigned long heard);
+  bool Open(IXMLDOMNode* node, int k);
+  void Push(const Frame& frame, IXMLDOMNode* firstChild, int k, unsigned long heard);
   void FinishChildren();
   void Close();
+  void CloseTrace(IXMLDOMNode* node);
+  void Listen();
 
   const XPathSteps& m_steps;
   const bool m_descendant;
-  const bool m_remembers;                // the path has "." or "..": the two below are kept
-  std::map<Search, std::size_t> m_open;  // with their frames
-  std::set<Search> m_failed;             // nobody would hear these fail again
-  std::set<Search> m_failedUnheard;      // the same as long as nothing at all has been heard
-  const unsigned long m_heardBefore;     // notices before all this
-  std::vector<Frame> m_frames;
+  const bool m_remembers;  // the path has "." or "..": these two are kept
+  std::map<Search, Knowledge> m_known;
+  Stack<Trace, 4> m_traces;           // one a frame
+  const unsigned long m_heardBefore;  // notices before all this
+  unsigned long m_heard;              // notices so far
+  Stack<Frame, 32> m_frames;
+  std::size_t m_framesThatHeard;  // how many of them, from the outermost on, have heard from below
+  IXMLDOMNode* m_next;            // child of the innermost frame to be searched next, or null
   IXMLDOMNode* m_found;
 };
 

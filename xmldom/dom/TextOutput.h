@@ -6,7 +6,6 @@
 #include <climits>
 #include <cstddef>
 #include <cstring>
-#include <stdexcept>
 
 // Writing plain text: into a CMemFile by nothing but its own Write, or into a TextBuffer before
 // one.
@@ -24,11 +23,8 @@ class TextBuffer {
 
   void Write(const char* text, unsigned int length) {
     if (length > kCapacity - m_length) {
-      Flush();
-      if (length > kCapacity) {
-        m_target.Write(text, length);
-        return;
-      }
+      WriteThrough(text, length);
+      return;
     }
     std::memcpy(m_text + m_length, text, length);
     m_length += length;
@@ -44,15 +40,21 @@ class TextBuffer {
  private:
   static const unsigned int kCapacity = 1024;
 
+  /// Writes what there is no room for.
+  void WriteThrough(const char* text, unsigned int length);
+
   CMemFile& m_target;
   unsigned int m_length;
   char m_text[kCapacity];
 };
 
+/// Refuses a text that is longer than a buffer can hold.
+[[noreturn]] void ThrowTextTooLong();
+
 /// Appends `length` bytes. Effects: std::length_error for more than a buffer can hold.
 template <class Output>
 inline void WriteBytes(Output& out, const char* text, std::size_t length) {
-  if (length > UINT_MAX) throw std::length_error("xmldom: text of more than 4 GiB");
+  if (length > UINT_MAX) ThrowTextTooLong();
   out.Write(text, static_cast<unsigned int>(length));
 }
 
@@ -75,7 +77,7 @@ void WriteBlanks(Output& out, long long count) {
       "                                                                "
       "                                                                ";
   const long long most = sizeof blanks - 1;
-  if (count > UINT_MAX) throw std::length_error("xmldom: text of more than 4 GiB");
+  if (count > UINT_MAX) ThrowTextTooLong();
   for (; count > 0; count -= most) {
     out.Write(blanks, static_cast<unsigned int>(count < most ? count : most));
   }

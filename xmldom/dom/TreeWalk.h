@@ -1,57 +1,19 @@
 #ifndef XMLDOM_DOM_TREEWALK_H
 #define XMLDOM_DOM_TREEWALK_H
 
+#include <xmldom/Stack.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <cstddef>
-#include <cstdlib>
-#include <cstring>
-#include <new>
 
 // The one way to walk a tree. Neither the depth nor the breadth of a tree touches the call stack:
 // the way back up is kept in a trail, of which there are two kinds.
 
 namespace xmldom {
 
-/// A trail in memory of its own: on the spot for ordinary depths, then on the heap. It does not
-/// rely on parent links, which an application can leave null or stale.
-class HeapTrail {
- public:
-  HeapTrail() : m_nodes(m_inPlace), m_capacity(kInPlace), m_size(0) {}
-  ~HeapTrail() {
-    if (m_nodes != m_inPlace) std::free(m_nodes);
-  }
-
-  HeapTrail(const HeapTrail&) = delete;
-  HeapTrail& operator=(const HeapTrail&) = delete;
-
-  void Push(IXMLDOMNode* node) {
-    if (m_size == m_capacity) Grow();
-    m_nodes[m_size++] = node;
-  }
-
-  IXMLDOMNode* Pop() { return m_nodes[--m_size]; }
-
-  bool IsEmpty() const { return m_size == 0; }
-
- private:
-  static const std::size_t kInPlace = 32;
-
-  void Grow() {
-    const std::size_t capacity = m_capacity * 2;
-    const bool inPlace = m_nodes == m_inPlace;
-    void* nodes = std::realloc(inPlace ? nullptr : m_nodes, capacity * sizeof(IXMLDOMNode*));
-    if (nodes == nullptr) throw std::bad_alloc();
-    if (inPlace) std::memcpy(nodes, m_inPlace, sizeof m_inPlace);
-    m_nodes = static_cast<IXMLDOMNode**>(nodes);
-    m_capacity = capacity;
-  }
-
-  IXMLDOMNode* m_inPlace[kInPlace];
-  IXMLDOMNode** m_nodes;
-  std::size_t m_capacity;
-  std::size_t m_size;
-};
+/// A trail in memory of its own. It does not rely on parent links, which an application can leave
+/// null or stale.
+typedef Stack<IXMLDOMNode*, 32> HeapTrail;
 
 /// A trail in the owner links of the nodes walked, for the walks that set those links anyway: they
 /// run while nodes are destroyed, where nothing may be allocated. A node's link is free to be set

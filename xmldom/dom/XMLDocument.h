@@ -21,18 +21,19 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   IXMLDOMDocument2();
   ~IXMLDOMDocument2() override;
 
+  /// Bits of m_uFlags.
   enum {
-    FORMATTED_LAYOUT = 1
-  };  ///< Bit of m_uFlags: drop white space on loading, indent on writing.
+    FORMATTED_LAYOUT = 1  ///< Drop white space on loading, indent on writing.
+  };
 
-  unsigned int m_uFlags;
+  unsigned int m_uFlags;  ///< FORMATTED_LAYOUT or 0.
   CXMLSax* m_pSax;  ///< The builder of the latest load, the document's; null before the first.
   int m_nIndent;    ///< Blanks a level when written.
 
   static int m_iObjCount;  ///< Live documents.
 
-  /// Makes a detached node of this document. The type is the integer in `type`, stored unchecked;
-  /// `namespaceURI` is ignored.
+  /// Makes a detached node of this document. The type is the integer in `type`, stored unchecked,
+  /// whatever `vt` says; `namespaceURI` is ignored; a null `name` makes a node without name.
   /// Out: the node, the caller's. Result: S_OK; E_ARGUMENT for a null `ppNode`.
   HRESULT createNode(tagVARIANT type, char* name, char* namespaceURI, IXMLDOMNode** ppNode);
 
@@ -41,15 +42,17 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   HRESULT get_parseError(IXMLDOMParseError** ppError);
 
   /// Loads a text; null counts as empty. Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE.
-  /// Effects: a text over INT_MAX bytes does not parse and is logged (type 18, severity 3).
+  /// Effects: a text over INT_MAX bytes, or with more than 256 entities that refer to others, does
+  /// not parse and is logged (type 18, severity 3). Attributes clear the error code.
   /// Cost: linear in the text.
   short loadXML(const char* xml);
-  /// Loads a text. Out: as above. Result: S_OK; S_FALSE when it did not parse; E_ARGUMENT for a
-  /// null `pbSuccess`, and nothing is loaded.
+  /// Loads a text as the other one does. Out: what that returns. Result: S_OK; S_FALSE when it did
+  /// not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.
   HRESULT loadXML(char* xml, short* pbSuccess);
   /// Loads a file; a NUL byte ends it. Out: whether it parsed. Result: S_OK; S_FALSE when it did
-  /// not parse; E_FILENOTOPENED when it could not be opened, the tree then stays; E_ARGUMENT for a
-  /// null `pbSuccess`, and nothing is loaded.
+  /// not parse; E_FILENOTOPENED when it could not be opened or `path` is null, the tree then stays;
+  /// E_ARGUMENT for a null `pbSuccess`, and nothing is loaded. Effects: those of loading a text. A
+  /// CLogException* passes through; any other exception while it is read and parsed gives S_FALSE.
   HRESULT load(char* path, short* pbSuccess);
 
   /// Out: the root element with a reference added, or null. Result: S_OK; S_FALSE when the document
@@ -62,7 +65,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
 };
 
 /// Makes an empty document with formatted layout and an indent of 2.
-/// Out: the document, the caller's. Result: always true. Effects: std::bad_alloc.
+/// Out: the document, the caller's. Result: always true. Effects: std::bad_alloc when memory is
+/// out. Bad input: `ppDoc` must not be null.
 XMLDOM_API bool Create(IXMLDOMDocument2** ppDoc);
 
 #endif

@@ -1,8 +1,10 @@
 #ifndef XMLDOM_DOM_XMLNODE_H
 #define XMLDOM_DOM_XMLNODE_H
 
+#include <xmldom/Export.h>
+#include <xmldom/Results.h>
+#include <xmldom/dom/Release.h>
 #include <xmldom/support/RefCountedObject.h>
-#include <xmldom/support/Results.h>
 #include <xmldom/support/bstr.h>
 
 // The library's own build names the exception where it says what may leave a member.
@@ -15,25 +17,23 @@ class CXPathList;
 class IXMLDOMDocument2;
 class IXMLDOMNamedNodeMap;
 class IXMLDOMNodeList;
-struct tagVARIANT;
-typedef tagVARIANT VARIANT;
 
 /// What a node is. The library itself creates elements, attributes, texts and documents;
-/// IXMLDOMDocument2::createNode stores any value.
+/// IXMLDOMDocument2::createNode stores any number. "Value" is what get_nodeValue gives.
 typedef enum tagDOMNodeType : int {
-  NODE_INVALID = 0,
-  NODE_ELEMENT = 1,
-  NODE_ATTRIBUTE = 2,
-  NODE_TEXT = 3,
-  NODE_CDATA_SECTION = 4,
-  NODE_ENTITY_REFERENCE = 5,
-  NODE_ENTITY = 6,
-  NODE_PROCESSING_INSTRUCTION = 7,
-  NODE_COMMENT = 8,
-  NODE_DOCUMENT = 9,
-  NODE_DOCUMENT_TYPE = 10,
-  NODE_DOCUMENT_FRAGMENT = 11,
-  NODE_NOTATION = 12
+  NODE_INVALID = 0,                 ///< A node made without arguments; has no value.
+  NODE_ELEMENT = 1,                 ///< Its value is its text, as get_nodeTypedValue has it.
+  NODE_ATTRIBUTE = 2,               ///< Has a value.
+  NODE_TEXT = 3,                    ///< Has a value; its name is "#Text".
+  NODE_CDATA_SECTION = 4,           ///< Has no value.
+  NODE_ENTITY_REFERENCE = 5,        ///< Has no value.
+  NODE_ENTITY = 6,                  ///< Has no value.
+  NODE_PROCESSING_INSTRUCTION = 7,  ///< Has a value.
+  NODE_COMMENT = 8,                 ///< Has a value.
+  NODE_DOCUMENT = 9,                ///< An IXMLDOMDocument2; has no value.
+  NODE_DOCUMENT_TYPE = 10,          ///< Has no value.
+  NODE_DOCUMENT_FRAGMENT = 11,      ///< Has no value.
+  NODE_NOTATION = 12                ///< Has no value.
 } DOMNodeType;
 
 /// One node of a tree: element, attribute, text or document.
@@ -48,22 +48,24 @@ typedef enum tagDOMNodeType : int {
 /// Threads: a tree belongs to one thread at a time.
 class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
  public:
-  // ---- Record. Applications may read the fields; the members below write them.
+  // ---- Record
+  //
+  // Applications may read the fields; the members below write them.
 
   char* m_pszNodeName;             ///< C heap; "#Text" for texts, "Document Root" for documents.
   char* m_pszValue;                ///< C heap, or null.
   IXMLDOMNode* m_pNextSibling;     ///< Next in the chain of children, or of attributes.
   IXMLDOMNode* m_pFirstChild;      ///< Head of the chain of children, in document order.
   IXMLDOMNode* m_pFirstAttribute;  ///< Head of the chain of attributes, in document order.
-  IXMLDOMNode* m_pParent;
-  IXMLDOMDocument2* m_pOwnerDocument;  ///< A document's own is itself.
-  tagDOMNodeType m_eNodeType;
+  IXMLDOMNode* m_pParent;          ///< Not referenced; may dangle once the tree is gone.
+  IXMLDOMDocument2* m_pOwnerDocument;  ///< Not referenced. A document's own is itself.
+  tagDOMNodeType m_eNodeType;          ///< What this is.
 
   static int m_iObjCount;  ///< Live nodes, documents included.
 
-  // ---- Lifetime (XMLNode.cpp)
+  // ---- Lifetime (XMLNodeLifetime.cpp)
 
-  /// A detached node. Name and value are copied; a null value stays null.
+  /// A detached node. Name and value are copied; null stays null.
   /// Effects: std::bad_alloc when memory is out.
   IXMLDOMNode(IXMLDOMDocument2* doc, const char* name, const char* value, tagDOMNodeType type);
 
@@ -125,8 +127,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
 
   // ---- Direct lookups (XMLNodeLookup.cpp)
   //
-  // Names are compared exactly. A lookup that fails sets CXML's error code; one that succeeds
-  // leaves it alone. Cost: linear in the chain that is searched.
+  // Names are compared exactly; a null one finds nothing. A lookup that fails sets CXML's error
+  // code; one that succeeds leaves it alone. Cost: linear in the chain that is searched.
 
   /// The attribute of that name with a reference added, or null (error code 2).
   IXMLDOMNode* GetAttribute(const char* name);
@@ -177,7 +179,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Deliberate: each replacement leaves the attribute with one reference more.
   int SetAttribute(const char* name, const char* value);
   /// Appends up to `len` bytes of `text`, or those before its first NUL, to this node's value.
-  /// A `len` below 1 does nothing. Cost: linear in the value.
+  /// A `len` below 1 and a null text do nothing. Cost: linear in the value.
   void AppendValue(const char* text, int len);
   /// Sets the value of this text, or of the text that is this node's first child; null stores none.
   /// Effects: on any other node only a log event (type 18, severity 3).
@@ -213,7 +215,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
 
   // ---- Type and typed value (XMLNode.cpp, XMLNodeType.cpp)
   //
-  // What a VARIANT held is freed when it is written.
+  // What a VARIANT held is freed when it is written, so that a new one needs VariantInit first.
 
   /// Asserts. Out: the stored value of an attribute, text, processing instruction or comment as
   /// VT_BSTR; VT_EMPTY for any other type; untouched for a type above NODE_NOTATION.
@@ -245,6 +247,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Copies as much of the text as fits `size` bytes with a terminator into `buf`.
   /// Result: `buf`; null when nothing was copied, `buf` then holds an empty text.
   /// Effects: a text that does not fit is logged (type 18, severity 4), with a backtrace.
+  /// Bad input: a null `buf` gives null; its first byte is written even for a `size` below 1.
   char* GetStringValue(char* buf, int size);
 
   // ---- XML text (XMLWriter.cpp, XMLNodeXML.cpp)
@@ -276,6 +279,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Result: the XML with the node that `pszXPath` selects paged as GetXMLHelper says; a null path
   /// pages nothing.
   /// Effects: a path that selects nothing is logged (type 18, severity 4), and nothing is paged.
+  /// Deliberate: the body of that event is a BSTR that is not freed, for the sink to keep.
   _bstr_t GetFilteredXML(const char* pszXPath, int nFirst, int nCount, int nCurPage, int nNumPages,
                          const char* pszPadTemplate);
 
@@ -285,7 +289,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// is emptied first, each behind a '/': for messages, not for selecting. Cost: linear in the
   /// depth.
   void GetPathToNode(CMemFile& out);
-  /// Appends the path of `pNode` to `out`.
+  /// Appends the path of `pNode` to `out`; null has an empty one.
   void GetPathToNodeHelper(IXMLDOMNode* pNode, CMemFile& out);
 
   // ---- Steps of a path (XMLNodeStep.cpp, XMLNodeMatch.cpp)
@@ -303,9 +307,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// 1 when this is an element that satisfies the whole step, else 0.
   /// Effects: malformed predicates, and a null step, are logged (type 18, severity 3).
   int MatchQuery(const char* step);
-  /// 1 when a child or an attribute satisfies the predicate (the text between the brackets).
+  /// 1 when a child or an attribute satisfies the predicate (the text between the brackets); 0
+  /// when none does, and for null.
   int MatchesSubquery(const char* predicate);
-  /// 1 when `candidate` satisfies the predicate.
+  /// 1 when `candidate` satisfies the predicate; 0 when it does not, and for null.
   int MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate);
 
   // ---- Selection (XMLNodeSelect.cpp)
@@ -330,12 +335,13 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Out: the node of SelectSingleNode. Result: S_OK; S_FALSE when there is none; E_ARGUMENT for a
   /// null `out`.
   HRESULT selectSingleNode2(const char* path, IXMLDOMNode** out);
-  /// Adds what the steps of `list` from `step` on select from `node` downwards to `result`.
+  /// Adds what the steps of `list` from `step` on select from `node` downwards to `result`; with no
+  /// step left, `node` itself. Bad input: a null `node` or `result` adds nothing.
   void SelectNodesHelper(IXMLDOMNode* node, CXPathList& list, IXMLDOMNodeList* result, int step);
   /// Does so with all steps for `node` and every element below it, in document order.
   void SelectNodesTraverse(IXMLDOMNode* node, CXPathList& list, IXMLDOMNodeList* result);
   /// The first node that the steps of `list` from `step` on select at `node`, with a reference
-  /// added, or null; a `step` of -1 starts below `node`.
+  /// added, or null; a `step` of -1 starts below `node`. A null `node` gives null.
   IXMLDOMNode* SelectSingleNodeHelper(IXMLDOMNode* node, CXPathList& list, int step);
 
   // ---- Editing at a path (XMLNodePathEdit.cpp)

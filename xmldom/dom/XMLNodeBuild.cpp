@@ -1,9 +1,9 @@
+#include <xmldom/HeapString.h>
 #include <xmldom/diag/XML.h>
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/support/HeapString.h>
-#include <xmldom/support/Logger.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -75,7 +75,7 @@ void IXMLDOMNode::AppendValue(const char* text, int len) {
 void IXMLDOMNode::SetValue(const char* text) {
   IXMLDOMNode* target = m_eNodeType == NODE_TEXT ? this : m_pFirstChild;
   if (target == nullptr || target->m_eNodeType != NODE_TEXT) {
-    CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEvent(xmldom::kLogDom, xmldom::kSeverityError,
                           "IXMLDOMNode::SetValue - SetValue called on non-leaf node", this);
     return;
   }

@@ -3,8 +3,6 @@
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
 
-#include <vector>
-
 namespace {
 
 /// Looks for one node among those it walks. Attributes have nothing below them in an ordinary tree,
@@ -15,7 +13,7 @@ class NodeFinder : public xmldom::PreOrderVisitor {
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
     m_found = node == m_wanted;
-    if (node->m_pFirstAttribute != nullptr) m_attributeChains.push_back(node->m_pFirstAttribute);
+    if (node->m_pFirstAttribute != nullptr) m_attributeChains.Push(node->m_pFirstAttribute);
     return node->m_pFirstChild;
   }
 
@@ -23,10 +21,8 @@ class NodeFinder : public xmldom::PreOrderVisitor {
 
   /// Walks the attributes that were met. Result: whether the node was found at last.
   bool FinishAttributes() {
-    while (!m_found && !m_attributeChains.empty()) {
-      IXMLDOMNode* chain = m_attributeChains.back();
-      m_attributeChains.pop_back();
-      xmldom::WalkChain<xmldom::HeapTrail>(chain, *this);
+    while (!m_found && !m_attributeChains.IsEmpty()) {
+      xmldom::WalkChain<xmldom::HeapTrail>(m_attributeChains.Pop(), *this);
     }
     return m_found;
   }
@@ -34,7 +30,7 @@ class NodeFinder : public xmldom::PreOrderVisitor {
  private:
   const IXMLDOMNode* m_wanted;
   bool m_found;
-  std::vector<IXMLDOMNode*> m_attributeChains;
+  xmldom::Stack<IXMLDOMNode*, 8> m_attributeChains;
 };
 
 bool IsLeaf(const IXMLDOMNode* node) {

@@ -1,9 +1,10 @@
 #include <xmldom/dom/XMLNodeList.h>
 
+#include <xmldom/HeapString.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/support/HeapString.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <new>
 
 int IXMLDOMNodeListElt::m_iObjCount = 0;
@@ -39,7 +40,10 @@ IXMLDOMNodeList::IXMLDOMNodeList()
       m_nCount(0),
       m_nCursorIndex(CURSOR_FRESH),
       m_pBlocks(nullptr),
-      m_nUnusedLinks(0) {
+      m_nUnusedLinks(0),
+      m_ppIndex(nullptr),
+      m_nIndexed(0),
+      m_nIndexCapacity(0) {
   ++m_iObjCount;
 }
 
@@ -54,6 +58,7 @@ IXMLDOMNodeList::~IXMLDOMNodeList() {
     m_pBlocks = block->next;
     ::operator delete(block);
   }
+  std::free(m_ppIndex);
   --m_iObjCount;
 }
 
@@ -101,7 +106,7 @@ IXMLDOMNode* IXMLDOMNodeList::NextNode() {
 
 IXMLDOMNode* IXMLDOMNodeList::GetItem(int index) {
   if (index < 0 || index >= m_nCount) return nullptr;
-  if (m_nCursorIndex == CURSOR_EXHAUSTED || index < m_nCursorIndex) ResetCursor();
+  if (m_nCursorIndex == CURSOR_EXHAUSTED || index < m_nCursorIndex) GoBackTo(index);
   IXMLDOMNode* node = nullptr;
   if (m_nCursorIndex == CURSOR_FRESH) {
     node = NextNode();
@@ -115,6 +120,28 @@ IXMLDOMNode* IXMLDOMNodeList::GetItem(int index) {
     if (node == nullptr) return nullptr;
   }
   return node;
+}
+
+/// Moves the cursor back to the link at `index`, or to the beginning when that is as good.
+void IXMLDOMNodeList::GoBackTo(int index) {
+  ResetCursor();
+  if (index == 0 || !IndexLinksUpTo(index)) return;
+  m_pCursor = m_ppIndex[index];
+  m_nCursorIndex = index;
+}
+
+/// Result: false when memory is out, which leaves the way from the head.
+bool IXMLDOMNodeList::IndexLinksUpTo(int index) {
+  if (index >= m_nIndexCapacity) {
+    const std::size_t capacity = static_cast<std::size_t>(m_nCount);
+    void* grown = std::realloc(m_ppIndex, capacity * sizeof *m_ppIndex);
+    if (grown == nullptr) return false;
+    m_ppIndex = static_cast<IXMLDOMNodeListElt**>(grown);
+    m_nIndexCapacity = m_nCount;
+  }
+  IXMLDOMNodeListElt* link = m_nIndexed == 0 ? m_pHead : m_ppIndex[m_nIndexed - 1]->m_pNext;
+  for (; m_nIndexed <= index; link = link->m_pNext) m_ppIndex[m_nIndexed++] = link;
+  return true;
 }
 
 void IXMLDOMNodeList::ResetCursor() {

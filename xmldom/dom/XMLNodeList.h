@@ -1,15 +1,17 @@
 #ifndef XMLDOM_DOM_XMLNODELIST_H
 #define XMLDOM_DOM_XMLNODELIST_H
 
+#include <xmldom/Export.h>
+#include <xmldom/Results.h>
+#include <xmldom/dom/Release.h>
 #include <xmldom/support/RefCountedObject.h>
-#include <xmldom/support/Results.h>
 
 class IXMLDOMNode;
 
 /// One link of a node list.
 class XMLDOM_API IXMLDOMNodeListElt {
  public:
-  /// Takes a reference on `node`.
+  /// Takes a reference on `node`, which must not be null.
   explicit IXMLDOMNodeListElt(IXMLDOMNode* node);
   /// Releases the node; the next link is not touched.
   ~IXMLDOMNodeListElt();
@@ -17,8 +19,8 @@ class XMLDOM_API IXMLDOMNodeListElt {
   IXMLDOMNodeListElt(const IXMLDOMNodeListElt&) = delete;
   IXMLDOMNodeListElt& operator=(const IXMLDOMNodeListElt&) = delete;
 
-  IXMLDOMNode* m_pNode;
-  IXMLDOMNodeListElt* m_pNext;
+  IXMLDOMNode* m_pNode;         ///< Holds a reference.
+  IXMLDOMNodeListElt* m_pNext;  ///< The link behind it, or null.
 
   static int m_iObjCount;  ///< Live links.
 };
@@ -30,6 +32,7 @@ class XMLDOM_API IXMLDOMNodeListElt {
 /// Iteration: a list has one cursor, which all its users share.
 class XMLDOM_API IXMLDOMNodeList : public CRefCountedObject {
  public:
+  /// An empty list.
   IXMLDOMNodeList();
   ~IXMLDOMNodeList() override;
 
@@ -42,30 +45,40 @@ class XMLDOM_API IXMLDOMNodeList : public CRefCountedObject {
 
   /// The node at `index`, counted from 0, with a reference added, and the cursor with it; null when
   /// there is none, and the cursor stays.
-  /// Cost: linear in the distance from the cursor, or from the head for an earlier index.
+  /// Cost: linear in the distance from a cursor that stands before it; constant for an earlier
+  /// index, but for the first such request, which makes an index of the links up to there.
   IXMLDOMNode* GetItem(int index);
 
-  IXMLDOMNodeListElt* m_pHead;
-  IXMLDOMNodeListElt* m_pTail;  ///< A hint: the last link, one before it, or null.
-  IXMLDOMNodeListElt* m_pCursor;
-  int m_nCount;
-  int m_nCursorIndex;  ///< From 0; CURSOR_FRESH or CURSOR_EXHAUSTED when at no node.
+  IXMLDOMNodeListElt* m_pHead;    ///< The first link; null when empty.
+  IXMLDOMNodeListElt* m_pTail;    ///< A hint: the last link, one before it, or null.
+  IXMLDOMNodeListElt* m_pCursor;  ///< The link of the node handed out last, or null.
+  int m_nCount;                   ///< How many nodes it holds.
+  int m_nCursorIndex;             ///< From 0; CURSOR_FRESH or CURSOR_EXHAUSTED when at no node.
 
-  enum { CURSOR_FRESH = -1, CURSOR_EXHAUSTED = -2 };
+  /// Values of m_nCursorIndex for a cursor that is at no node.
+  enum {
+    CURSOR_FRESH = -1,     ///< Before the first.
+    CURSOR_EXHAUSTED = -2  ///< Behind the last: NextNode gives null until GetItem moves it back.
+  };
 
   static int m_iObjCount;  ///< Live lists, maps included.
 
  protected:
-  void ResetCursor();
+  void ResetCursor();  ///< Lets the iteration begin again.
 
  private:
   // Links are made in blocks, so that a long list costs few allocations.
   struct Block;
 
   void* TakeLinkMemory();
+  void GoBackTo(int index);
+  bool IndexLinksUpTo(int index);
 
-  Block* m_pBlocks;         // newest first
-  unsigned m_nUnusedLinks;  // of the newest block
+  Block* m_pBlocks;                // newest first
+  unsigned m_nUnusedLinks;         // of the newest block
+  IXMLDOMNodeListElt** m_ppIndex;  // the first links; null until a request goes backwards
+  int m_nIndexed;
+  int m_nIndexCapacity;
 };
 
 /// The attributes of a node, as a list that can be asked by name.
@@ -73,8 +86,8 @@ class XMLDOM_API IXMLDOMNamedNodeMap : public IXMLDOMNodeList {
  public:
   ~IXMLDOMNamedNodeMap() override;
 
-  /// The first node of exactly that name with a reference added, or null. Restarts the iteration,
-  /// which goes on behind the node found. Cost: linear in the list.
+  /// The first node of exactly that name with a reference added, or null, also for a null name.
+  /// Restarts the iteration, which goes on behind the node found. Cost: linear in the list.
   IXMLDOMNode* GetNamedItem(const char* name);
 
   /// Out: GetNamedItem(name). Result: S_OK; S_FALSE when there is none; E_ARGUMENT for a null

@@ -1,9 +1,9 @@
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/NodeMatch.h>
 #include <xmldom/dom/Notices.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/support/Logger.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -20,14 +20,14 @@ using xmldom::XPathTest;
 /// A malformed predicate makes its step fail.
 bool FailAtTermination() {
   xmldom::Notices::Add();
-  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "IXMLDOMNode::MatchQuery - unexpected termination while expecting ']'");
   return false;
 }
 
 bool FailAtCharacter(char c) {
   xmldom::Notices::Add();
-  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "IXMLDOMNode::MatchQuery - invalid query, got '%c' when expecting '['", c);
   return false;
 }
@@ -126,9 +126,8 @@ bool HoldsFor(IXMLDOMNode* node, const XPathPredicate& predicate) {
 }  // namespace
 
 bool xmldom::HoldAllPredicates(IXMLDOMNode* node, const XPathStep& step) {
-  for (const XPathPredicate& predicate : step.Predicates()) {
-    if (!HoldsFor(node, predicate)) return false;
-  }
+  const auto holds = [node](const XPathPredicate& predicate) { return HoldsFor(node, predicate); };
+  if (!step.AllPredicates(holds)) return false;
   switch (step.PredicatesEnd()) {
     case XPathStep::WRONG_CHARACTER:
       return FailAtCharacter(step.WrongCharacter());

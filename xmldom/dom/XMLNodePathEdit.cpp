@@ -1,10 +1,10 @@
+#include <xmldom/HeapString.h>
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/support/HeapString.h>
 #include <xmldom/support/LogException.h>
-#include <xmldom/support/Logger.h>
 
 #include <memory>
 
@@ -41,7 +41,7 @@ const EditTexts l_insertTexts = {
 /// Logs an argument that is missing. Result: whether it is there.
 bool IsGiven(const char* argument, const char* message) {
   if (argument != nullptr) return true;
-  CLogger::PostLogEventF(LOG_TYPE_DATA, LOG_SEVERITY_ERROR, "%s", message);
+  CLogger::PostLogEventF(xmldom::kLogData, xmldom::kSeverityError, "%s", message);
   return false;
 }
 
@@ -88,7 +88,7 @@ class Fragment {
   /// logged.
   bool Load(const char* content, const IXMLDOMNode* parent, const EditTexts& texts) {
     if (m_document->loadXML(content) == VARIANT_FALSE) {
-      CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, texts.unloadable, content);
+      CLogger::PostLogEvent(xmldom::kLogDom, xmldom::kSeverityError, texts.unloadable, content);
       return false;
     }
     m_content = m_document->m_pFirstChild;
@@ -119,7 +119,7 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   const NodeReference target(ResolveTarget(this, pcszXPath));
   if (target.Get() == nullptr) {
-    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                            "IXMLDOMNode::ReplaceChildAtXPath - can't resolve xpath %s", pcszXPath);
     return 0;
   }
@@ -135,7 +135,7 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
     }
   } catch (CLogException* thrown) {
     std::unique_ptr<CLogException> exception(thrown);
-    exception->LogMessage(LOG_TYPE_EXCEPTION, LOG_SEVERITY_ALERT,
+    exception->LogMessage(xmldom::kExceptionLogType, xmldom::kExceptionLogSeverity,
                           "IXMLDOMNode::ReplaceChildAtXPath");
     throw exception.release();
   }
@@ -149,7 +149,7 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   NodeReference target(ResolveTarget(this, pcszXPath));
   if (target.Get() == nullptr) {
-    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::AppendChildAtXPath - can't resolve xpath %s", Getxml(),
                             pcszXPath);
     return 0;
@@ -173,14 +173,14 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   if (SameString(pcszXPath, "/") || SameString(pcszXPath, "/*")) {
     CLogger::PostLogEventFB(
-        LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+        xmldom::kLogDom, xmldom::kSeverityError,
         "IXMLDOMNode::InsertBeforeXPath - can't insert before document node, path = %s", Getxml(),
         pcszXPath);
     return 0;
   }
   NodeReference target(SelectSingleNode(pcszXPath));
   if (target.Get() == nullptr) {
-    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::InsertBeforeXPath - can't resolve xpath %s", Getxml(),
                             pcszXPath);
     return 0;
@@ -203,7 +203,7 @@ int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogExc
   if (!IsGiven(pcszXPath, "IXMLDOMNode::RemoveChildAtXPath called with NULL pcszXPath")) return 0;
   NodeReference target(ResolveTarget(this, pcszXPath));
   if (target.Get() == nullptr) {
-    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::RemoveChildAtXPath - can't resolve xpath %s", Getxml(),
                             pcszXPath);
     return 0;

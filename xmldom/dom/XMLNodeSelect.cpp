@@ -1,11 +1,11 @@
+#include <xmldom/HeapString.h>
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeMatch.h>
 #include <xmldom/dom/SingleNodeSearch.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/query/XPathList.h>
-#include <xmldom/support/HeapString.h>
-#include <xmldom/support/Logger.h>
 
 namespace {
 
@@ -41,15 +41,6 @@ void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result
     result->Add(node);
     return;
   }
-  if (step == steps.Count() - 1) {
-    // No more than the children is left to test: the usual case in a search at every depth.
-    const xmldom::XPathStep& last = steps.At(step);
-    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
-         child = child->m_pNextSibling) {
-      if (xmldom::MatchesStep(child, last)) result->Add(child);
-    }
-    return;
-  }
   StepCollector collector(steps, step, result);
   WalkChain<HeapTrail>(node->m_pFirstChild, collector);
 }
@@ -62,11 +53,23 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
     if (node->m_eNodeType != NODE_ELEMENT) return nullptr;
-    Collect(node, m_steps, m_result, 0);
+    if (m_steps.Count() == 1) {
+      CollectChildren(node);
+    } else {
+      Collect(node, m_steps, m_result, 0);
+    }
     return node->m_pFirstChild;
   }
 
  private:
+  void CollectChildren(IXMLDOMNode* node) {
+    const xmldom::XPathStep& only = m_steps.At(0);
+    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+         child = child->m_pNextSibling) {
+      if (xmldom::MatchesStep(child, only)) m_result->Add(child);
+    }
+  }
+
   const XPathSteps& m_steps;
   IXMLDOMNodeList* m_result;
 };
@@ -159,7 +162,7 @@ IXMLDOMNode* IXMLDOMNode::SelectSingleNodeHelper(IXMLDOMNode* node, CXPathList& 
 }
 
 void SetDebugXPATH(bool on) {
-  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_DEBUG,
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityDebug,
                          "XPathDebug has been %s, but DOM was built without DBG_XPATH",
                          on ? "enabled" : "disabled");
   l_bDebugXPATH = on;

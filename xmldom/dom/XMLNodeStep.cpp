@@ -1,8 +1,8 @@
+#include <xmldom/HeapString.h>
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/Notices.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/query/XPathStep.h>
-#include <xmldom/support/HeapString.h>
-#include <xmldom/support/Logger.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -33,7 +33,7 @@ HeapText CopyValue(const char* text, bool* quoted) {
 int IXMLDOMNode::ParseXPathQuery(const char* query, char** name, char** predicates) {
   if (query == nullptr || name == nullptr || predicates == nullptr) {
     xmldom::Notices::Add();
-    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                            "IXMLDOMNode::ParseXPathQuery - called with NULL query or name");
     return 0;
   }

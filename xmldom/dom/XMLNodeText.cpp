@@ -1,9 +1,9 @@
 #include <xmldom/dom/EntityTranslation.h>
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 
 #include <cstdlib>
@@ -77,11 +77,11 @@ char* IXMLDOMNode::GetStringValue(char* buf, int size) {
   GetTextHelper(text);
   long long count = text.m_uLength;
   if (count >= size) {
-    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_WARNING,
+    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityWarning,
                            "IXMLDOMNode::GetStringValue - buffer size overrun, string trunked, "
                            "passed size %d, required size %lld",
                            size, count + 1);
-    CLogger::PostBacktrace(LOG_TYPE_DOM, LOG_SEVERITY_WARNING,
+    CLogger::PostBacktrace(xmldom::kLogDom, xmldom::kSeverityWarning,
                            "IXMLDOMNode::GetStringValue - Overrun was initiated from here:");
     count = static_cast<long long>(size) - 1;
   }

@@ -1,7 +1,7 @@
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
-#include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 
 namespace {
@@ -11,11 +11,17 @@ const unsigned int kMaskedBufferSize = 4096;
 
 BSTR TextOf(CMemFile& buffer) { return SysAllocStringLen(buffer.GetAsStr(), buffer.m_uLength); }
 
-BSTR RenderNode(IXMLDOMNode* node) { return node->GetXML(); }
+// Tells the log how a node in an event becomes text, if it can be told: the log of another support
+// layer may know by itself.
+template <class Log>
+auto SetRenderer(int) -> decltype(Log::SetNodeRenderer(nullptr)) {
+  Log::SetNodeRenderer([](IXMLDOMNode* node) { return node->GetXML(); });
+}
+template <class Log>
+void SetRenderer(long) {}
 
-/// Tells the log how a node in an event becomes text.
 struct RendererRegistration {
-  RendererRegistration() { CLogger::SetNodeRenderer(RenderNode); }
+  RendererRegistration() { SetRenderer<CLogger>(0); }
 } l_rendererRegistration;
 
 }  // namespace
@@ -53,7 +59,7 @@ _bstr_t IXMLDOMNode::GetFilteredXML(const char* pszXPath, int nFirst, int nCount
   if (pszXPath != nullptr && paged.Get() == nullptr) {
     // Deliberate: this text is not freed, so that a sink may keep it.
     BSTR whole = GetXML();
-    CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_WARNING,
+    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityWarning,
                             "IXMLDOMNode::GetFilteredXML - can't match xpath %s", whole, pszXPath);
   }
   GetXMLHelper(xml, 0, paged.Get(), nFirst, nCount, nCurPage, nNumPages, pszPadTemplate, false,

@@ -1,9 +1,9 @@
 #include <xmldom/dom/XMLWriter.h>
 
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
-#include <xmldom/support/Logger.h>
 
 #include <algorithm>
 #include <climits>
@@ -111,12 +111,13 @@ class Writer {
 
   bool IsPaged(const IXMLDOMNode* node) const { return node == m_arguments.pagedNode; }
 
-  IXMLDOMNode* Open(IXMLDOMNode* node, long long level, bool indexed, int index) {
+  __attribute__((noinline)) IXMLDOMNode* Open(IXMLDOMNode* node, long long level, bool indexed,
+                                              int index) {
     WriteIndent(node, level);
     WriteLiteral(m_text, "<");
     WriteText(m_text, node->m_pszNodeName);
     WriteDecorations(node, indexed, index);
-    WriteAttributes(node, WritePageAttributes(node));
+    WriteAttributes(node, IsPaged(node) && WritePageAttributes());
 
     const ChildKinds kinds = KindsOf(node);
     if (m_arguments.masked) WriteLiteral(m_text, ">");
@@ -129,7 +130,7 @@ class Writer {
       WriteTexts(node, kinds, (level + 1) * LayoutHere(node).width);
     }
     if (!kinds.others) {
-      WriteRowsOfPage(node);
+      if (HasRowsOfPage(node)) WriteRowsOfPage();
       if (kinds.IsMultiLine()) WriteIndent(node, level);
       WriteEndTag(node);
       return nullptr;
@@ -143,13 +144,7 @@ class Writer {
   }
 
   void Close(IXMLDOMNode* node, long long level) {
-    if (IsPaged(node)) {
-      // Positions are counted up to the last child, so the page is filled up behind it.
-      const long long last = static_cast<long long>(m_arguments.first) - 1 + m_arguments.count;
-      Pad(m_text.Flush(), m_arguments.padTemplate, m_position,
-          static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, last))));
-      m_pagedLevel = kNoLevel;
-    }
+    if (IsPaged(node)) EndPage();
     WriteIndent(node, level);
     WriteEndTag(node);
   }
@@ -168,7 +163,7 @@ class Writer {
   void CloseEmpty(IXMLDOMNode* node) {
     if (HasRowsOfPage(node)) {
       if (!m_arguments.masked) WriteLiteral(m_text, ">\n");
-      WriteRowsOfPage(node);
+      WriteRowsOfPage();
     } else if (!m_arguments.masked) {
       WriteLiteral(m_text, "/>\n");
       return;
@@ -177,29 +172,35 @@ class Writer {
   }
 
   void WriteDecorations(const IXMLDOMNode* node, bool indexed, int index) {
-    if (g_bDispAddr) {
-      m_text.Flush().WriteF("  addr='%p'  refcount='%d'", static_cast<const void*>(node),
-                            node->GetRefCount());
-    }
+    if (g_bDispAddr) WriteDebugDecoration(node);
     if (indexed) m_text.Flush().WriteF(" index='%03d'", index);
   }
 
+  __attribute__((cold)) void WriteDebugDecoration(const IXMLDOMNode* node) {
+    m_text.Flush().WriteF("  addr='%p'  refcount='%d'", static_cast<const void*>(node),
+                          node->GetRefCount());
+  }
+
   /// Result: whether page attributes were written.
-  bool WritePageAttributes(const IXMLDOMNode* node) {
-    if (!IsPaged(node) || m_arguments.currentPage < 0 || m_arguments.numPages < 0) return false;
+  __attribute__((cold)) bool WritePageAttributes() {
+    if (m_arguments.currentPage < 0 || m_arguments.numPages < 0) return false;
     m_text.Flush().WriteF(" curPage = '%d' numPages = '%d'", m_arguments.currentPage,
                           m_arguments.numPages);
     return true;
+  }
+
+  __attribute__((cold)) void ReportStripped(IXMLDOMNode* node) {
+    CLogger::PostLogEvent(xmldom::kLogData, xmldom::kSeverityTrace,
+                          "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
+                          "data class, stripping old values",
+                          node);
   }
 
   void WriteAttributes(IXMLDOMNode* node, bool paged) {
     for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
          attribute = attribute->m_pNextSibling) {
       if (paged && node->IsPageAttribute(attribute->m_pszNodeName)) {
-        CLogger::PostLogEvent(LOG_TYPE_DATA, LOG_SEVERITY_TRACE,
-                              "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
-                              "data class, stripping old values",
-                              node);
+        ReportStripped(node);
         continue;
       }
       WriteLiteral(m_text, " ");
@@ -229,8 +230,16 @@ class Writer {
     return IsPaged(node) && m_arguments.padTemplate != nullptr && m_arguments.count >= 1;
   }
 
-  void WriteRowsOfPage(const IXMLDOMNode* node) {
-    if (HasRowsOfPage(node)) Pad(m_text.Flush(), m_arguments.padTemplate, 0, m_arguments.count);
+  __attribute__((cold)) void WriteRowsOfPage() {
+    Pad(m_text.Flush(), m_arguments.padTemplate, 0, m_arguments.count);
+  }
+
+  /// Positions are counted up to the last child, so the page is filled up behind it.
+  __attribute__((cold)) void EndPage() {
+    const long long last = static_cast<long long>(m_arguments.first) - 1 + m_arguments.count;
+    Pad(m_text.Flush(), m_arguments.padTemplate, m_position,
+        static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, last))));
+    m_pagedLevel = kNoLevel;
   }
 
   void WriteEndTag(const IXMLDOMNode* node) {
@@ -280,4 +289,8 @@ void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo) {
   }
 }
 
-void PrintSpaces(CMemFile& out, int n) { WriteBlanks(out, n < 0 ? -static_cast<long long>(n) : n); }
+void PrintSpaces(CMemFile& out, int n) {
+  xmldom::TextBuffer text(out);
+  WriteBlanks(text, n < 0 ? -static_cast<long long>(n) : n);
+  text.Flush();
+}

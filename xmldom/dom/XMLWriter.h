@@ -1,7 +1,7 @@
 #ifndef XMLDOM_DOM_XMLWRITER_H
 #define XMLDOM_DOM_XMLWRITER_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 class CMemFile;
 

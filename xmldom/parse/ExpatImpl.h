@@ -9,18 +9,19 @@
 #include <cstring>
 #include <exception>
 
-// Expands its argument before assert turns it into text: the message shows the value of NULL.
+/// Expands its argument before assert turns it into text: the message shows the value of NULL.
 #define XMLDOM_ASSERT_EXPANDED(condition) assert(condition)
 
 /// Binds one Expat parser to one handler object of class _T, which derives from this template and
 /// has OnStartElement, OnEndElement and OnDefault.
 ///
-/// Every member but the first two asserts that there is a parser.
+/// All that work on a parser, but for CreateParser and DestroyParser, assert that there is one.
 /// Exceptions: one that leaves a handler must not cross Expat's frames, for which a target may have
 /// no unwind tables. The trampolines keep it and stop the parser; Parse throws it on.
 template <class _T>
 class CExpatImpl {
  public:
+  /// Without parser.
   CExpatImpl() : m_p(NULL) {}
 
   /// Makes the parser: Expat's own encoding detection and memory functions, no namespaces. Start,
@@ -42,23 +43,27 @@ class CExpatImpl {
     m_p = NULL;
   }
 
+  /// Installs the handler for start tags, or takes it back.
   void EnableStartElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     XML_SetStartElementHandler(m_p, enable ? StartElementHandler : NULL);
   }
 
+  /// Installs the handler for end tags, or takes it back.
   void EnableEndElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     XML_SetEndElementHandler(m_p, enable ? EndElementHandler : NULL);
   }
 
+  /// Both handlers for tags.
   void EnableElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     EnableStartElementHandler(enable);
     EnableEndElementHandler(enable);
   }
 
-  /// `expand`: internal entity references reach the handler replaced by their text.
+  /// Installs the handler for all else, or takes it back. `expand`: internal entity references
+  /// reach it replaced by their text.
   void EnableDefaultHandler(bool enable, bool expand) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     if (expand) {
@@ -87,6 +92,7 @@ class CExpatImpl {
     return parsed;
   }
 
+  /// Expat's code of the error that ended the parse, or XML_ERROR_NONE.
   XML_Error GetErrorCode() {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     return XML_GetErrorCode(m_p);
@@ -117,19 +123,22 @@ class CExpatImpl {
     return XML_GetInputContext(m_p, offset, size);
   }
 
+  /// What Expat calls at a start tag: calls OnStartElement of the handler that is its user data.
   static void StartElementHandler(void* userData, const char* name, const char** attributes) {
     Forward(userData, [=](_T* handler) { handler->OnStartElement(name, attributes); });
   }
 
+  /// What Expat calls at an end tag: calls OnEndElement.
   static void EndElementHandler(void* userData, const char* name) {
     Forward(userData, [=](_T* handler) { handler->OnEndElement(name); });
   }
 
+  /// What Expat calls for all else: calls OnDefault.
   static void DefaultHandler(void* userData, const char* text, int length) {
     Forward(userData, [=](_T* handler) { handler->OnDefault(text, length); });
   }
 
-  XML_Parser m_p;
+  XML_Parser m_p;  ///< The parser, or null.
 
  private:
   template <class Call>
@@ -138,13 +147,18 @@ class CExpatImpl {
     try {
       call(handler);
     } catch (...) {
-      if (Thrown() == nullptr) throw;  // No parse is running: a trampoline was called by hand.
-      *Thrown() = std::current_exception();
-      // A parser that has been stopped may still report the end of the element that it is in.
-      handler->EnableElementHandler(false);
-      handler->EnableDefaultHandler(false, false);
-      XML_StopParser(handler->m_p, XML_FALSE);
+      handler->Keep();
     }
+  }
+
+  /// Keeps the exception that is being handled, and stops the parser.
+  void Keep() {
+    if (Thrown() == nullptr) throw;  // No parse is running: a trampoline was called by hand.
+    *Thrown() = std::current_exception();
+    // A parser that has been stopped may still report the end of the element that it is in.
+    EnableElementHandler(false);
+    EnableDefaultHandler(false, false);
+    XML_StopParser(m_p, XML_FALSE);
   }
 
   /// Where the innermost parse of this thread keeps what a handler threw; null when none is

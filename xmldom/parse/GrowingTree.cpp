@@ -1,11 +1,11 @@
 #include <xmldom/parse/GrowingTree.h>
 
 #include <xmldom/diag/XML.h>
+#include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/parse/NodeStack.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -26,8 +26,8 @@ GrowingTree::~GrowingTree() {
 }
 
 void GrowingTree::StartElement(const char* name, const char** attributes) {
-  StoreText();
-  NodeReference element(new IXMLDOMNode(m_document, name, nullptr, NODE_ELEMENT));
+  if (!m_text.empty()) StoreText(*Top());
+  NodeReference element(NewNode(m_document, NODE_ELEMENT, name, std::strlen(name), nullptr, 0));
   if (attributes != nullptr && attributes[0] != nullptr) AddAttributes(element.Get(), attributes);
   IXMLDOMNode* node = element.Detach();
   Link(node);
@@ -35,21 +35,31 @@ void GrowingTree::StartElement(const char* name, const char** attributes) {
 }
 
 void GrowingTree::EndElement() {
-  StoreText();
-  TrimText(m_open.back());
+  OpenElement& element = *Top();
+  if (!m_text.empty()) StoreText(element);
+  if (element.textCapacity != element.textLength) TrimText(element);
   PopOpen();
 }
 
 void GrowingTree::Finish() {
-  if (HasOpenElement()) StoreText();
-  for (OpenElement& element : m_open) TrimText(element);
+  if (!m_text.empty()) StoreText(*Top());
+  for (CNodeStackElt* open = m_stack->m_pTop; open != nullptr; open = open->m_pNext) {
+    TrimText(static_cast<OpenElement&>(*open));
+  }
 }
 
 void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
   IXMLDOMNode* last = nullptr;
   for (; attributes[0] != nullptr; attributes += 2) {
-    IXMLDOMNode* attribute =
-        new IXMLDOMNode(m_document, attributes[0], Escaped(attributes[1]), NODE_ATTRIBUTE);
+    const char* value = attributes[1];
+    // Most values are stored as they are, and their length falls off while that is found out.
+    std::size_t length = std::strcspn(value, "&<>\"'");
+    if (value[length] != '\0') {
+      value = Escaped(value);
+      length = m_attributeValue.m_uLength;
+    }
+    IXMLDOMNode* attribute = NewNode(m_document, NODE_ATTRIBUTE, attributes[0],
+                                     std::strlen(attributes[0]), value, length);
     attribute->m_pParent = element;
     AppendBehind(last, element->m_pFirstAttribute, attribute);
     last = attribute;
@@ -58,9 +68,8 @@ void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
   CXML::ClearXMLError();
 }
 
-/// The form in which a value is stored; borrowed until the next call.
+/// The form in which a value is stored, in m_attributeValue; borrowed until the next call.
 const char* GrowingTree::Escaped(const char* value) {
-  if (std::strpbrk(value, "&<>\"'") == nullptr) return value;
   m_attributeValue.m_uPosition = 0;
   m_attributeValue.m_uLength = 0;
   m_attributeValue.WriteStrEntities(value);
@@ -69,23 +78,22 @@ const char* GrowingTree::Escaped(const char* value) {
 
 /// Links a node as last child of the innermost open element, or of the document when none is open.
 void GrowingTree::Link(IXMLDOMNode* node) {
-  if (!HasOpenElement()) {
+  OpenElement* parent = Top();
+  if (parent == nullptr) {
     m_document->AddChild(node);
     return;
   }
-  OpenElement& parent = m_open.back();
-  node->m_pParent = parent.node;
-  AppendBehind(parent.lastChild, parent.node->m_pFirstChild, node);
-  parent.lastChild = node;
+  node->m_pParent = parent->m_pNode;
+  AppendBehind(parent->lastChild, parent->m_pNode->m_pFirstChild, node);
+  parent->lastChild = node;
 }
 
 /// Stores the text that was gathered: in a child of its own the first time, which gets its exact
 /// size, since most texts have no tag in them.
-void GrowingTree::StoreText() {
-  if (m_text.empty()) return;
-  OpenElement& element = m_open.back();
+void GrowingTree::StoreText(OpenElement& element) {
   if (element.text == nullptr) {
-    element.text = new IXMLDOMNode(m_document, kTextName, m_text.c_str(), NODE_TEXT);
+    element.text = NewNode(m_document, NODE_TEXT, kTextName, std::strlen(kTextName), m_text.data(),
+                           m_text.size());
     element.textLength = element.textCapacity = m_text.size();
     Link(element.text);
   } else {
@@ -118,22 +126,20 @@ void GrowingTree::TrimText(OpenElement& element) {
 /// A document has as many stack elements as elements, but few at a time: their memory is used
 /// again.
 void GrowingTree::PushOpen(IXMLDOMNode* node) {
-  if (m_spare == nullptr) {
-    m_spare = ::operator new(sizeof(CNodeStackElt));
-    *static_cast<void**>(m_spare) = nullptr;
-  }
-  m_open.push_back(OpenElement{node, nullptr, nullptr, 0, 0});
   void* memory = m_spare;
-  m_spare = *static_cast<void**>(memory);
-  m_stack->m_pTop = new (memory) CNodeStackElt(node, m_stack->m_pTop);
+  if (memory != nullptr) {
+    m_spare = *static_cast<void**>(memory);
+  } else {
+    memory = ::operator new(sizeof(OpenElement));
+  }
+  m_stack->m_pTop = new (memory) OpenElement(node, m_stack->m_pTop);
 }
 
 void GrowingTree::PopOpen() {
-  m_open.pop_back();
-  CNodeStackElt* top = m_stack->m_pTop;
+  OpenElement* top = Top();
   m_stack->m_pTop = top->m_pNext;
   top->m_pNext = nullptr;
-  top->~CNodeStackElt();
+  top->~OpenElement();
   *reinterpret_cast<void**>(top) = m_spare;
   m_spare = top;
 }

@@ -1,13 +1,12 @@
 #ifndef XMLDOM_PARSE_GROWINGTREE_H
 #define XMLDOM_PARSE_GROWINGTREE_H
 
+#include <xmldom/parse/NodeStack.h>
 #include <xmldom/support/MemFile.h>
 
 #include <cstddef>
 #include <string>
-#include <vector>
 
-class CNodeStack;
 class IXMLDOMDocument2;
 class IXMLDOMNode;
 
@@ -16,8 +15,8 @@ namespace xmldom {
 /// The tree of a document while it is parsed.
 ///
 /// It knows the end of every chain that can still grow, and gathers the pieces of a text before it
-/// stores them, so that a load is linear whatever its shape. Beside that it keeps the stack of open
-/// elements up to date that everybody can see. The tree is complete up to the last event but for
+/// stores them, so that a load is linear whatever its shape. It keeps what it knows of each open
+/// element in the stack that everybody can see. The tree is complete up to the last event but for
 /// the text gathered since the last tag; Finish stores that. Effects of all members: std::bad_alloc
 /// when memory is out.
 class GrowingTree {
@@ -29,7 +28,7 @@ class GrowingTree {
   GrowingTree(const GrowingTree&) = delete;
   GrowingTree& operator=(const GrowingTree&) = delete;
 
-  bool HasOpenElement() const { return !m_open.empty(); }
+  bool HasOpenElement() const { return m_stack->m_pTop != nullptr; }
 
   /// Opens an element below the innermost open one. Of `attributes` (name, value, name, value, ...,
   /// null) no two may have the same name.
@@ -45,18 +44,23 @@ class GrowingTree {
   void Finish();
 
  private:
-  struct OpenElement {
-    IXMLDOMNode* node;
-    IXMLDOMNode* lastChild;    // null while there is none
-    IXMLDOMNode* text;         // the "#Text" child, null while there is none
-    std::size_t textLength;    // of its value
-    std::size_t textCapacity;  // of its value, without the terminator
+  /// All stack elements of a growing tree are of this class.
+  struct OpenElement : CNodeStackElt {
+    OpenElement(IXMLDOMNode* element, CNodeStackElt* below) : CNodeStackElt(element, below) {}
+
+    IXMLDOMNode* lastChild = nullptr;
+    IXMLDOMNode* text = nullptr;   // the "#Text" child
+    std::size_t textLength = 0;    // of its value
+    std::size_t textCapacity = 0;  // of its value, without the terminator
   };
+
+  /// The innermost one, null when none is open.
+  OpenElement* Top() const { return static_cast<OpenElement*>(m_stack->m_pTop); }
 
   void AddAttributes(IXMLDOMNode* element, const char** attributes);
   const char* Escaped(const char* value);
   void Link(IXMLDOMNode* node);
-  void StoreText();
+  void StoreText(OpenElement& element);
   void GrowText(OpenElement& element);
   static void TrimText(OpenElement& element);
   void PushOpen(IXMLDOMNode* node);
@@ -64,10 +68,9 @@ class GrowingTree {
 
   IXMLDOMDocument2* m_document;
   CNodeStack* m_stack;
-  std::vector<OpenElement> m_open;  // innermost last
-  std::string m_text;               // of the innermost open element, since the last tag
-  CMemFile m_attributeValue;        // the one being escaped
-  void* m_spare;                    // memory of popped stack elements, each begins with the next
+  std::string m_text;         // of the innermost open element, since the last tag
+  CMemFile m_attributeValue;  // the one being escaped
+  void* m_spare;              // memory of popped stack elements, each begins with the next
 };
 
 }  // namespace xmldom

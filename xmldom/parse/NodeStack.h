@@ -1,7 +1,7 @@
 #ifndef XMLDOM_PARSE_NODESTACK_H
 #define XMLDOM_PARSE_NODESTACK_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 class IXMLDOMNode;
 
@@ -16,7 +16,10 @@ class XMLDOM_API CNodeStackElt {
   CNodeStackElt(const CNodeStackElt&) = delete;
   CNodeStackElt& operator=(const CNodeStackElt&) = delete;
 
-  IXMLDOMNode* m_pNode;
+  /// Without the size, which a load extends by what it has to know of an open element.
+  static void operator delete(void* p) { ::operator delete(p); }
+
+  IXMLDOMNode* m_pNode;    ///< The element; not referenced.
   CNodeStackElt* m_pNext;  ///< The element around this one.
 
   static int m_iObjCount;  ///< Live stack elements.
@@ -25,13 +28,14 @@ class XMLDOM_API CNodeStackElt {
 /// The open elements of a load, innermost on top.
 class XMLDOM_API CNodeStack {
  public:
+  /// An empty stack.
   CNodeStack();
   ~CNodeStack();
 
   CNodeStack(const CNodeStack&) = delete;
   CNodeStack& operator=(const CNodeStack&) = delete;
 
-  void Push(IXMLDOMNode* node);
+  void Push(IXMLDOMNode* node);  ///< Puts an element on top; takes no reference.
   /// Drops the top; an empty stack stays as it is.
   void Pop();
 

@@ -1,8 +1,10 @@
 #ifndef XMLDOM_PARSE_PARSEERROR_H
 #define XMLDOM_PARSE_PARSEERROR_H
 
+#include <xmldom/Export.h>
+#include <xmldom/Results.h>
+#include <xmldom/dom/Release.h>
 #include <xmldom/support/RefCountedObject.h>
-#include <xmldom/support/Results.h>
 #include <xmldom/support/bstr.h>
 
 /// The outcome of a load, as it was when the document was asked.
@@ -11,6 +13,7 @@
 /// out are new BSTRs, the caller's.
 class XMLDOM_API IXMLDOMParseError : public CRefCountedObject {
  public:
+  /// No error: all numbers 0, no texts.
   IXMLDOMParseError();
   ~IXMLDOMParseError() override;
 

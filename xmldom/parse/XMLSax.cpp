@@ -1,16 +1,14 @@
 #include <xmldom/parse/XMLSax.h>
 
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/EntityNesting.h>
 #include <xmldom/parse/FileText.h>
 #include <xmldom/parse/GrowingTree.h>
 #include <xmldom/support/LogException.h>
-#include <xmldom/support/Logger.h>
 
 #include <climits>
 #include <cstring>
-
-template class CExpatImpl<CXMLSax>;
 
 int CXMLSax::m_iObjCount = 0;
 
@@ -61,7 +59,7 @@ HRESULT CXMLSax::LoadFromFile(const char* path) {
 
 bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
   if (length > INT_MAX) {
-    CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                            "CXMLSax - a text of %llu bytes is larger than the parser's limit of %d",
                            length, INT_MAX);
     // An empty text gives the parser an error to tell.

@@ -1,10 +1,10 @@
 #ifndef XMLDOM_PARSE_XMLSAX_H
 #define XMLDOM_PARSE_XMLSAX_H
 
+#include <xmldom/Export.h>
+#include <xmldom/Results.h>
 #include <xmldom/parse/ExpatImpl.h>
 #include <xmldom/parse/NodeStack.h>
-#include <xmldom/support/Export.h>
-#include <xmldom/support/Results.h>
 
 class IXMLDOMDocument2;
 class IXMLDOMNode;

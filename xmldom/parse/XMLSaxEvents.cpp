@@ -1,3 +1,4 @@
+#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeReference.h>
@@ -5,7 +6,6 @@
 #include <xmldom/parse/EntityNesting.h>
 #include <xmldom/parse/GrowingTree.h>
 #include <xmldom/parse/XMLSax.h>
-#include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 
 #include <cctype>
@@ -15,15 +15,50 @@
 
 using xmldom::NodeReference;
 
+// Here, where the trampolines meet the handlers.
+template class CExpatImpl<CXMLSax>;
+
 namespace {
 
 bool IsBlank(const char* text, int length) {
   for (int i = 0; i < length; ++i) {
     const unsigned char c = static_cast<unsigned char>(text[i]);
-    // Printable ASCII is no white space in any locale: that spares most calls.
-    if ((c > ' ' && c < 0x7F) || !std::isspace(c)) return false;
+    // ASCII is the same in every locale: that spares most calls.
+    const bool isSpace = c < 0x80 ? c == ' ' || (c >= '\t' && c <= '\r') : std::isspace(c) != 0;
+    if (!isSpace) return false;
   }
   return true;
+}
+
+// For whoever calls a handler by hand:
+
+/// Adds an element with its attributes. Result: the element, borrowed.
+__attribute__((cold)) IXMLDOMNode* AddElement(IXMLDOMDocument2* document, IXMLDOMNode* parent,
+                                              const char* name, const char** attributes) {
+  NodeReference element(new IXMLDOMNode(document, name, nullptr, NODE_ELEMENT));
+  CMemFile value(1024);
+  for (; attributes != nullptr && attributes[0] != nullptr; attributes += 2) {
+    value.m_uPosition = 0;
+    value.m_uLength = 0;
+    value.WriteStrEntities(attributes[1]);
+    element->AddAttribute(attributes[0], value.GetAsStr());
+  }
+  IXMLDOMNode* node = element.Detach();
+  parent->AddChild(node);
+  return node;
+}
+
+/// Appends to the text of an element.
+__attribute__((cold)) void AppendText(IXMLDOMDocument2* document, IXMLDOMNode* parent,
+                                      const char* text, int length) {
+  IXMLDOMNode* existing = xmldom::FindInChain(parent->m_pFirstChild, xmldom::kTextName);
+  if (existing != nullptr) {
+    existing->AppendValue(text, length);
+    return;
+  }
+  NodeReference created(new IXMLDOMNode(document, xmldom::kTextName, nullptr, NODE_TEXT));
+  created->AppendValue(text, length);
+  parent->AddChild(created.Detach());
 }
 
 }  // namespace
@@ -40,19 +75,10 @@ void CXMLSax::OnStartElement(const char* name, const char** attributes) {
     m_pTree->StartElement(name, attributes);
     return;
   }
-  NodeReference element(new IXMLDOMNode(m_pDocument, name, nullptr, NODE_ELEMENT));
-  CMemFile value(1024);
-  for (; attributes != nullptr && attributes[0] != nullptr; attributes += 2) {
-    value.m_uPosition = 0;
-    value.m_uLength = 0;
-    value.WriteStrEntities(attributes[1]);
-    element->AddAttribute(attributes[0], value.GetAsStr());
-  }
   IXMLDOMNode* parent = m_bFirstElement ? nullptr : TopNode();
   m_bFirstElement = false;
-  IXMLDOMNode* node = element.Detach();
-  (parent != nullptr ? parent : m_pDocument)->AddChild(node);
-  m_pNodeStack->Push(node);
+  if (parent == nullptr) parent = m_pDocument;
+  m_pNodeStack->Push(AddElement(m_pDocument, parent, name, attributes));
 }
 
 void CXMLSax::OnEndElement(const char*) {
@@ -75,20 +101,13 @@ void CXMLSax::OnDefault(const char* text, int length) {
     m_pTree->AppendText(text, static_cast<std::size_t>(length));
     return;
   }
-  IXMLDOMNode* existing = xmldom::FindInChain(parent->m_pFirstChild, xmldom::kTextName);
-  if (existing != nullptr) {
-    existing->AppendValue(text, length);
-    return;
-  }
-  NodeReference created(new IXMLDOMNode(m_pDocument, xmldom::kTextName, nullptr, NODE_TEXT));
-  created->AppendValue(text, length);
-  parent->AddChild(created.Detach());
+  AppendText(m_pDocument, parent, text, length);
 }
 
 /// Stops the parser at declarations that it could only expand with a large stack.
 void CXMLSax::WatchProlog(const char* text, int length) {
   if (m_pEntityNesting->Allows(text, length)) return;
-  CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR,
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "CXMLSax - more than %d entities refer to other entities",
                          xmldom::EntityNesting::kMost);
   XML_StopParser(m_p, XML_FALSE);

@@ -1,6 +1,6 @@
 #include <xmldom/query/XPathList.h>
 
-#include <xmldom/support/HeapString.h>
+#include <xmldom/HeapString.h>
 
 #include <climits>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_QUERY_XPATHLIST_H
 #define XMLDOM_QUERY_XPATHLIST_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 #include <xmldom/support/bstr.h>
 
 #include <cstddef>
@@ -17,8 +17,8 @@ class XMLDOM_API CStrListElt {
   CStrListElt(const CStrListElt&) = delete;
   CStrListElt& operator=(const CStrListElt&) = delete;
 
-  char* m_pszString;  ///< C heap.
-  CStrListElt* m_pNext;
+  char* m_pszString;     ///< Name and predicates; C heap.
+  CStrListElt* m_pNext;  ///< The step behind it, or null.
 
   static int m_iObjCount;  ///< Live steps.
 };
@@ -27,6 +27,7 @@ class XMLDOM_API CStrListElt {
 /// is its prefix. Quotes do not protect brackets. Every cut makes a step, also an empty one.
 class XMLDOM_API CXPathList {
  public:
+  /// No steps, no prefix.
   CXPathList();
   ~CXPathList();
 
@@ -41,13 +42,13 @@ class XMLDOM_API CXPathList {
   /// Builds the index anew. Cost: linear in the steps.
   void CreateIndex();
 
-  char* m_pszPrefix;  ///< C heap; null when the path does not begin with '/'.
-  CStrListElt* m_pFirst;
-  CStrListElt* m_pLast;
-  int m_nCount;
-  char** m_ppIndex;    ///< The texts of the steps, not copied; null before it is built.
-  bool m_bDescendant;  ///< The prefix holds "//".
-  bool m_bAbsolute;    ///< There is a prefix.
+  char* m_pszPrefix;      ///< C heap; null when the path does not begin with '/'.
+  CStrListElt* m_pFirst;  ///< The first step, or null.
+  CStrListElt* m_pLast;   ///< The last step, or null.
+  int m_nCount;           ///< How many steps there are.
+  char** m_ppIndex;       ///< The texts of the steps, not copied; null before it is built.
+  bool m_bDescendant;     ///< The prefix holds "//".
+  bool m_bAbsolute;       ///< There is a prefix.
 
   static int m_iObjCount;  ///< Live lists.
 

@@ -2,7 +2,9 @@
 
 #include <xmldom/query/XPathList.h>
 
+#include <algorithm>
 #include <cstring>
+#include <new>
 
 namespace xmldom {
 
@@ -63,25 +65,31 @@ TextRange NameOfStep(const char* text, const char** predicates) {
   return *predicates == nullptr ? WholeText(text) : TextRange{text, *predicates};
 }
 
-XPathPredicate::XPathPredicate(const TextRange& text) {
+XPathPredicate::XPathPredicate(const TextRange& text) : m_count(1) {
   TextRange rest = text;
-  bool more = CutSegment(&rest, &m_first);
-  while (more) {
-    XPathSegment segment;
-    more = CutSegment(&rest, &segment);
-    m_rest.push_back(segment);
+  if (CutSegment(&rest, &m_first)) {
+    m_rest.reset(
+        new XPathSegment[static_cast<std::size_t>(std::count(rest.begin, rest.end, '/')) + 1]);
+    bool more = true;
+    for (; more; ++m_count) more = CutSegment(&rest, &m_rest[m_count - 1]);
   }
-  m_test = SplitTest(At(Count() - 1).text);
+  m_test = SplitTest(At(m_count - 1).text);
 }
 
-XPathStep::XPathStep(const char* text)
-    : m_text(text),
+XPathStep::XPathStep()
+    : m_text(nullptr),
       m_name{nullptr, nullptr},
       m_anyName(false),
       m_hasPredicates(false),
+      m_predicates(nullptr),
       m_end(COMPLETE),
-      m_wrongCharacter('\0') {
+      m_wrongCharacter('\0') {}
+
+// Complete before it splits anything, so that its destructor frees what there is when memory is
+// out.
+XPathStep::XPathStep(const char* text) : XPathStep() {
   if (text == nullptr) return;
+  m_text = text;
   const char* predicates = nullptr;
   m_name = NameOfStep(text, &predicates);
   m_anyName = m_name.Length() == 1 && m_name.StartsWith('*');
@@ -89,7 +97,16 @@ XPathStep::XPathStep(const char* text)
   if (m_hasPredicates) SplitPredicates(predicates);
 }
 
+XPathStep::~XPathStep() {
+  while (m_predicates != nullptr) {
+    LinkedPredicate* linked = m_predicates;
+    m_predicates = linked->next;
+    delete linked;
+  }
+}
+
 void XPathStep::SplitPredicates(const char* text) {
+  LinkedPredicate** link = &m_predicates;
   for (const char* p = text;; ++p) {
     while (*p == ' ') ++p;
     if (*p == '\0') return;
@@ -104,17 +121,26 @@ void XPathStep::SplitPredicates(const char* text) {
       m_end = UNTERMINATED;
       return;
     }
-    m_predicates.push_back(XPathPredicate(TextRange{begin, p}));
+    *link = new LinkedPredicate(TextRange{begin, p});
+    link = &(*link)->next;
   }
 }
 
-XPathSteps::XPathSteps(CXPathList& list) : m_none(nullptr), m_hasDots(false) {
+XPathSteps::XPathSteps() : m_steps(nullptr), m_count(0), m_none(nullptr), m_hasDots(false) {}
+
+XPathSteps::XPathSteps(CXPathList& list) : XPathSteps() {
   if (list.m_ppIndex == nullptr) list.CreateIndex();
-  m_steps.reserve(static_cast<std::size_t>(list.m_nCount));
-  for (int k = 0; k < list.m_nCount; ++k) {
-    m_steps.push_back(XPathStep(list.m_ppIndex[k]));
-    m_hasDots = m_hasDots || m_steps.back().HasDots();
+  const std::size_t count = static_cast<std::size_t>(list.m_nCount);
+  m_steps = static_cast<XPathStep*>(::operator new(count * sizeof(XPathStep)));
+  for (; m_count < list.m_nCount; ++m_count) {
+    new (m_steps + m_count) XPathStep(list.m_ppIndex[m_count]);
+    m_hasDots = m_hasDots || m_steps[m_count].HasDots();
   }
+}
+
+XPathSteps::~XPathSteps() {
+  while (m_count > 0) m_steps[--m_count].~XPathStep();
+  ::operator delete(m_steps);
 }
 
 }  // namespace xmldom

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 class CXPathList;
 
@@ -56,14 +56,18 @@ class XPathPredicate {
  public:
   explicit XPathPredicate(const TextRange& text);
 
+  XPathPredicate(const XPathPredicate&) = delete;
+  XPathPredicate& operator=(const XPathPredicate&) = delete;
+
   /// At least 1.
-  std::size_t Count() const { return m_rest.size() + 1; }
+  std::size_t Count() const { return m_count; }
   const XPathSegment& At(std::size_t i) const { return i == 0 ? m_first : m_rest[i - 1]; }
   const XPathTest& Test() const { return m_test; }
 
  private:
   XPathSegment m_first;  // the only one, most of the time
-  std::vector<XPathSegment> m_rest;
+  std::unique_ptr<XPathSegment[]> m_rest;
+  std::size_t m_count;
   XPathTest m_test;
 };
 
@@ -79,6 +83,10 @@ class XPathStep {
 
   /// Null gives the step that there is none of.
   explicit XPathStep(const char* text);
+  ~XPathStep();
+
+  XPathStep(const XPathStep&) = delete;
+  XPathStep& operator=(const XPathStep&) = delete;
 
   bool IsMissing() const { return m_text == nullptr; }
   bool HasDots() const { return m_text != nullptr && *m_text == '.'; }
@@ -89,18 +97,32 @@ class XPathStep {
 
   /// Whether there is more to the step than its name.
   bool HasPredicates() const { return m_hasPredicates; }
-  const std::vector<XPathPredicate>& Predicates() const { return m_predicates; }
+  /// Whether `holds` is true for each predicate up to the first malformed one.
+  template <class Holds>
+  bool AllPredicates(Holds holds) const {
+    const LinkedPredicate* linked = m_predicates;
+    while (linked != nullptr && holds(linked->predicate)) linked = linked->next;
+    return linked == nullptr;
+  }
   End PredicatesEnd() const { return m_end; }
   char WrongCharacter() const { return m_wrongCharacter; }
 
  private:
+  struct LinkedPredicate {
+    explicit LinkedPredicate(const TextRange& text) : predicate(text), next(nullptr) {}
+
+    XPathPredicate predicate;
+    LinkedPredicate* next;
+  };
+
+  XPathStep();
   void SplitPredicates(const char* text);
 
   const char* m_text;
   TextRange m_name;
   bool m_anyName;
   bool m_hasPredicates;
-  std::vector<XPathPredicate> m_predicates;  // up to the first malformed one
+  LinkedPredicate* m_predicates;
   End m_end;
   char m_wrongCharacter;
 };
@@ -113,19 +135,24 @@ class XPathSteps {
  public:
   /// Builds the list's index when it is missing.
   explicit XPathSteps(CXPathList& list);
+  ~XPathSteps();
 
-  int Count() const { return static_cast<int>(m_steps.size()); }
+  XPathSteps(const XPathSteps&) = delete;
+  XPathSteps& operator=(const XPathSteps&) = delete;
+
+  int Count() const { return m_count; }
 
   /// Step k, counted from 0; the step that there is none of for any k outside.
-  const XPathStep& At(int k) const {
-    return k >= 0 && k < Count() ? m_steps[static_cast<std::size_t>(k)] : m_none;
-  }
+  const XPathStep& At(int k) const { return k >= 0 && k < m_count ? m_steps[k] : m_none; }
 
   /// Whether any step moves instead of matching.
   bool HasDots() const { return m_hasDots; }
 
  private:
-  std::vector<XPathStep> m_steps;
+  XPathSteps();
+
+  XPathStep* m_steps;
+  int m_count;
   XPathStep m_none;
   bool m_hasDots;
 };

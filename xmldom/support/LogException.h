@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_LOGEXCEPTION_H
 #define XMLDOM_SUPPORT_LOGEXCEPTION_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 #include <string>
 

@@ -2,6 +2,7 @@
 #include <xmldom/support/MemFile.h>
 
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -39,6 +40,16 @@ void PostFormatted(LogTypeEnum type, LogSeverityEnum severity, const char* forma
   title.WriteFV(format, arguments);
   Post(type, severity, title.GetAsStr(), body);
 }
+
+#ifdef XMLDOM_HAS_BACKTRACE
+
+/// The lowest bit of a code address may stand for the instruction set, as it does on ARM; the
+/// frames of a call stack come without it.
+bool IsSameCode(const void* a, const void* b) {
+  return reinterpret_cast<std::uintptr_t>(a) >> 1 == reinterpret_cast<std::uintptr_t>(b) >> 1;
+}
+
+#endif
 
 }  // namespace
 
@@ -95,7 +106,7 @@ void CLogger::PostBacktrace(LogTypeEnum type, LogSeverityEnum severity, const ch
                                                         std::free);
   // The caller is the first of the frames that counts; instrumentation may add some before it.
   int first = 0;
-  while (first < count && frames[first] != __builtin_return_address(0)) ++first;
+  while (first < count && !IsSameCode(frames[first], __builtin_return_address(0))) ++first;
   for (int i = first == count ? 0 : first; i < count; ++i) {
     if (symbols != nullptr) {
       body.WriteF("%s\n", symbols.get()[i]);

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_LOGGER_H
 #define XMLDOM_SUPPORT_LOGGER_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 #include <xmldom/support/bstr.h>
 
 class IXMLDOMNode;
@@ -17,11 +17,11 @@ enum LogTypeEnum : int {
 
 /// How bad it is; a higher number is less urgent.
 enum LogSeverityEnum : int {
-  LOG_SEVERITY_ALERT = 1,
-  LOG_SEVERITY_ERROR = 3,
-  LOG_SEVERITY_WARNING = 4,
-  LOG_SEVERITY_DEBUG = 7,
-  LOG_SEVERITY_TRACE = 10
+  LOG_SEVERITY_ALERT = 1,    ///< An exception passes through.
+  LOG_SEVERITY_ERROR = 3,    ///< Something could not be done.
+  LOG_SEVERITY_WARNING = 4,  ///< It was done, but not wholly as asked.
+  LOG_SEVERITY_DEBUG = 7,    ///< An answer to a diagnostic call.
+  LOG_SEVERITY_TRACE = 10    ///< A detail of what is done.
 };
 
 /// One event, valid while the sink runs.
@@ -39,14 +39,15 @@ typedef void (*LogSink)(const CLogEvent& event, void* context);
 typedef BSTR (*NodeRenderer)(IXMLDOMNode* node);
 
 /// Where the library says what went wrong. Events go to the sink, or to standard error when none
-/// is set.
+/// is set. A null title counts as empty.
+/// Threads: there is one sink for all, which runs in the thread that posts; no locks.
 class XMLDOM_API CLogger {
  public:
   /// Sends all further events to `sink`; null restores standard error. `context` is handed on.
   static void SetSink(LogSink sink, void* context);
 
   /// Sets how PostLogEvent turns a node into text; the library that owns the node class does so
-  /// when it is loaded.
+  /// when it is loaded. Null: such events get no body.
   static void SetNodeRenderer(NodeRenderer renderer);
 
   /// Posts an event; `body` may be null.

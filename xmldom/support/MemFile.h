@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_MEMFILE_H
 #define XMLDOM_SUPPORT_MEMFILE_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 #include <cstdarg>
 #include <cstddef>
@@ -32,7 +32,7 @@ class XMLDOM_API CMemFile {
   void WriteStrEntities(const char* text);
 
   /// Copies up to `size` bytes from the position on and moves it behind them.
-  /// Result: how many bytes were copied.
+  /// Result: how many bytes were copied; 0 at the end.
   unsigned int Read(void* data, unsigned int size);
 
   /// The contents, NUL-terminated; never null. Borrowed until the next write or the end of the

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_REFCOUNTEDOBJECT_H
 #define XMLDOM_SUPPORT_REFCOUNTEDOBJECT_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 #include <climits>
 #include <cstddef>
@@ -14,6 +14,7 @@
 /// Threads: counts are plain integers; an object belongs to one thread at a time.
 class XMLDOM_API CRefCountedObject {
  public:
+  /// With one reference, the creator's.
   CRefCountedObject() : m_nRefCount(1) {}
   virtual ~CRefCountedObject();
 
@@ -36,6 +37,7 @@ class XMLDOM_API CRefCountedObject {
     return count;
   }
 
+  /// The count as it is now: for diagnostics.
   int GetRefCount() const { return m_nRefCount; }
 
   /// The family is allocated with the array form of the global allocator, wherever an object is
@@ -46,14 +48,5 @@ class XMLDOM_API CRefCountedObject {
  private:
   int m_nRefCount;
 };
-
-/// Drops the reference that `p` holds and nulls `p`; a null pointer is left alone.
-template <class T>
-void Release(T*& p) {
-  if (p != nullptr) {
-    p->RealRelease();
-    p = nullptr;
-  }
-}
 
 #endif

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_BSTR_H
 #define XMLDOM_SUPPORT_BSTR_H
 
-#include <xmldom/support/Export.h>
+#include <xmldom/Export.h>
 
 /// A NUL-terminated text of its own allocator: free it with SysFreeString, never with free or
 /// delete.
@@ -20,11 +20,13 @@ XMLDOM_API BSTR SysAllocStringLen(const char* text, unsigned long length);
 XMLDOM_API void SysFreeString(BSTR& text);
 
 /// How many BSTRs are allocated and not yet freed.
+/// Threads: a plain count; one thread at a time makes or frees BSTRs.
 XMLDOM_API long GetNumBSTRsAllocated();
 
 /// Owns one BSTR, or none.
 class XMLDOM_API _bstr_t {
  public:
+  /// Holds nothing.
   _bstr_t() : m_bstr(nullptr) {}
 
   /// Copies `text`; null gives a wrapper that holds nothing.
@@ -33,6 +35,7 @@ class XMLDOM_API _bstr_t {
   /// Copies `text` when `copy` is true; otherwise takes over the BSTR.
   _bstr_t(BSTR text, bool copy);
 
+  /// Copies the text of `other`; what was held is freed.
   _bstr_t(const _bstr_t& other);
   _bstr_t& operator=(const _bstr_t& other);
   ~_bstr_t();

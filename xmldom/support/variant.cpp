@@ -1,5 +1,7 @@
 #include <xmldom/support/variant.h>
 
+#include <xmldom/Results.h>
+
 #include <cerrno>
 #include <climits>
 #include <cstdio>

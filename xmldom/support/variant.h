@@ -1,11 +1,16 @@
 #ifndef XMLDOM_SUPPORT_VARIANT_H
 #define XMLDOM_SUPPORT_VARIANT_H
 
-#include <xmldom/support/Export.h>
-#include <xmldom/support/Results.h>
+#include <xmldom/Export.h>
 #include <xmldom/support/bstr.h>
 
 #include <cassert>
+
+/// Result of a COM-style member: negative means failure. <xmldom/Results.h> names those in use.
+typedef int HRESULT;
+
+/// Boolean of a COM-style member; only VARIANT_TRUE and VARIANT_FALSE are ever stored.
+typedef short VARIANT_BOOL;
 
 /// What a VARIANT holds.
 enum VARENUM : unsigned short {
@@ -16,14 +21,14 @@ enum VARENUM : unsigned short {
 
 /// A tagged value. VariantInit makes a fresh record usable, VariantClear gives its value back.
 typedef struct tagVARIANT {
-  unsigned short vt;
+  unsigned short vt;  ///< A VARENUM.
   union {
-    int lVal;
-    BSTR bstrVal;
+    int lVal;      ///< For VT_I4.
+    BSTR bstrVal;  ///< For VT_BSTR.
   };
 } VARIANT;
 
-/// Makes the record empty, whatever it held: for a record that has no value yet.
+/// Makes the record empty, whatever it held: for a record that has no value yet. Null does nothing.
 XMLDOM_API void VariantInit(VARIANT* variant);
 
 /// Frees what the record owns and makes it empty.
@@ -45,6 +50,7 @@ XMLDOM_API HRESULT VariantChangeType(VARIANT* target, VARIANT* source, unsigned 
 /// A VARIANT that gives its value back by itself.
 class _variant_t : public tagVARIANT {
  public:
+  /// Holds nothing.
   _variant_t() { VariantInit(this); }
 
   /// Holds a copy of `text`; null gives a VT_BSTR that holds null.

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_SUPPORT_HEAPSTRING_H
-#define XMLDOM_SUPPORT_HEAPSTRING_H
+#ifndef XMLDOM_HEAPSTRING_H
+#define XMLDOM_HEAPSTRING_H
 
 #include <cstddef>
 #include <cstdlib>

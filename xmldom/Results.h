@@ -1,0 +1,35 @@
+#ifndef XMLDOM_RESULTS_H
+#define XMLDOM_RESULTS_H
+
+#include <xmldom/support/variant.h>
+
+// Names for what members return. A platform that has one of them already defines a macro of that
+// name where its support layer declares it, to itself if need be.
+
+#ifndef VARIANT_TRUE
+const VARIANT_BOOL VARIANT_TRUE = -1;  ///< Yes.
+#endif
+#ifndef VARIANT_FALSE
+const VARIANT_BOOL VARIANT_FALSE = 0;  ///< No.
+#endif
+
+#ifndef S_OK
+const HRESULT S_OK = 0;  ///< Done.
+#endif
+#ifndef S_FALSE
+const HRESULT S_FALSE = 1;  ///< Done, and there was nothing to hand out.
+#endif
+#ifndef E_FAIL
+/// An object could not be made, or a value could not be converted.
+const HRESULT E_FAIL = static_cast<HRESULT>(0x80004005u);
+#endif
+#ifndef E_ARGUMENT
+/// A required out-pointer was null, or an argument cannot be used.
+const HRESULT E_ARGUMENT = static_cast<HRESULT>(0x80004006u);
+#endif
+#ifndef E_FILENOTOPENED
+/// A file could not be opened.
+const HRESULT E_FILENOTOPENED = static_cast<HRESULT>(0x80030002u);
+#endif
+
+#endif
