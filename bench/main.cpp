@@ -23,6 +23,7 @@ const std::map<std::string, Command>& Commands() {
       {"one-load", bench::MeasureOneLoad},
       {"extremes", bench::MeasureExtremes},
       {"one-extreme", bench::MeasureOneExtreme},
+      {"profile", bench::ProfileOperation},
       {"print", bench::PrintTables},
       {"page", bench::WritePage},
       {"plots", bench::WritePlotData},

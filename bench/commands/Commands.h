@@ -33,6 +33,10 @@ void MeasureExtremes(const CommandWords& words);
 /// One such tree, in a process of its own. --tree NAME, --nodes N.
 void MeasureOneExtreme(const CommandWords& words);
 
+/// One operation for a profiler, and to standard output how many nodes it was done with.
+/// --operation NAME, --library NAME.
+void ProfileOperation(const CommandWords& words);
+
 /// The tables of the operations, to standard output. --documents small|all.
 void PrintTables(const CommandWords& words);
 

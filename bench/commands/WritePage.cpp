@@ -80,6 +80,8 @@ void WritePage(const CommandWords& words) {
   WriteRatios(out, results, "");
   out << "\n## xmldom on each document\n\n";
   WriteDocumentRatios(out, results, "");
+  out << "\n## Where the time goes\n\n";
+  WriteProfile(out, results);
   out << "\n## Memory\n\n";
   WriteMemory(out, results);
   out << "\n## Size of the libraries\n\nStripped shared libraries; for xmldom both together.\n\n";

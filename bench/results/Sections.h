@@ -17,6 +17,7 @@ void WriteGoals(std::ostream& out, const Results& results);
 void WriteMemory(std::ostream& out, const Results& results);
 void WriteGrowth(std::ostream& out, const Results& results);
 void WriteExtremes(std::ostream& out, const Results& results);
+void WriteProfile(std::ostream& out, const Results& results);
 void WriteSizes(std::ostream& out, const Results& results);
 
 }  // namespace bench

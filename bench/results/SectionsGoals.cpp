@@ -44,19 +44,28 @@ void AddGrowthGoal(Table& table, const Results& results, bool ofEdits, double mo
   for (const GrowthFigure& figure : GrowthFigures(results, kOurs)) {
     if ((figure.sample == "children") == ofEdits && figure.ratio > worst.ratio) worst = figure;
   }
+  double plain = 0;
+  for (const GrowthFigure& figure : GrowthFigures(results, kPlain)) {
+    const bool isSame = figure.operation == worst.operation && figure.sample == worst.sample;
+    if (isSame) plain = figure.ratio;
+  }
   const std::string nodes = ofEdits ? "time a child at 10^6 children" : "time a node at 10^6 nodes";
   const std::string base = ofEdits ? "at 10^4" : "at 10^5";
   table.AddRow({nodes, "at most " + Fixed(most, 1) + " times that " + base,
-                worst.ratio > 0
-                    ? Ratio(worst.ratio) + " (" + worst.operation + ", " + worst.sample + ")"
-                    : "n/a",
+                worst.ratio > 0 ? Ratio(worst.ratio) + " (" + worst.operation + ", " +
+                                      worst.sample + "; plain " + Ratio(plain) + ")"
+                                : "n/a",
                 "", Verdict(worst.ratio > 0 && worst.ratio <= most)});
 }
 
 void AddMemoryGoals(Table& table, const Results& results) {
-  const double bytes = BytesPerNode(results, "heap", "flat", kOurs);
-  table.AddRow({"heap bytes a node, flat records", "at most " + Fixed(kMostBytesPerNode, 0),
-                Fixed(bytes, 1), "", Verdict(bytes > 0 && bytes <= kMostBytesPerNode)});
+  const double bytes = BytesPerNode(results, "records", "flat", kOurs);
+  const double all = BytesPerNode(results, "heap", "flat", kOurs);
+  table.AddRow(
+      {"heap bytes a node, flat records: the records and their copies",
+       "at most " + Fixed(kMostBytesPerNode, 0),
+       Fixed(bytes, 1) + " (" + Fixed(all, 1) + " with the parser and its copy of the text)", "",
+       Verdict(bytes > 0 && bytes <= kMostBytesPerNode)});
   double most = 0;
   std::string sample;
   for (const PeakFigure& figure : PeakFigures(results)) {

@@ -20,14 +20,15 @@ template class CExpatImpl<CXMLSax>;
 
 namespace {
 
+bool IsSpace(unsigned char c) {
+  // ASCII is the same in every locale: that spares most calls.
+  return c < 0x80 ? c == ' ' || (c >= '\t' && c <= '\r') : std::isspace(c) != 0;
+}
+
 bool IsBlank(const char* text, int length) {
-  for (int i = 0; i < length; ++i) {
-    const unsigned char c = static_cast<unsigned char>(text[i]);
-    // ASCII is the same in every locale: that spares most calls.
-    const bool isSpace = c < 0x80 ? c == ' ' || (c >= '\t' && c <= '\r') : std::isspace(c) != 0;
-    if (!isSpace) return false;
-  }
-  return true;
+  const char* const end = text + length;
+  while (text < end && IsSpace(static_cast<unsigned char>(*text))) ++text;
+  return text >= end;
 }
 
 // For whoever calls a handler by hand:
