@@ -18,8 +18,8 @@ struct ChainEnd {
   unsigned long long age;  // when it was the last
 };
 
-/// The one place where the end of a chain can be remembered. Documents may be used by different
-/// threads, so each has its own; the age is everybody's, since a document may change hands.
+/// The one place where the end of a chain can be remembered. Threads that take turns with the
+/// library have their own each; the age is everybody's, since a document may change hands.
 ChainEnd& PlaceOf(IXMLDOMNode** head) {
   static const std::size_t kPlaces = 16;
   static thread_local ChainEnd places[kPlaces];
