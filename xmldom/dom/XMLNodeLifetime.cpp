@@ -74,7 +74,7 @@ bool IsBare(const IXMLDOMNode& node) {
          node.m_pFirstAttribute == nullptr;
 }
 
-// On a support layer without the first of the two, memory of one kind would be given back as another.
+// On a layer without the first of the two, memory of one kind would be given back as another.
 static_assert(sizeof(CRefCountedObject::operator new(0)) == sizeof(void*),
               "CRefCountedObject needs the operator new that goes with its operator delete");
 

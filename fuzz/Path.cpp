@@ -1,0 +1,114 @@
+// Any text as a path, on one document: the path is cut, its steps are matched, and the two ways to
+// select agree.
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "fuzz/Check.h"
+#include "fuzz/Trees.h"
+
+using fuzz::Document;
+
+namespace {
+
+const char kXml[] =
+    "<a id='1' n='x'>"
+    "<b id='2'>one</b><b id='3' q='&apos;&quot;'>two &lt; three</b>"
+    "<c><b id='2'><a id='10'>12</a><d/></b><c n=''><b>one</b>&#65;&unknown2;</c></c>"
+    "<d n='7'><e><f><b id='2'>7</b></f></e></d>"
+    "</a>";
+
+/// The document that all paths meet.
+const Document& TheDocument() {
+  static Document document;
+  static const bool loaded =
+      document.Load("<!DOCTYPE a [<!ENTITY unknown2 'u'>]>" + std::string(kXml));
+  FUZZ_CHECK(loaded);
+  return document;
+}
+
+/// Cuts the path; every step is in the index, in order. Result: how many of them move.
+int CheckCutting(const char* path) {
+  CXPathList list;
+  FUZZ_CHECK(list.ParsePath(path) == (*path == '\0' ? 0 : 1));
+  FUZZ_CHECK(list.m_bAbsolute == (*path == '/'));
+  list.CreateIndex();
+  int moves = 0;
+  int count = 0;
+  for (const CStrListElt* step = list.m_pFirst; step != nullptr; step = step->m_pNext) {
+    FUZZ_CHECK(count < list.m_nCount && list.m_ppIndex[count] == step->m_pszString);
+    FUZZ_CHECK((step->m_pNext == nullptr) == (step == list.m_pLast));
+    if (*step->m_pszString == '.') ++moves;
+    ++count;
+  }
+  FUZZ_CHECK(count == list.m_nCount);
+  return moves;
+}
+
+/// Splits and matches the path as if it were one step, and one predicate.
+void CheckMatching(IXMLDOMNode* node, const char* path) {
+  char* name = nullptr;
+  char* rest = nullptr;
+  FUZZ_CHECK(node->ParseXPathQuery(path, &name, &rest) == 1);
+  FUZZ_CHECK(std::string(name) + (rest == nullptr ? "" : rest) == path);
+  std::free(name);
+  std::free(rest);
+
+  bool hasPath = false;
+  bool quoted = false;
+  char* attribute = nullptr;
+  char* value = nullptr;
+  FUZZ_CHECK(node->ParseXPathSubquery(path, &hasPath, &name, &attribute, &value, &quoted) == 1);
+  std::free(name);
+  std::free(attribute);
+  std::free(value);
+
+  const int matches = node->MatchesSubquery(path);
+  FUZZ_CHECK(matches == 0 || matches == 1);
+  const int step = node->MatchQuery(path);
+  FUZZ_CHECK(step == 0 || step == 1);
+}
+
+/// What SelectSingleNode finds is what SelectNodes lists, and lists first unless the path is
+/// searched for at every depth: the list goes element by element then.
+void CheckSelecting(IXMLDOMNode* node, const std::string& path) {
+  IXMLDOMNodeList* list = node->SelectNodes(path.c_str());
+  IXMLDOMNode* single = node->SelectSingleNode(path.c_str());
+  bool listed = single == nullptr && list->m_nCount == 0;
+  for (const IXMLDOMNodeListElt* link = list->m_pHead; link != nullptr && !listed;
+       link = path.compare(0, 2, "//") == 0 ? link->m_pNext : nullptr) {
+    listed = link->m_pNode == single;
+  }
+  Release(single);
+  Release(list);
+  FUZZ_CHECK(listed);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  fuzz::Hush();
+  const Document& document = TheDocument();
+  const fuzz::BalanceCheck balance;
+  const std::string path(reinterpret_cast<const char*>(data), size);
+  const std::string before = fuzz::XmlOf(document.Get());
+
+  // Steps "." and "..", and "/" for the node itself, are SelectSingleNode's alone.
+  const int moves = CheckCutting(path.c_str());
+  const bool selectsAlike = moves == 0 && path.c_str() != std::string("/");
+  // A search that logs is repeated with all that it says, which many moves multiply.
+  const bool takesLong = moves > 5;
+  for (IXMLDOMNode* node : fuzz::NodesOf(document.Get())) {
+    CheckMatching(node, path.c_str());
+    if (selectsAlike) {
+      CheckSelecting(node, path.c_str());
+    } else if (!takesLong) {
+      IXMLDOMNode* single = node->SelectSingleNode(path.c_str());
+      Release(single);
+    }
+  }
+
+  for (IXMLDOMNode* node : fuzz::NodesOf(document.Get())) FUZZ_CHECK(node->GetRefCount() == 1);
+  FUZZ_CHECK(fuzz::XmlOf(document.Get()) == before);
+  return 0;
+}

@@ -1,0 +1,1 @@
+#include <other/layer.h>
