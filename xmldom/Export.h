@@ -4,6 +4,9 @@
 /// Marks what the shared libraries hand out; everything else is built hidden.
 #define XMLDOM_API __attribute__((visibility("default")))
 
+/// Takes a private member of such a class back.
+#define XMLDOM_HIDDEN __attribute__((visibility("hidden")))
+
 /// Lets the compiler check the arguments of a printf-style function: which parameter is the format,
 /// and which is the first that it formats (0 for a va_list). Parameters count from 1, `this` is
 /// one.

@@ -60,8 +60,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   HRESULT get_documentElement(IXMLDOMNode** ppRoot);
 
  private:
-  void ResetBuilder();
-  void DestroyBuilder();
+  XMLDOM_HIDDEN void ResetBuilder();
+  XMLDOM_HIDDEN void DestroyBuilder();
 };
 
 /// Makes an empty document with formatted layout and an indent of 2.

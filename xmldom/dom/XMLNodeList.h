@@ -70,9 +70,9 @@ class XMLDOM_API IXMLDOMNodeList : public CRefCountedObject {
   // Links are made in blocks, so that a long list costs few allocations.
   struct Block;
 
-  void* TakeLinkMemory();
-  void GoBackTo(int index);
-  bool IndexLinksUpTo(int index);
+  XMLDOM_HIDDEN void* TakeLinkMemory();
+  XMLDOM_HIDDEN void GoBackTo(int index);
+  XMLDOM_HIDDEN bool IndexLinksUpTo(int index);
 
   Block* m_pBlocks;                // newest first
   unsigned m_nUnusedLinks;         // of the newest block

@@ -59,11 +59,11 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   char* GetErrorStr(char* buffer, int size);
 
  private:
-  void StartLoad();
-  bool ParseWhole(const char* text, unsigned long long length);
-  void EndParse();
-  IXMLDOMNode* TopNode() const;
-  void WatchProlog(const char* text, int length);
+  XMLDOM_HIDDEN void StartLoad();
+  XMLDOM_HIDDEN bool ParseWhole(const char* text, unsigned long long length);
+  XMLDOM_HIDDEN void EndParse();
+  XMLDOM_HIDDEN IXMLDOMNode* TopNode() const;
+  XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
 
   // Both only while a parse runs:
   xmldom::GrowingTree* m_pTree;

@@ -53,7 +53,7 @@ class XMLDOM_API CXPathList {
   static int m_iObjCount;  ///< Live lists.
 
  private:
-  void AppendStep(const char* text, std::size_t length);
+  XMLDOM_HIDDEN void AppendStep(const char* text, std::size_t length);
 };
 
 #endif
