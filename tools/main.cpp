@@ -6,11 +6,13 @@
 #include "Output.h"
 #include "StandardOutput.h"
 
+#include <expat.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <csignal>
 #include <map>
+#include <sstream>
 
 namespace tool {
 
@@ -23,12 +25,22 @@ const char kClosing[] =
     "\n"
     "Example: xmldom value //comment /usr/share/mime/packages/*.xml";
 
+/// The numbers that a report of a fault needs. Expat can be another than the one built with.
+std::string Version() {
+  const XML_Expat_Version expat = XML_ExpatVersionInfo();
+  std::ostringstream text;
+  text << "xmldom " XMLDOM_VERSION "\n"
+       << "built with libxmldom " XMLDOM_VERSION " (so-version " XMLDOM_SOVERSION "), "
+       << "running with Expat " << expat.major << '.' << expat.minor << '.' << expat.micro;
+  return text.str();
+}
+
 /// The command line as its user wrote it: which command, with which options.
 class CommandLine {
  public:
   CommandLine() : m_parser(kAbout, "xmldom") {
     m_parser.set_help_flag("-h,--help", "Show this help and exit");
-    m_parser.set_version_flag("--version", "xmldom " XMLDOM_VERSION, "Show the version and exit");
+    m_parser.set_version_flag("--version", Version, "Show the version and exit");
     m_parser.add_flag("--verbose", m_verbose, "Also say what is fine, and what the library prints");
     m_parser.require_subcommand(0, 1);
     m_parser.get_formatter()->label("OPTIONS", "OPTION");

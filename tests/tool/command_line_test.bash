@@ -68,11 +68,15 @@ help_of_a_command_has_its_options_and_an_example() {
   _expect_help tree FILE --depth --color --no-filename
 }
 
-version_tells_name_and_number() {
+version_tells_the_numbers_of_tool_library_and_parser() {
+  local number='[0-9]+\.[0-9]+\.[0-9]+'
   run --version
   expect_status 0
   expect_text stderr ''
-  grep -qxE 'xmldom [0-9]+\.[0-9]+\.[0-9]+' "$scratch/stdout" || fail
+  [ "$(wc -l <"$scratch/stdout")" -eq 2 ] || fail
+  grep -qxE "xmldom $number" "$scratch/stdout" || fail
+  grep -qxE "built with libxmldom $number \(so-version [0-9]+\), running with Expat $number" \
+    "$scratch/stdout" || fail
 }
 
 options_may_stand_behind_operands() {

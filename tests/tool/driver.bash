@@ -20,6 +20,13 @@ trap 'rm -rf "$scratch"' EXIT
 export LC_ALL=C TERM=xterm
 unset NO_COLOR
 
+# An emulator, which the script of a cross build starts, is slower than the machine by about as much.
+slowness=1
+if grep -qa "^exec 'qemu-" "$tool"; then slowness=20; fi
+
+# scaled COUNT: as many of something large as there is time for.
+scaled() { echo $(($1 / slowness)); }
+
 # given FILE TEXT: makes a file; escapes in the text are those of printf %b.
 given() { printf '%b' "$2" > "$1"; }
 

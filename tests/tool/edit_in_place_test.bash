@@ -25,6 +25,16 @@ edit_in_place_replaces_each_of_several_files() {
   expect_file c.xml '<a>x</a>\n'
 }
 
+edit_in_place_takes_a_file_dated_after_2038() {
+  given a.xml '<a/>'
+  touch -d @4102444800 a.xml
+  [ "$(stat -c %Y a.xml)" = 4102444800 ] || skip 'the file system knows no such date'
+  run edit -i.old --set / x a.xml
+  expect 0 '' ''
+  expect_file a.xml '<a>x</a>\n'
+  [ "$(stat -c %Y a.xml.old)" = 4102444800 ] || fail
+}
+
 edit_in_place_with_a_suffix_keeps_the_old_file() {
   given a.xml '<a/>'
   touch -d @981173106 a.xml

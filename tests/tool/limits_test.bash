@@ -5,20 +5,22 @@
 
 . "$(dirname "$0")/driver.bash"
 
+million=$(scaled 1000000)
+
 _run_with_little_stack() { run_shell "ulimit -s 256; exec \"\$tool\" $1"; }
 
 _given_a_million_records() {
   {
     echo '<r>'
-    seq -f '<item id="%.0f"><name>n&amp;</name></item>' 1000000
+    seq -f '<item id="%.0f"><name>n&amp;</name></item>' "$million"
     echo '</r>'
   } > a.xml
 }
 
 _given_a_million_levels() {
   {
-    yes '<a>' | head -n 1000000
-    yes '</a>' | head -n 1000000
+    yes '<a>' | head -n "$million"
+    yes '</a>' | head -n "$million"
   } > a.xml
 }
 
@@ -27,35 +29,35 @@ a_million_records_are_handled_with_little_stack() {
   _run_with_little_stack 'check a.xml'
   expect 0 '' ''
   _run_with_little_stack 'tree a.xml'
-  expect 0 'r\n└── item × 1000000 @id\n    └── name × 1000000 #text\n' ''
+  expect 0 "r\n└── item × $million @id\n    └── name × $million #text\n" ''
   _run_with_little_stack 'select --count //name a.xml'
-  expect 0 '1000000\n' ''
-  _run_with_little_stack "select --first 'r/item[@id=1000000]' a.xml"
-  expect 0 "<item id='1000000'>\n  <name>n&amp;</name>\n</item>\n" ''
+  expect 0 "$million\n" ''
+  _run_with_little_stack "select --first 'r/item[@id=$million]' a.xml"
+  expect 0 "<item id='$million'>\n  <name>n&amp;</name>\n</item>\n" ''
   _run_with_little_stack 'value --attr id //item a.xml'
-  expect 0 "$(seq 1000000)\n" ''
+  expect 0 "$(seq "$million")\n" ''
   _run_with_little_stack 'path //name a.xml | uniq -c'
-  expect 0 '1000000 /r/item/name\n' ''
+  expect 0 "$(printf '%7d' "$million") /r/item/name\n" ''
   _run_with_little_stack 'mask a.xml | grep -c "<name></name>"'
-  expect 0 '1000000\n' ''
+  expect 0 "$million\n" ''
   _run_with_little_stack 'diff a.xml a.xml'
   expect 0 '' ''
-  _run_with_little_stack 'page --first 1000000 r a.xml'
-  expect 0 "<r>\n  <item index='1000000' id='1000000'>\n    <name>n&amp;</name>\n  </item>\n</r>\n" ''
+  _run_with_little_stack "page --first $million r a.xml"
+  expect 0 "<r>\n  <item index='$million' id='$million'>\n    <name>n&amp;</name>\n  </item>\n</r>\n" ''
   _run_with_little_stack 'check --lossless a.xml'
   expect 0 '' ''
-  _run_with_little_stack "edit -i --set 'r/item[@id=1000000]/name' x --remove r/item a.xml"
+  _run_with_little_stack "edit -i --set 'r/item[@id=$million]/name' x --remove r/item a.xml"
   expect 0 '' ''
   run select --count //name a.xml
-  expect 0 '999999\n' ''
-  run value --first 'r/item[@id=1000000]/name' a.xml
+  expect 0 "$((million - 1))\n" ''
+  run value --first "r/item[@id=$million]/name" a.xml
   expect 0 'x\n' ''
 }
 
 # The library prints the whole of a text again for each of its references, so the time grows with
 # the square of their number as soon as anything looks at what is printed, as a sanitizer does.
 the_text_of_a_million_references_is_collected_without_looking_at_what_is_printed() {
-  local references=1000000
+  local references=$million
   if grep -qa __asan_init "$tool"; then references=20000; fi
   {
     echo '<r>'
@@ -71,7 +73,7 @@ a_million_levels_are_handled_with_little_stack() {
   _run_with_little_stack 'check a.xml'
   expect 0 '' ''
   _run_with_little_stack "tree a.xml | tail -n 1 | sed 's/^ *//'"
-  expect 0 '└── … 999968 more levels\n' ''
+  expect 0 "└── … $((million - 32)) more levels\n" ''
   _run_with_little_stack 'select --count //none a.xml'
   expect 1 '0\n' ''
   _run_with_little_stack 'select --first //none a.xml'
@@ -79,12 +81,12 @@ a_million_levels_are_handled_with_little_stack() {
   _run_with_little_stack 'value a a.xml'
   expect 0 '\n' ''
   _run_with_little_stack 'format --indent-off a.xml | grep -c "<a>"'
-  expect 0 '999999\n' ''
+  expect 0 "$((million - 1))\n" ''
   _run_with_little_stack 'diff a.xml a.xml'
   expect 0 '' ''
   _run_with_little_stack 'check --lossless a.xml'
   expect_status 1
-  expect_part stderr 'a.xml:1000000:4: a text of white space alone would be lost'
+  expect_part stderr "a.xml:$million:4: a text of white space alone would be lost"
   _run_with_little_stack 'edit -i --lossy --indent-off --set-attr / b 1 a.xml'
   expect 0 '' ''
   _run_with_little_stack 'check --lossless a.xml'
@@ -107,11 +109,11 @@ many_edits_of_one_document_are_done() {
 a_million_names_are_handled_with_little_stack() {
   {
     echo '<r>'
-    seq -f '<n%.0f/>' 1000000
+    seq -f '<n%.0f/>' "$million"
     echo '</r>'
   } > a.xml
   _run_with_little_stack 'tree a.xml | tail -n 1'
-  expect 0 '└── n1000000\n' ''
+  expect 0 "└── n$million\n" ''
 }
 
 many_attributes_of_one_element_are_handled_with_little_stack() {

@@ -10,7 +10,7 @@
 _given_a_big_file() {
   {
     echo '<r>'
-    seq -f '  <item>%.0f</item>' 100000
+    seq -f '  <item>%.0f</item>' "${2:-100000}"
     echo '</r>'
   } > "$1"
 }
@@ -160,7 +160,7 @@ a_file_that_somebody_else_changes_in_the_meantime_is_left_alone() {
 }
 
 a_kill_leaves_the_old_file_or_the_new_one() {
-  _given_a_big_file old.xml
+  _given_a_big_file old.xml "$(scaled 100000)"
   mkdir folder
   cd folder || fail
   cp ../old.xml a.xml

@@ -1,0 +1,93 @@
+# Cases of the completion for bash: what the shell offers behind what has been typed so far.
+
+. "$(dirname "$0")/driver.bash"
+. "$(dirname "$0")/../../tools/completion/xmldom"
+
+# _offers "WORD..." [OFFER...]: behind these words, the last of which is being typed, the shell
+# offers these and nothing else. A '=' is a word of its own, as the shell has it.
+_offers() {
+  local IFS=$' \n' offered
+  read -ra COMP_WORDS <<<"xmldom $1"
+  [[ $1 != *' ' && -n $1 ]] || COMP_WORDS+=('')
+  COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
+  COMPREPLY=(left from before)
+  _xmldom "$tool"
+  offered=$(printf '%s\n' "${COMPREPLY[@]}" | sort)
+  [ "$offered" = "$(printf '%s\n' "${@:2}" | sort)" ] && return
+  echo "  behind 'xmldom $1' it offers:" "${COMPREPLY[@]}"
+  fail
+}
+
+it_is_registered_for_the_tool() {
+  [ "$(complete -p xmldom)" = 'complete -F _xmldom xmldom' ] || fail
+}
+
+commands_are_offered_first() {
+  _offers '' check diff edit format mask page path select tree value
+  _offers 'pa' page path
+  _offers '--verbose s' select
+  _offers 'unknown'
+}
+
+options_of_the_tool_stand_before_a_command() {
+  _offers '-' -h --help --verbose --version
+  _offers '--ver' --verbose --version
+}
+
+options_of_a_command_stand_behind_it() {
+  _offers 'select -' -h --help --verbose --version --count --first --no-filename
+  _offers 'value -' -h --help --verbose --version --attr -0 --null --first --no-filename
+  _offers 'edit --set' --set --set-attr
+  _offers 'format --l' --lossy
+  _offers 'check --l' --lossless
+  _offers 'check a.xml --l' --lossless
+}
+
+every_option_that_help_shows_is_offered() {
+  local command options
+  for command in check diff edit format mask page path select tree value; do
+    mapfile -t options < <({ "$tool" --help; "$tool" "$command" --help; } |
+      grep -oE '^  -[^ ]+' | tr -d ' ' | tr ',' '\n' | sort -u)
+    _offers "$command -" "${options[@]}"
+  done
+}
+
+the_values_of_an_option_are_offered_where_they_are_known() {
+  _offers 'tree --color ' auto always never
+  _offers 'tree --color a' auto always
+  _offers 'tree --color =' auto always never
+  _offers 'tree --color = n' never
+  given never ''
+  _offers 'tree --color never ' never
+}
+
+nothing_is_offered_for_values_that_only_the_user_knows() {
+  given a.xml ''
+  _offers 'value --attr '
+  _offers 'tree --depth a'
+  _offers 'edit --set '
+  _offers 'edit --set /a '
+  _offers 'edit --set-attr /a b '
+  _offers 'select '
+  _offers 'page --first 2 '
+}
+
+files_are_offered_where_they_can_stand() {
+  given a.xml ''
+  given 'b c.xml' ''
+  mkdir folder
+  given folder/d.xml ''
+  _offers 'check ' a.xml 'b c.xml' folder
+  _offers 'check a.xml b' 'b c.xml'
+  _offers 'check folder/' folder/d.xml
+  _offers 'select //a a' a.xml
+  _offers 'value --attr n //a a' a.xml
+  _offers 'edit --set /a text --remove /b a' a.xml
+  _offers 'edit --set-attr /a name value a' a.xml
+  _offers 'diff a.xml f' folder
+  _offers 'format -i.old a' a.xml
+  given -a.xml ''
+  _offers 'check -- -' -a.xml
+}
+
+run_cases
