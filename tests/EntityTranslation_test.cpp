@@ -2,6 +2,7 @@
 #include <xmldom/support/MemFile.h>
 #include <xmldom/xmldom.h>
 
+#include <climits>
 #include <string>
 
 #include "harness/LogCapture.h"
@@ -125,9 +126,8 @@ TEST(EntityTranslation, Reads_the_digits_at_the_front_and_ignores_what_follows) 
 
 TEST(EntityTranslation, Writes_nothing_for_references_without_a_decimal_value) {
   const Row rows[] = {
-      {"&#0;", ""},         {"&#;", ""},        {"&#x41;", ""},
-      {"&#X41;", ""},       {"&#x;", ""},       {"&#text;", ""},
-      {"&#65;&#x41;", "A"}, {"a&#x41;b", "ab"}, {"&#4294967296;", ""},
+      {"&#0;", ""}, {"&#;", ""},     {"&#x41;", ""},       {"&#X41;", ""},
+      {"&#x;", ""}, {"&#text;", ""}, {"&#65;&#x41;", "A"}, {"a&#x41;b", "ab"},
   };
   ExpectUnderstood(rows);
 }
@@ -140,10 +140,34 @@ TEST(EntityTranslation, Encodes_numbers_that_are_no_characters_in_the_same_way) 
       {"&#2097152;", "\xf8\x88\x80\x80\x80"},
       {"&#67108864;", "\xfc\x84\x80\x80\x80\x80"},
       {"&#2147483647;", "\xfd\xbf\xbf\xbf\xbf\xbf"},
-      {"&#4294967295;", "\xff\xbf\xbf\xbf\xbf\xbf"},
       {"&#-1;", "\xff\xbf\xbf\xbf\xbf\xbf"},
-      {"&#99999999999999999999999999;", "\xff\xbf\xbf\xbf\xbf\xbf"},
+      {"&#-2147483648;", "\xfe\x80\x80\x80\x80\x80"},
   };
+  ExpectUnderstood(rows);
+}
+
+// A number is read into a long, which holds the nearest that it can.
+TEST(EntityTranslation, Encodes_the_low_32_bits_of_a_number_as_far_as_a_long_reaches) {
+#if LONG_MAX > 2147483647
+  const Row rows[] = {
+      {"&#2147483648;", "\xfe\x80\x80\x80\x80\x80"},
+      {"&#4294967295;", "\xff\xbf\xbf\xbf\xbf\xbf"},
+      {"&#4294967296;", ""},
+      {"&#4294967361;", "A"},
+      {"&#99999999999999999999999999;", "\xff\xbf\xbf\xbf\xbf\xbf"},
+      {"&#-99999999999999999999999999;", ""},
+  };
+#else
+  const char* const most = "\xfd\xbf\xbf\xbf\xbf\xbf";
+  const Row rows[] = {
+      {"&#2147483648;", most},
+      {"&#4294967295;", most},
+      {"&#4294967296;", most},
+      {"&#4294967361;", most},
+      {"&#99999999999999999999999999;", most},
+      {"&#-99999999999999999999999999;", "\xfe\x80\x80\x80\x80\x80"},
+  };
+#endif
   ExpectUnderstood(rows);
 }
 

@@ -46,7 +46,7 @@ const Copying kCopying[] = {
 };
 
 TEST(LongText, That_cannot_be_copied_is_out_of_memory_and_the_tree_unchanged) {
-  if (!NoMoreMemory::IsSurvivable()) GTEST_SKIP();
+  if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
   for (const Copying& row : kCopying) {
     SCOPED_TRACE(row.name);
     Document document = Load("<a x='1'>text<b/></a>");
@@ -65,7 +65,7 @@ TEST(LongText, That_cannot_be_copied_is_out_of_memory_and_the_tree_unchanged) {
 }
 
 TEST(LongText, That_does_not_fit_a_buffer_leaves_its_contents) {
-  if (!NoMoreMemory::IsSurvivable()) GTEST_SKIP();
+  if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
   const struct {
     const char* name;
     void (*write)(CMemFile& file, const std::string& text);
@@ -97,7 +97,7 @@ TEST(LongText, That_does_not_fit_a_buffer_leaves_its_contents) {
 }
 
 TEST(LongText, That_cannot_be_copied_leaves_a_variant_unchanged) {
-  if (!NoMoreMemory::IsSurvivable()) GTEST_SKIP();
+  if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
   VARIANT source;
   source.vt = VT_BSTR;
   source.bstrVal = SysAllocString(LongText().c_str());

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <string>
 #include <vector>
 
@@ -109,6 +110,16 @@ TEST(XMLNodeMatch, A_number_is_compared_with_the_leading_integer) {
                      {kItem, "item[n=4]"},
                      {"<item><n>3</n></item>", "item[n=-3]"},
                      {"<item><n>4294967297</n></item>", "item[n=1]"}});
+}
+
+TEST(XMLNodeMatch, A_number_beyond_a_long_is_the_nearest_long) {
+  ExpectSilently(1, {{"<item n='99999999999999999998'/>", "item[@n=99999999999999999999]"},
+                     {"<item n='-99999999999999999998'/>", "item[@n=-99999999999999999999]"}});
+  ExpectSilently(0, {{"<item n='99999999999999999999'/>", "item[@n=-99999999999999999999]"},
+                     {"<item n='99999999999999999999'/>", "item[@n=-1]"}});
+  const int areOneLong = LONG_MAX == 2147483647 ? 1 : 0;
+  ExpectSilently(areOneLong, {{"<item n='2147483648'/>", "item[@n=2147483647]"},
+                              {"<item n='-2147483649'/>", "item[@n=-2147483648]"}});
 }
 
 TEST(XMLNodeMatch, An_element_without_text_equals_no_number) {

@@ -18,8 +18,8 @@ class NoMoreMemory {
   NoMoreMemory& operator=(const NoMoreMemory&) = delete;
 
   /// False where the heap ends the process when memory is out, as that of the address sanitizer
-  /// does.
-  static bool IsSurvivable();
+  /// does, and where nobody keeps to the limit, as in an emulator.
+  static bool IsPossible();
 
  private:
   rlimit m_before;

@@ -26,8 +26,8 @@ class BalanceListener : public testing::EmptyTestEventListener {
 }  // namespace
 
 int main(int argc, char** argv) {
+  testing::FLAGS_gtest_death_test_style = "threadsafe";  // unless the command line says otherwise
   testing::InitGoogleTest(&argc, argv);
-  testing::FLAGS_gtest_death_test_style = "threadsafe";
   testing::UnitTest::GetInstance()->listeners().Append(new BalanceListener);
   return RUN_ALL_TESTS();
 }
