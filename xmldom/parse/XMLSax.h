@@ -63,6 +63,8 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   XMLDOM_HIDDEN bool ParseWhole(const char* text, unsigned long long length);
   XMLDOM_HIDDEN void EndParse();
   XMLDOM_HIDDEN IXMLDOMNode* TopNode() const;
+  XMLDOM_HIDDEN bool Drops(const char* text, int length) const;
+  XMLDOM_HIDDEN void OnOtherDefault(const char* text, int length);
   XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
 
   // Both only while a parse runs:

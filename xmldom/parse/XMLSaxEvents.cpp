@@ -20,15 +20,21 @@ template class CExpatImpl<CXMLSax>;
 
 namespace {
 
-bool IsSpace(unsigned char c) {
-  // ASCII is the same in every locale: that spares most calls.
-  return c < 0x80 ? c == ' ' || (c >= '\t' && c <= '\r') : std::isspace(c) != 0;
+/// Apart from IsBlank, which so needs no registers of its own.
+__attribute__((noinline)) bool IsBlankInLocale(const char* text, const char* end) {
+  while (text < end && std::isspace(static_cast<unsigned char>(*text))) ++text;
+  return text >= end;
 }
 
 bool IsBlank(const char* text, int length) {
+  // ASCII is the same in every locale: that spares most calls.
   const char* const end = text + length;
-  while (text < end && IsSpace(static_cast<unsigned char>(*text))) ++text;
-  return text >= end;
+  for (; text < end; ++text) {
+    const unsigned char c = static_cast<unsigned char>(*text);
+    if (c >= 0x80) return IsBlankInLocale(text, end);
+    if (c != ' ' && (c < '\t' || c > '\r')) return false;
+  }
+  return true;
 }
 
 // For whoever calls a handler by hand:
@@ -91,18 +97,25 @@ void CXMLSax::OnEndElement(const char*) {
 }
 
 void CXMLSax::OnDefault(const char* text, int length) {
+  if (m_pTree == nullptr || !m_pTree->HasOpenElement()) {
+    OnOtherDefault(text, length);
+  } else if (!Drops(text, length)) {
+    m_pTree->AppendText(text, static_cast<std::size_t>(length));
+  }
+}
+
+bool CXMLSax::Drops(const char* text, int length) const {
+  return (m_pDocument->m_uFlags & IXMLDOMDocument2::FORMATTED_LAYOUT) != 0 && IsBlank(text, length);
+}
+
+/// What stands outside the root element, or comes from somebody who calls the handler by hand.
+__attribute__((noinline)) void CXMLSax::OnOtherDefault(const char* text, int length) {
   IXMLDOMNode* parent = TopNode();
   if (parent == nullptr) {
     if (m_pEntityNesting != nullptr && m_bFirstElement) WatchProlog(text, length);
-    return;
+  } else if (!Drops(text, length)) {
+    AppendText(m_pDocument, parent, text, length);
   }
-  const bool formatted = (m_pDocument->m_uFlags & IXMLDOMDocument2::FORMATTED_LAYOUT) != 0;
-  if (formatted && IsBlank(text, length)) return;
-  if (m_pTree != nullptr) {
-    m_pTree->AppendText(text, static_cast<std::size_t>(length));
-    return;
-  }
-  AppendText(m_pDocument, parent, text, length);
 }
 
 /// Stops the parser at declarations that it could only expand with a large stack.
