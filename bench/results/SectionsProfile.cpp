@@ -45,8 +45,8 @@ What bounds the goals that are not met:
 - *Append, insert, remove.* Each element that is made is two blocks of the C library's heap, its
   record and its name, and each one that goes gives two back, since an application may keep any node
   and drop any other. pugixml takes both from a page that goes as a whole. The allocator alone takes
-  about as much as pugixml in all; the plain tree, which does nothing but that and set links, is
-  beyond the goal too.
+  more instructions than pugixml in all; the plain tree, which does nothing but that and set links,
+  does not reach the goal either, or just so.
 - *Growth of selections.* Trees of 10^5 nodes fit the last cache of this machine, those of 10^6 do
   not, and a selection that visits few of the nodes waits for memory at each of them. The plain tree
   shows the same, more or less of it depending on what else uses the cache; walks of whole trees,
