@@ -29,7 +29,7 @@ IXMLDOMNodeListElt::IXMLDOMNodeListElt(IXMLDOMNode* node) : m_pNode(node), m_pNe
 }
 
 IXMLDOMNodeListElt::~IXMLDOMNodeListElt() {
-  Release(m_pNode);
+  if (m_pNode != nullptr) m_pNode->RealRelease();
   --m_iObjCount;
 }
 
@@ -62,24 +62,23 @@ IXMLDOMNodeList::~IXMLDOMNodeList() {
   --m_iObjCount;
 }
 
-void* IXMLDOMNodeList::TakeLinkMemory() {
-  if (m_nUnusedLinks == 0) {
-    const unsigned size =
-        m_pBlocks == nullptr ? kSmallestBlock : std::min(2 * m_pBlocks->size, kLargestBlock);
-    Block* block =
-        static_cast<Block*>(::operator new(sizeof(Block) + size * sizeof(IXMLDOMNodeListElt)));
-    block->next = m_pBlocks;
-    block->size = size;
-    m_pBlocks = block;
-    m_nUnusedLinks = size;
-  }
-  --m_nUnusedLinks;
-  return reinterpret_cast<IXMLDOMNodeListElt*>(m_pBlocks + 1) + m_nUnusedLinks;
+void IXMLDOMNodeList::AddBlock() {
+  const unsigned size =
+      m_pBlocks == nullptr ? kSmallestBlock : std::min(2 * m_pBlocks->size, kLargestBlock);
+  Block* block =
+      static_cast<Block*>(::operator new(sizeof(Block) + size * sizeof(IXMLDOMNodeListElt)));
+  block->next = m_pBlocks;
+  block->size = size;
+  m_pBlocks = block;
+  m_nUnusedLinks = size;
 }
 
 int IXMLDOMNodeList::Add(IXMLDOMNode* node) {
   if (node == nullptr) return 0;
-  IXMLDOMNodeListElt* link = new (TakeLinkMemory()) IXMLDOMNodeListElt(node);
+  if (m_nUnusedLinks == 0) AddBlock();
+  --m_nUnusedLinks;
+  void* memory = reinterpret_cast<IXMLDOMNodeListElt*>(m_pBlocks + 1) + m_nUnusedLinks;
+  IXMLDOMNodeListElt* link = new (memory) IXMLDOMNodeListElt(node);
   if (m_pHead == nullptr) {
     m_pHead = link;
   } else {

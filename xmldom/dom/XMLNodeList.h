@@ -70,7 +70,7 @@ class XMLDOM_API IXMLDOMNodeList : public CRefCountedObject {
   // Links are made in blocks, so that a long list costs few allocations.
   struct Block;
 
-  XMLDOM_HIDDEN void* TakeLinkMemory();
+  XMLDOM_HIDDEN void AddBlock();
   XMLDOM_HIDDEN void GoBackTo(int index);
   XMLDOM_HIDDEN bool IndexLinksUpTo(int index);
 
