@@ -13,9 +13,8 @@ namespace {
 
 const char* const kIntroduction =
     "# Performance\n\n"
-    "Written by `scripts/bench`, which measures everything again; no figure here comes from\n"
-    "anywhere else.\n\n"
-    "All libraries are measured within one run. They take turns, seven for each figure, each\n"
+    "Written by `scripts/bench`; no figure here comes from anywhere else.\n\n"
+    "The libraries of a table are measured within one run. They take turns, seven a figure, each\n"
     "turn in a process of its own, so that nobody finds the heap as another has left it; and a\n"
     "ratio is the median of the quotients of the same turns: what disturbs a turn disturbs both.\n"
     "Counted is the processor time, after enough repetitions to warm the caches. Debug lines go\n"
