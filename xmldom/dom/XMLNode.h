@@ -45,7 +45,7 @@ typedef enum tagDOMNodeType : int {
 /// all siblings that follow it, but for nodes that somebody else still refers to.
 /// Text is stored escaped, as XML writes it: references stay references until text is read.
 /// Stack: no member recurses, whatever the depth or the breadth of the tree.
-/// Threads: a tree belongs to one thread at a time.
+/// Threads: one at a time uses the library, also for trees of its own: all share its counters.
 class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
  public:
   // ---- Record
