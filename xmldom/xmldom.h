@@ -3,14 +3,12 @@
 
 /// All of the library but the Expat binding, which <xmldom/parse/XMLSax.h> adds.
 
-#include <xmldom/Results.h>
 #include <xmldom/diag/Compare.h>
-#include <xmldom/diag/XML.h>
-#include <xmldom/dom/EntityTranslation.h>
+#include <xmldom/dom/Results.h>
 #include <xmldom/dom/XMLDocument.h>
+#include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/dom/XMLNodeList.h>
-#include <xmldom/dom/XMLWriter.h>
 #include <xmldom/parse/ParseError.h>
 #include <xmldom/query/XPathList.h>
 #include <xmldom/support/LogException.h>
@@ -19,5 +17,7 @@
 #include <xmldom/support/RefCountedObject.h>
 #include <xmldom/support/bstr.h>
 #include <xmldom/support/variant.h>
+#include <xmldom/text/EntityTranslation.h>
+#include <xmldom/text/XMLWriter.h>
 
 #endif

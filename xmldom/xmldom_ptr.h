@@ -6,8 +6,8 @@
 ///
 /// A VARIANT has _variant_t (<xmldom/support/variant.h>) already.
 
-#include <xmldom/XMLPtr.h>
-#include <xmldom/XMLPtrRanges.h>
-#include <xmldom/XMLPtrStrings.h>
+#include <xmldom/dom/NodeRanges.h>
+#include <xmldom/ptr/XMLPtr.h>
+#include <xmldom/ptr/XMLPtrStrings.h>
 
 #endif

@@ -1,4 +1,4 @@
-#include <xmldom/XMLPtrRanges.h>
+#include <xmldom/dom/NodeRanges.h>
 
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>

@@ -1,4 +1,4 @@
-#include <xmldom/XMLPtrStrings.h>
+#include <xmldom/ptr/XMLPtrStrings.h>
 
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>

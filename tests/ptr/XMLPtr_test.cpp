@@ -1,4 +1,4 @@
-#include <xmldom/XMLPtr.h>
+#include <xmldom/ptr/XMLPtr.h>
 
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
-#include <xmldom/dom/EntityTranslation.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/EntityTranslation.h>
 
 #include <climits>
 #include <cstring>

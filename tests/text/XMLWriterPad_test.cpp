@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
-#include <xmldom/dom/XMLWriter.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/XMLWriter.h>
 
 #include <algorithm>
 #include <climits>

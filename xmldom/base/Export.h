@@ -1,5 +1,5 @@
-#ifndef XMLDOM_EXPORT_H
-#define XMLDOM_EXPORT_H
+#ifndef XMLDOM_BASE_EXPORT_H
+#define XMLDOM_BASE_EXPORT_H
 
 /// Marks what the shared libraries hand out; everything else is built hidden.
 #define XMLDOM_API __attribute__((visibility("default")))

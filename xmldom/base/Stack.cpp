@@ -1,4 +1,4 @@
-#include <xmldom/Stack.h>
+#include <xmldom/base/Stack.h>
 
 #include <cstdint>
 #include <cstring>

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_STACK_H
-#define XMLDOM_STACK_H
+#ifndef XMLDOM_BASE_STACK_H
+#define XMLDOM_BASE_STACK_H
 
 #include <cstddef>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_HEAPSTRING_H
-#define XMLDOM_HEAPSTRING_H
+#ifndef XMLDOM_BASE_TEXT_H
+#define XMLDOM_BASE_TEXT_H
 
 #include <cstddef>
 #include <cstdlib>

@@ -1,9 +1,9 @@
 #include <xmldom/diag/Compare.h>
 
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
+#include <xmldom/text/TextOutput.h>
 
 namespace {
 

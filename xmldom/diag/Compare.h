@@ -1,7 +1,7 @@
 #ifndef XMLDOM_DIAG_COMPARE_H
 #define XMLDOM_DIAG_COMPARE_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 class CMemFile;
 class IXMLDOMNode;

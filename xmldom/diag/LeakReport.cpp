@@ -1,6 +1,6 @@
-#include <xmldom/diag/XML.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
+#include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/parse/ParseError.h>
 #include <xmldom/parse/XMLSax.h>

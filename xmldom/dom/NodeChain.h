@@ -1,7 +1,7 @@
 #ifndef XMLDOM_DOM_NODECHAIN_H
 #define XMLDOM_DOM_NODECHAIN_H
 
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/XMLNode.h>
 
 // Chains of nodes that are linked through m_pNextSibling: children, and attributes.

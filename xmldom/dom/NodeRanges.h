@@ -1,9 +1,9 @@
-#ifndef XMLDOM_XMLPTRRANGES_H
-#define XMLDOM_XMLPTRRANGES_H
+#ifndef XMLDOM_DOM_NODERANGES_H
+#define XMLDOM_DOM_NODERANGES_H
 
-#include <xmldom/XMLPtr.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/dom/XMLNodeList.h>
+#include <xmldom/ptr/XMLPtr.h>
 
 #include <utility>
 

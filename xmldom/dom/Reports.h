@@ -1,5 +1,5 @@
-#ifndef XMLDOM_DOM_NOTICES_H
-#define XMLDOM_DOM_NOTICES_H
+#ifndef XMLDOM_DOM_REPORTS_H
+#define XMLDOM_DOM_REPORTS_H
 
 namespace xmldom {
 

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_RESULTS_H
-#define XMLDOM_RESULTS_H
+#ifndef XMLDOM_DOM_RESULTS_H
+#define XMLDOM_DOM_RESULTS_H
 
 #include <xmldom/support/variant.h>
 

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_DOM_TREEWALK_H
 #define XMLDOM_DOM_TREEWALK_H
 
-#include <xmldom/Stack.h>
+#include <xmldom/base/Stack.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include <xmldom/dom/XMLDocument.h>
 
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/support/LogException.h>
 
 int IXMLDOMDocument2::m_iObjCount = 0;

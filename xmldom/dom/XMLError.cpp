@@ -1,4 +1,4 @@
-#include <xmldom/diag/XML.h>
+#include <xmldom/dom/XMLError.h>
 
 int CXML::iXMLError = CXML::NO_ERROR;
 

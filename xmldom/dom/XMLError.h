@@ -1,7 +1,7 @@
-#ifndef XMLDOM_DIAG_XML_H
-#define XMLDOM_DIAG_XML_H
+#ifndef XMLDOM_DOM_XMLERROR_H
+#define XMLDOM_DOM_XMLERROR_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 /// Library-wide diagnostics: the last error of the lookups, and the leak report.
 /// Threads: plain statics, for one thread at a time.

@@ -1,8 +1,8 @@
-#include <xmldom/HeapString.h>
-#include <xmldom/diag/XML.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
+#include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <cstdlib>

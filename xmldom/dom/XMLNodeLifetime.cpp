@@ -1,4 +1,4 @@
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeReference.h>

@@ -1,6 +1,6 @@
 #include <xmldom/dom/XMLNodeList.h>
 
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #ifndef XMLDOM_DOM_XMLNODELIST_H
 #define XMLDOM_DOM_XMLNODELIST_H
 
-#include <xmldom/Export.h>
-#include <xmldom/Results.h>
+#include <xmldom/base/Export.h>
 #include <xmldom/dom/Release.h>
+#include <xmldom/dom/Results.h>
 #include <xmldom/support/RefCountedObject.h>
 
 class IXMLDOMNode;

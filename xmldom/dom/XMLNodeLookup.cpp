@@ -1,6 +1,6 @@
-#include <xmldom/diag/XML.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeContent.h>
+#include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
 

@@ -1,11 +1,11 @@
 #include <xmldom/parse/GrowingTree.h>
 
-#include <xmldom/diag/XML.h>
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLDocument.h>
+#include <xmldom/dom/XMLError.h>
 
 #include <algorithm>
 #include <cstdlib>

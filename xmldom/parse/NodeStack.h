@@ -1,7 +1,10 @@
 #ifndef XMLDOM_PARSE_NODESTACK_H
 #define XMLDOM_PARSE_NODESTACK_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
+
+#include <cstddef>
+#include <new>
 
 class IXMLDOMNode;
 
@@ -16,7 +19,10 @@ class XMLDOM_API CNodeStackElt {
   CNodeStackElt(const CNodeStackElt&) = delete;
   CNodeStackElt& operator=(const CNodeStackElt&) = delete;
 
-  /// Without the size, which a load extends by what it has to know of an open element.
+  /// A load derives from this class what it has to know of an open element, and gives such objects
+  /// back through this class, which has no virtual destructor: memory is released without its size.
+  static void* operator new(std::size_t size) { return ::operator new(size); }
+  static void* operator new(std::size_t, void* memory) noexcept { return memory; }
   static void operator delete(void* p) { ::operator delete(p); }
 
   IXMLDOMNode* m_pNode;    ///< The element; not referenced.

@@ -1,9 +1,9 @@
 #ifndef XMLDOM_PARSE_PARSEERROR_H
 #define XMLDOM_PARSE_PARSEERROR_H
 
-#include <xmldom/Export.h>
-#include <xmldom/Results.h>
+#include <xmldom/base/Export.h>
 #include <xmldom/dom/Release.h>
+#include <xmldom/dom/Results.h>
 #include <xmldom/support/RefCountedObject.h>
 #include <xmldom/support/bstr.h>
 

@@ -1,8 +1,8 @@
 #ifndef XMLDOM_PARSE_XMLSAX_H
 #define XMLDOM_PARSE_XMLSAX_H
 
-#include <xmldom/Export.h>
-#include <xmldom/Results.h>
+#include <xmldom/base/Export.h>
+#include <xmldom/dom/Results.h>
 #include <xmldom/parse/ExpatImpl.h>
 #include <xmldom/parse/NodeStack.h>
 

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_XMLOWNER_H
-#define XMLDOM_XMLOWNER_H
+#ifndef XMLDOM_PTR_XMLOWNER_H
+#define XMLDOM_PTR_XMLOWNER_H
 
 /// What XMLPtr and the owners of texts have in common: each owns one thing that a plain pointer
 /// stands for, or none, and gives it back at the end with `Giver::GiveBack`, which leaves null

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_XMLPTR_H
-#define XMLDOM_XMLPTR_H
+#ifndef XMLDOM_PTR_XMLPTR_H
+#define XMLDOM_PTR_XMLPTR_H
 
-#include <xmldom/XMLOwner.h>
+#include <xmldom/ptr/XMLOwner.h>
 
 #include <cstddef>
 #include <functional>

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_XMLPTRSTRINGS_H
-#define XMLDOM_XMLPTRSTRINGS_H
+#ifndef XMLDOM_PTR_XMLPTRSTRINGS_H
+#define XMLDOM_PTR_XMLPTRSTRINGS_H
 
-#include <xmldom/XMLOwner.h>
+#include <xmldom/ptr/XMLOwner.h>
 #include <xmldom/support/bstr.h>
 
 #include <cstdlib>

@@ -1,9 +1,9 @@
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/NodeMatch.h>
-#include <xmldom/dom/Notices.h>
+#include <xmldom/dom/Reports.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/query/NodeMatch.h>
 
 #include <cstdlib>
 #include <cstring>

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_DOM_NODEMATCH_H
-#define XMLDOM_DOM_NODEMATCH_H
+#ifndef XMLDOM_QUERY_NODEMATCH_H
+#define XMLDOM_QUERY_NODEMATCH_H
 
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/query/XPathStep.h>

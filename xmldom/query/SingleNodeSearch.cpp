@@ -1,8 +1,8 @@
-#include <xmldom/dom/SingleNodeSearch.h>
+#include <xmldom/query/SingleNodeSearch.h>
 
-#include <xmldom/dom/NodeMatch.h>
-#include <xmldom/dom/Notices.h>
+#include <xmldom/dom/Reports.h>
 #include <xmldom/dom/TreeWalk.h>
+#include <xmldom/query/NodeMatch.h>
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_DOM_SINGLENODESEARCH_H
-#define XMLDOM_DOM_SINGLENODESEARCH_H
+#ifndef XMLDOM_QUERY_SINGLENODESEARCH_H
+#define XMLDOM_QUERY_SINGLENODESEARCH_H
 
-#include <xmldom/Stack.h>
+#include <xmldom/base/Stack.h>
 #include <xmldom/query/XPathStep.h>
 
 #include <cstddef>

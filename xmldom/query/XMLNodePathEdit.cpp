@@ -1,4 +1,4 @@
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/NodeReference.h>

@@ -1,10 +1,10 @@
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/NodeMatch.h>
-#include <xmldom/dom/SingleNodeSearch.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
+#include <xmldom/query/NodeMatch.h>
+#include <xmldom/query/SingleNodeSearch.h>
 #include <xmldom/query/XPathList.h>
 
 namespace {

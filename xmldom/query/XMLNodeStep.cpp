@@ -1,6 +1,6 @@
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/Notices.h>
+#include <xmldom/dom/Reports.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/query/XPathStep.h>
 

@@ -1,6 +1,6 @@
 #include <xmldom/query/XPathList.h>
 
-#include <xmldom/HeapString.h>
+#include <xmldom/base/Text.h>
 
 #include <climits>
 #include <cstdlib>

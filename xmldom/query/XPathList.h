@@ -1,7 +1,7 @@
 #ifndef XMLDOM_QUERY_XPATHLIST_H
 #define XMLDOM_QUERY_XPATHLIST_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 #include <xmldom/support/bstr.h>
 
 #include <cstddef>

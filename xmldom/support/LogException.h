@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_LOGEXCEPTION_H
 #define XMLDOM_SUPPORT_LOGEXCEPTION_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 #include <string>
 

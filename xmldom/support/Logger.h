@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_LOGGER_H
 #define XMLDOM_SUPPORT_LOGGER_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 #include <xmldom/support/bstr.h>
 
 class IXMLDOMNode;

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_REFCOUNTEDOBJECT_H
 #define XMLDOM_SUPPORT_REFCOUNTEDOBJECT_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 #include <climits>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_SUPPORT_BSTR_H
 #define XMLDOM_SUPPORT_BSTR_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 /// A NUL-terminated text of its own allocator: free it with SysFreeString, never with free or
 /// delete.

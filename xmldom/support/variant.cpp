@@ -1,13 +1,17 @@
 #include <xmldom/support/variant.h>
 
-#include <xmldom/Results.h>
-
 #include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
+
+// The results of these functions are spelled here, so that the support layer needs nothing of the
+// library that is built on it.
+const HRESULT kDone = 0;
+const HRESULT kNotConverted = static_cast<HRESULT>(0x80004005u);
+const HRESULT kInvalidArgument = static_cast<HRESULT>(0x80004006u);
 
 // Frees what `target` holds only now that the new value is complete, since the two may be one
 // record.
@@ -36,23 +40,23 @@ void VariantInit(VARIANT* variant) {
 }
 
 HRESULT VariantClear(VARIANT* variant) {
-  if (variant == nullptr) return E_ARGUMENT;
+  if (variant == nullptr) return kInvalidArgument;
   if (variant->vt == VT_BSTR) SysFreeString(variant->bstrVal);
   VariantInit(variant);
-  return S_OK;
+  return kDone;
 }
 
 HRESULT VariantCopy(VARIANT* target, VARIANT* source) {
-  if (target == nullptr || source == nullptr) return E_ARGUMENT;
-  if (target == source) return S_OK;
+  if (target == nullptr || source == nullptr) return kInvalidArgument;
+  if (target == source) return kDone;
   VARIANT value = *source;
   if (source->vt == VT_BSTR) value.bstrVal = SysAllocString(source->bstrVal);
   Store(target, value);
-  return S_OK;
+  return kDone;
 }
 
 HRESULT VariantChangeType(VARIANT* target, VARIANT* source, unsigned short, unsigned short type) {
-  if (target == nullptr || source == nullptr) return E_ARGUMENT;
+  if (target == nullptr || source == nullptr) return kInvalidArgument;
   if (type == VT_EMPTY) return VariantClear(target);
   if (type == source->vt) return VariantCopy(target, source);
 
@@ -65,8 +69,8 @@ HRESULT VariantChangeType(VARIANT* target, VARIANT* source, unsigned short, unsi
     value.bstrVal = SysAllocString(text);
   } else if (type != VT_I4 || source->vt != VT_BSTR ||
              !ParseInteger(source->bstrVal, &value.lVal)) {
-    return E_FAIL;
+    return kNotConverted;
   }
   Store(target, value);
-  return S_OK;
+  return kDone;
 }

@@ -1,12 +1,12 @@
 #ifndef XMLDOM_SUPPORT_VARIANT_H
 #define XMLDOM_SUPPORT_VARIANT_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 #include <xmldom/support/bstr.h>
 
 #include <cassert>
 
-/// Result of a COM-style member: negative means failure. <xmldom/Results.h> names those in use.
+/// Result of a COM-style member: negative means failure. <xmldom/dom/Results.h> names those in use.
 typedef int HRESULT;
 
 /// Boolean of a COM-style member; only VARIANT_TRUE and VARIANT_FALSE are ever stored.

@@ -1,8 +1,8 @@
-#include <xmldom/dom/EntityTranslation.h>
+#include <xmldom/text/EntityTranslation.h>
 
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/Notices.h>
-#include <xmldom/dom/TextOutput.h>
+#include <xmldom/dom/Reports.h>
+#include <xmldom/text/TextOutput.h>
 
 #include <stringprep.h>
 #include <strings.h>

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_DOM_ENTITYTRANSLATION_H
-#define XMLDOM_DOM_ENTITYTRANSLATION_H
+#ifndef XMLDOM_TEXT_ENTITYTRANSLATION_H
+#define XMLDOM_TEXT_ENTITYTRANSLATION_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 class CMemFile;
 

@@ -1,6 +1,6 @@
-#include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/text/TextOutput.h>
 
 void IXMLDOMNode::GetPathToNode(CMemFile& out) {
   out.m_uLength = 0;

@@ -1,4 +1,4 @@
-#include <xmldom/dom/TextOutput.h>
+#include <xmldom/text/TextOutput.h>
 
 #include <stdexcept>
 

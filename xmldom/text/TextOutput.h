@@ -1,5 +1,5 @@
-#ifndef XMLDOM_DOM_TEXTOUTPUT_H
-#define XMLDOM_DOM_TEXTOUTPUT_H
+#ifndef XMLDOM_TEXT_TEXTOUTPUT_H
+#define XMLDOM_TEXT_TEXTOUTPUT_H
 
 #include <xmldom/support/MemFile.h>
 

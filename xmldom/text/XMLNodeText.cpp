@@ -1,10 +1,10 @@
-#include <xmldom/dom/EntityTranslation.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/EntityTranslation.h>
+#include <xmldom/text/TextOutput.h>
 
 #include <cstdlib>
 #include <new>

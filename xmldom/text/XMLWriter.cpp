@@ -1,9 +1,9 @@
-#include <xmldom/dom/XMLWriter.h>
+#include <xmldom/text/XMLWriter.h>
 
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/TextOutput.h>
 #include <xmldom/dom/TreeWalk.h>
+#include <xmldom/text/TextOutput.h>
 
 #include <algorithm>
 #include <climits>

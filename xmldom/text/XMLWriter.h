@@ -1,7 +1,7 @@
-#ifndef XMLDOM_DOM_XMLWRITER_H
-#define XMLDOM_DOM_XMLWRITER_H
+#ifndef XMLDOM_TEXT_XMLWRITER_H
+#define XMLDOM_TEXT_XMLWRITER_H
 
-#include <xmldom/Export.h>
+#include <xmldom/base/Export.h>
 
 class CMemFile;
 

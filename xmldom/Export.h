@@ -1,0 +1,1 @@
+#include <xmldom/base/Export.h>  // This header has moved.

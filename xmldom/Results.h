@@ -1,0 +1,1 @@
+#include <xmldom/dom/Results.h>  // This header has moved.

@@ -1,0 +1,1 @@
+#include <xmldom/ptr/XMLOwner.h>  // This header has moved.

@@ -1,0 +1,1 @@
+#include <xmldom/ptr/XMLPtr.h>  // This header has moved.

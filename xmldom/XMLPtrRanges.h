@@ -1,0 +1,1 @@
+#include <xmldom/dom/NodeRanges.h>  // This header has moved.

@@ -1,0 +1,1 @@
+#include <xmldom/ptr/XMLPtrStrings.h>  // This header has moved.

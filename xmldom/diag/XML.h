@@ -1,0 +1,1 @@
+#include <xmldom/dom/XMLError.h>  // This header has moved.

@@ -1,0 +1,1 @@
+#include <xmldom/text/EntityTranslation.h>  // This header has moved.

@@ -1,0 +1,1 @@
+#include <xmldom/text/XMLWriter.h>  // This header has moved.
