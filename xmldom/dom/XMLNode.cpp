@@ -1,7 +1,7 @@
 #include <xmldom/dom/XMLNode.h>
 
 #include <xmldom/dom/NodeChain.h>
-#include <xmldom/dom/NodeTypes.h>
+#include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/support/LogException.h>

@@ -1,4 +1,4 @@
-#include <xmldom/dom/NodeTypes.h>
+#include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
 
