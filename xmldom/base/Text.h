@@ -7,8 +7,8 @@
 #include <memory>
 #include <new>
 
-// Texts as the records hold them: NUL-terminated, on the C heap, so that an application may free and
-// replace them; and ranges, which are parts of a text that belongs to somebody else.
+// Texts as the records hold them: NUL-terminated, on the C heap, so that an application may free
+// and replace them; and ranges, which are parts of a text that belongs to somebody else.
 
 namespace xmldom {
 

@@ -1,3 +1,7 @@
+// The COM-style accessors of a node, and its values: those members that assert `this`, and their
+// relatives. All of them follow the plain links of the record. Tested by tests/dom/XMLNode_test.cpp
+// and tests/dom/XMLNodeType_test.cpp.
+
 #include <xmldom/dom/XMLNode.h>
 
 #include <xmldom/dom/NodeChain.h>

@@ -1,3 +1,6 @@
+// The outcome of a load as an object of its own: a copy of what the parser told. Tested by
+// tests/parse/ParseError_test.cpp.
+
 #include <xmldom/parse/ParseError.h>
 
 #include <cstdio>

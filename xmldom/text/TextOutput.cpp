@@ -1,3 +1,5 @@
+// The parts of writing plain text that are seldom run. Tested by tests/text/XMLWriter_test.cpp.
+
 #include <xmldom/text/TextOutput.h>
 
 #include <stdexcept>
