@@ -1,7 +1,6 @@
 // The one place where stacks of the library grow, for all kinds of items: they are moved as bytes.
-// It is not
-// exported: tests/growth/Growth_test.cpp and tests/failure/ test it through the walks of deep
-// trees.
+// It is not exported; tests/growth/Growth_test.cpp and tests/failure/ test it through the walks of
+// deep trees.
 
 #include <xmldom/base/Stack.h>
 
