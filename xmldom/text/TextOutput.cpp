@@ -15,6 +15,14 @@ void TextBuffer::WriteThrough(const char* text, unsigned int length) {
   }
 }
 
+__attribute__((cold)) void TextBuffer::Rescue() noexcept {
+  try {
+    for (unsigned int i = 0; i < m_length; ++i) m_target.Write(m_text + i, 1);
+  } catch (...) {
+    // The exception that is under way tells it.
+  }
+}
+
 void ThrowTextTooLong() { throw std::length_error("xmldom: text of more than 4 GiB"); }
 
 }  // namespace xmldom
