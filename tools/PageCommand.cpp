@@ -6,7 +6,7 @@
 #include "Query.h"
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/dom/XMLWriter.h>
+#include <xmldom/text/XMLWriter.h>
 #include <xmldom/support/MemFile.h>
 
 #include <CLI/CLI.hpp>

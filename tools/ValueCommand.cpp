@@ -5,7 +5,7 @@
 #include "FileCommand.h"
 #include "Query.h"
 
-#include <xmldom/dom/EntityTranslation.h>
+#include <xmldom/text/EntityTranslation.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
 

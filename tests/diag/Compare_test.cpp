@@ -131,6 +131,14 @@ const Row kRows[] = {
      Differs("Failed at depth 0: Node 2 has more children than Node 1\n" +
              Dump("<a>\n  <b>\n    <c>\n      <d/>\n    </c>\n  </b>\n</a>\n",
                   "<a>\n  <b>\n    <c>\n      <d/>\n    </c>\n  </b>\n  <f/>\n</a>\n"))},
+    {"only the first of a child too many and a name", "<r><a><x/></a><b/></r>",
+     "<r><a><x/><y/></a><b/></r>",
+     Differs("Failed at depth 1: Node 2 has more children than Node 1\n" +
+             Dump("<a>\n  <x/>\n</a>\n", "<a>\n  <x/>\n  <y/>\n</a>\n"))},
+    {"a child too many far below", "<r><a><b><c><x/></c></b></a></r>",
+     "<r><a><b><c><x/><y/></c></b></a></r>",
+     Differs("Failed at depth 3: Node 2 has more children than Node 1\n" +
+             Dump("<c>\n  <x/>\n</c>\n", "<c>\n  <x/>\n  <y/>\n</c>\n"))},
     {"only the first difference", "<a><b>t</b><c/></a>", "<a><b>u</b><d/></a>",
      Differs("Failed at depth 1: text value mismatch, t vs u" + Dump("<#Text/>\n", "<#Text/>\n"))},
 };
@@ -170,6 +178,15 @@ TEST_P(CompareDocuments, Counts_from_the_depth_of_the_caller_behind_what_the_rep
   }
   expected.report = "old" + expected.report;
   EXPECT_EQ(expected, Compare(Root(first), Root(second), 40));
+}
+
+TEST(Compare, A_child_too_many_is_reported_once_however_deep_it_hangs) {
+  const int levels = 1000;
+  Document first = Load(Repeat("<a>", levels) + "<b><x/></b>" + Repeat("</a>", levels));
+  Document second = Load(Repeat("<a>", levels) + "<b><x/><y/></b>" + Repeat("</a>", levels));
+  EXPECT_EQ(Differs("Failed at depth 1000: Node 2 has more children than Node 1\n" +
+                    Dump("<b>\n  <x/>\n</b>\n", "<b>\n  <x/>\n  <y/>\n</b>\n")),
+            Compare(first, second));
 }
 
 // ---- Nodes that are missing, and documents

@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <new>
 #include <string>
 
+#include "harness/AllocationFailure.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -328,6 +330,31 @@ TEST(ParseErrorAssignment, Of_an_error_to_itself_changes_nothing) {
   EXPECT_EQ(7, error->m_lErrorCode);
   EXPECT_EQ("reason", Text(error->m_bstrReason));
   EXPECT_EQ("<tag>", Text(error->m_bstrSrcText));
+}
+
+TEST(ParseErrorAssignment, Changes_nothing_when_memory_is_out) {
+  const Error source = MakeError(7, "mismatched tag", "</a>");
+  for (int allowed = 0; allowed < 2; ++allowed) {
+    SCOPED_TRACE(allowed);
+    const Error target = MakeError(3, "no element found", "<b>");
+    target->m_lLine = 1;
+    const long strings = GetNumBSTRsAllocated();
+    bool isOut = false;
+    if (AllocationFailure::ReachesMalloc()) {
+      AllocationFailure limit(allowed);
+      try {
+        *target = *source;
+      } catch (const std::bad_alloc&) {
+        isOut = true;
+      }
+    }
+    EXPECT_EQ(AllocationFailure::ReachesMalloc(), isOut);
+    EXPECT_EQ(3, target->m_lErrorCode);
+    EXPECT_EQ(1, target->m_lLine);
+    EXPECT_STREQ("no element found", target->m_bstrReason);
+    EXPECT_STREQ("<b>", target->m_bstrSrcText);
+    EXPECT_EQ(strings, GetNumBSTRsAllocated());
+  }
 }
 
 TEST(ParseErrorAssignment, Leaves_reference_counts_alone) {

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 #include <xmldom/query/XPathList.h>
 
+#include <new>
 #include <string>
 #include <vector>
 
+#include "harness/AllocationFailure.h"
 #include "harness/LogCapture.h"
 #include "harness/Trees.h"
 
@@ -288,4 +290,30 @@ TEST(XPathList, A_step_of_many_bytes_is_kept_whole) {
   CXPathList list;
   EXPECT_EQ(1, list.ParsePath(step.c_str()));
   EXPECT_EQ(Steps{step}, StepsOf(list));
+}
+
+// An index that was there before knows nothing of the steps added since.
+TEST(XPathList, A_list_whose_second_path_ran_out_of_memory_can_be_used) {
+  Document document = Load("<a><b><c/></b></a>");
+  bool isThrough = false;
+  for (int allowed = 0; !isThrough; ++allowed) {
+    SCOPED_TRACE(allowed);
+    CXPathList list;
+    list.ParsePath("a");
+    try {
+      AllocationFailure limit(allowed);
+      list.ParsePath("b/c");
+      isThrough = true;
+    } catch (const std::bad_alloc&) {
+    }
+    const int count = list.m_nCount;
+    EXPECT_EQ(static_cast<std::size_t>(count), StepsOf(list).size());
+    EXPECT_EQ(LastOf(list), list.m_pLast);
+    EXPECT_TRUE(isThrough || list.m_ppIndex == nullptr);
+    Ref<IXMLDOMNodeList> selected(new IXMLDOMNodeList);
+    document->SelectNodesHelper(document, list, selected, 0);
+    ASSERT_EQ(1, selected->m_nCount);
+    EXPECT_EQ(std::string(1, static_cast<char>('a' + count - 1)),
+              selected->m_pHead->m_pNode->m_pszNodeName);
+  }
 }

@@ -266,3 +266,65 @@ TEST(XMLWriterPaging, An_exception_of_the_log_passes_through) {
   RefusingLog log;
   EXPECT_EQ(kStripping, ThrownMessage([&] { Write(document, Pages(Root(document), 2, 3)); }));
 }
+
+namespace {
+
+/// A sink that is told the buffer that the writer writes into.
+struct BufferReader {
+  CMemFile* out;
+  std::vector<std::string> seen;  // what the buffer held at each event
+};
+
+void ReadBuffer(const CLogEvent&, void* context) {
+  BufferReader* reader = static_cast<BufferReader*>(context);
+  reader->seen.push_back(reader->out->GetAsStr());
+}
+
+void MarkBuffer(const CLogEvent&, void* context) {
+  static_cast<CMemFile*>(context)->WriteF("(event)");
+}
+
+void ThrowAnything(const CLogEvent&, void*) { throw 1; }
+
+/// Sends events to a sink while it lives.
+struct SinkScope {
+  SinkScope(LogSink sink, void* context) { CLogger::SetSink(sink, context); }
+  ~SinkScope() { CLogger::SetSink(nullptr, nullptr); }
+};
+
+void WriteTo(CMemFile& out, const IXMLDOMNode* node, const Writing& how) {
+  node->GetXMLHelper(out, how.depth, how.paged, how.first, how.count, how.currentPage, how.numPages,
+                     how.padTemplate, how.masked, how.indexed, how.index);
+}
+
+const char kBetweenStripped[] = "<p><list a='1' curPage='8' b='2' numPages='9' c='3'/></p>";
+const char kBeforeFirst[] = "<p>\n  <list curPage = '2' numPages = '3' a='1'";
+const char kBeforeSecond[] = "<p>\n  <list curPage = '2' numPages = '3' a='1' b='2'";
+
+}  // namespace
+
+TEST(XMLWriterPaging, An_event_finds_in_the_buffer_all_that_was_written_before_it) {
+  Document document = Load(kBetweenStripped);
+  CMemFile out(16);
+  BufferReader reader = {&out, {}};
+  SinkScope scope(ReadBuffer, &reader);
+  WriteTo(out, document, Pages(At(document, {0, 0}), 2, 3));
+  EXPECT_EQ((std::vector<std::string>{kBeforeFirst, kBeforeSecond}), reader.seen);
+}
+
+TEST(XMLWriterPaging, What_a_sink_writes_stands_where_the_event_was) {
+  Document document = Load(kBetweenStripped);
+  CMemFile out(16);
+  SinkScope scope(MarkBuffer, &out);
+  WriteTo(out, document, Pages(At(document, {0, 0}), 2, 3));
+  EXPECT_EQ("<p>\n  <list curPage = '2' numPages = '3' a='1'(event) b='2'(event) c='3'/>\n</p>\n",
+            std::string(out.GetAsStr()));
+}
+
+TEST(XMLWriterPaging, A_sink_that_throws_leaves_what_was_written) {
+  Document document = Load(kBetweenStripped);
+  CMemFile out(16);
+  SinkScope scope(ThrowAnything, nullptr);
+  EXPECT_THROW(WriteTo(out, document, Pages(At(document, {0, 0}), 2, 3)), int);
+  EXPECT_EQ(kBeforeFirst, std::string(out.GetAsStr()));
+}

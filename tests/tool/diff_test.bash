@@ -35,6 +35,14 @@ diff_reports_children_that_are_missing() {
 </a>\n\n-----\nNode 2:\n<a/>\n\n' ''
 }
 
+diff_reports_one_difference_alone() {
+  given a.xml '<r><a><x/></a><b/></r>'
+  given b.xml '<r><a><x/><y/></a><b/></r>'
+  run diff a.xml b.xml
+  expect 1 'Failed at depth 1: Node 2 has more children than Node 1\n-----\nNode 1:\n<a>\n  <x/>
+</a>\n\n-----\nNode 2:\n<a>\n  <x/>\n  <y/>\n</a>\n\n' ''
+}
+
 diff_reports_root_elements_of_different_names() {
   given a.xml '<a/>'
   given b.xml '<b/>'

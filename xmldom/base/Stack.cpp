@@ -1,3 +1,7 @@
+// The one place where stacks of the library grow, for all kinds of items: they are moved as bytes.
+// It is not exported; tests/growth/Growth_test.cpp and tests/failure/ test it through the walks of
+// deep trees.
+
 #include <xmldom/base/Stack.h>
 
 #include <cstdint>
@@ -6,13 +10,13 @@
 
 namespace xmldom {
 
-void* GrowStack(void* items, const void* onSpot, std::size_t* capacity, std::size_t itemSize) {
+void* GrowStack(void* items, const void* inlineItems, std::size_t* capacity, std::size_t itemSize) {
   const std::size_t size = *capacity * itemSize;
   if (size > SIZE_MAX / 2) throw std::bad_alloc();
-  const bool isOnSpot = items == onSpot;
-  void* grown = std::realloc(isOnSpot ? nullptr : items, 2 * size);
+  const bool isInline = items == inlineItems;
+  void* grown = std::realloc(isInline ? nullptr : items, 2 * size);
   if (grown == nullptr) throw std::bad_alloc();
-  if (isOnSpot) std::memcpy(grown, onSpot, size);
+  if (isInline) std::memcpy(grown, inlineItems, size);
   *capacity *= 2;
   return grown;
 }

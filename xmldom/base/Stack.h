@@ -7,18 +7,19 @@
 
 namespace xmldom {
 
-/// Doubles the memory of a stack. Result: its items, moved off the heap block or the place `onSpot`
-/// that they were in; `*capacity` counts items. Effects: std::bad_alloc when memory is out, with
-/// nothing changed.
-void* GrowStack(void* items, const void* onSpot, std::size_t* capacity, std::size_t itemSize);
+/// Doubles the memory of a stack. `items` is where its items are, which is `inlineItems` before the
+/// first call and a heap block afterwards; `*capacity` counts items. Result: the new heap block,
+/// which holds the items. Effects: std::bad_alloc when memory is out, with nothing changed.
+void* GrowStack(void* items, const void* inlineItems, std::size_t* capacity, std::size_t itemSize);
 
-/// A stack of plain data: on the spot for the first items, then on the heap.
-template <class T, std::size_t kOnSpot>
+/// A stack of plain data. The first items are stored inline, in the object itself; when there are
+/// more of them, all are moved to the heap.
+template <class T, std::size_t kInline>
 class Stack {
  public:
-  Stack() : m_items(m_onSpot), m_size(0), m_capacity(kOnSpot) {}
+  Stack() : m_items(m_inlineItems), m_size(0), m_capacity(kInline) {}
   ~Stack() {
-    if (m_items != m_onSpot) std::free(m_items);
+    if (m_items != m_inlineItems) std::free(m_items);
   }
 
   Stack(const Stack&) = delete;
@@ -27,7 +28,7 @@ class Stack {
   /// Effects: std::bad_alloc when memory is out.
   void Push(const T& item) {
     if (m_size == m_capacity) {
-      m_items = static_cast<T*>(GrowStack(m_items, m_onSpot, &m_capacity, sizeof(T)));
+      m_items = static_cast<T*>(GrowStack(m_items, m_inlineItems, &m_capacity, sizeof(T)));
     }
     m_items[m_size++] = item;
   }
@@ -44,7 +45,7 @@ class Stack {
   T* m_items;
   std::size_t m_size;
   std::size_t m_capacity;
-  T m_onSpot[kOnSpot];
+  T m_inlineItems[kInline];
 };
 
 }  // namespace xmldom

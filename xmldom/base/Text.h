@@ -4,9 +4,16 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 
+// Texts as the records hold them: NUL-terminated, on the C heap, so that an application may free
+// and replace them; and ranges, which are parts of a text that belongs to somebody else.
+
 namespace xmldom {
+
+/// Owns a text on the C heap, or null.
+typedef std::unique_ptr<char, void (*)(void*)> HeapText;
 
 /// Copies the first `length` bytes of `text`. Result: a NUL-terminated copy on the C heap, the
 /// caller's. Effects: std::bad_alloc when memory is out.
@@ -18,16 +25,37 @@ inline char* CopyString(const char* text, std::size_t length) {
   return copy;
 }
 
-/// Copies a text; null gives null.
+/// Copies a text as above; null gives null.
 inline char* CopyString(const char* text) {
   return text == nullptr ? nullptr : CopyString(text, std::strlen(text));
 }
 
-/// Whether two texts are the same; a missing one equals only a missing one.
+/// Whether two texts are equal; a missing one equals only a missing one.
 inline bool SameString(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return a == b;
-  // Most texts that differ do so in their first byte.
+  // Most texts that differ do so in their first byte, so that strcmp is seldom called.
   return *a == *b && std::strcmp(a, b) == 0;
+}
+
+/// Part of a text that belongs to somebody else, without a terminator.
+struct TextRange {
+  const char* begin;
+  const char* end;
+
+  std::size_t Length() const { return static_cast<std::size_t>(end - begin); }
+  bool StartsWith(char c) const { return begin != end && *begin == c; }
+};
+
+/// The range of a whole NUL-terminated text.
+inline TextRange WholeText(const char* text) { return TextRange{text, text + std::strlen(text)}; }
+
+/// Whether a NUL-terminated text equals a range; a missing text (null) equals none.
+inline bool Equals(const char* text, const TextRange& range) {
+  if (text == nullptr) return false;
+  const std::size_t length = range.Length();
+  // Most names that differ do so in their first byte, so that strncmp is seldom called.
+  if (length != 0 && *text != *range.begin) return false;
+  return std::strncmp(text, range.begin, length) == 0 && text[length] == '\0';
 }
 
 }  // namespace xmldom

@@ -16,6 +16,14 @@ void Empty(CMemFile& report) {
   report.m_uLength = 0;
 }
 
+/// Writes the XML of a node below a heading. A node that cannot be written has no heading either.
+__attribute__((cold)) void WriteXml(CMemFile& report, const char* heading, IXMLDOMNode* node) {
+  const _bstr_t xml = node->Getxml();
+  WriteText(report, heading);
+  WriteText(report, xml);
+  WriteText(report, "\n");
+}
+
 struct Pair {
   IXMLDOMNode* first;
   IXMLDOMNode* second;
@@ -151,11 +159,8 @@ class Comparison {
 
   bool Dump(const Pair& pair) {
     m_differs = true;
-    WriteText(m_report, "-----\nNode 1:\n");
-    WriteText(m_report, pair.first->Getxml());
-    WriteText(m_report, "\n-----\nNode 2:\n");
-    WriteText(m_report, pair.second->Getxml());
-    WriteText(m_report, "\n");
+    WriteXml(m_report, "-----\nNode 1:\n", pair.first);
+    WriteXml(m_report, "-----\nNode 2:\n", pair.second);
     return false;
   }
 
@@ -169,9 +174,7 @@ class Comparison {
 /// Reports that only one of the two nodes is there.
 int ReportMissing(CMemFile& report, int depth, const char* which, IXMLDOMNode* present) {
   report.WriteF("Failed at depth %d: %s\n", depth, which);
-  WriteText(report, "-----\n");
-  WriteText(report, present->Getxml());
-  WriteText(report, "\n");
+  WriteXml(report, "-----\n", present);
   return 0;
 }
 

@@ -1,3 +1,6 @@
+// The leak report: one table of all counters of live objects, in the order of the report. Tested by
+// tests/diag/LeakReport_test.cpp.
+
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>

@@ -5,12 +5,14 @@
 
 namespace xmldom {
 
-/// Whether a node stands for the first of its children when it is read: one that is its own owner.
+/// Whether this is a document, or the bare base of one: a node that is its own owner document.
+/// Reading such a node means reading its first child.
 inline bool IsOwnDocument(const IXMLDOMNode* node) {
   return static_cast<const void*>(node->m_pOwnerDocument) == static_cast<const void*>(node);
 }
 
-/// What IXMLDOMNode::GetStrValue gives.
+/// The stored value that stands for a node, as IXMLDOMNode::GetStrValue gives it: borrowed, may be
+/// null.
 inline const char* StoredValueOf(const IXMLDOMNode* node) {
   if (node->m_eNodeType == NODE_ELEMENT && node->m_pFirstChild != nullptr &&
       node->m_pFirstChild->m_eNodeType == NODE_TEXT) {
@@ -19,12 +21,23 @@ inline const char* StoredValueOf(const IXMLDOMNode* node) {
   return node->m_pszValue;
 }
 
-/// What reading a node reads: the node itself, or for a document its first child; borrowed, null
-/// for an empty document.
+/// The node that is read when `node` is: itself, and for a document its first child. Borrowed; null
+/// for null and for an empty document.
 inline IXMLDOMNode* ContentOf(const IXMLDOMNode* node) {
   while (node != nullptr && IsOwnDocument(node)) node = node->m_pFirstChild;
   return const_cast<IXMLDOMNode*>(node);
 }
+
+/// What get_nodeValue and get_nodeTypedValue give for the nodes of a type.
+enum ValueKind {
+  VALUE_NONE,    // nothing
+  VALUE_STORED,  // the stored value
+  VALUE_TEXT,    // nothing, and as a typed value the text below
+  VALUE_UNKNOWN  // there is no such type: what the caller passed stays as it was
+};
+
+/// The kind for a type, which may be any number. Defined in XMLNodeType.cpp.
+ValueKind ValueKindOf(tagDOMNodeType type);
 
 }  // namespace xmldom
 

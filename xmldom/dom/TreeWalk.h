@@ -48,7 +48,7 @@ class OwnerLinkTrail {
 ///   void Leave(IXMLDOMNode* node, std::size_t depth)
 ///     called after the chain below the node, when Enter returned one.
 ///   bool IsDone() const
-///     true ends the walk at once.
+///     asked after each call of Enter and of Leave; true ends the walk at once.
 ///
 /// `depth` is 0 for the chain of `head`. Nothing may be unlinked during the walk.
 /// Effects: what the visitor throws; std::bad_alloc when memory for a HeapTrail is out.
@@ -72,6 +72,7 @@ void WalkChain(IXMLDOMNode* head, Visitor& visitor) {
       node = trail.Pop();
       --depth;
       visitor.Leave(node, depth);
+      if (visitor.IsDone()) return;
     }
     node = node->m_pNextSibling;
   }

@@ -1,3 +1,6 @@
+// The document as a node: making it, its nodes and its root element. What deals with its parser is
+// in parse/XMLDocumentLoad.cpp. Tested by tests/dom/XMLDocument_test.cpp.
+
 #include <xmldom/dom/XMLDocument.h>
 
 #include <xmldom/base/Text.h>

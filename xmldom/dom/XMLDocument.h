@@ -13,8 +13,11 @@ class IXMLDOMParseError;
 /// parse leaves the tree built up to the error. Comments, processing instructions and CDATA
 /// delimiters inside the root element are kept as text; what stands outside it is dropped, and so
 /// are runs of white space alone.
-/// References: the document does not keep the nodes alive that were handed out, nor they it: a node
-/// that outlives its document has no owner.
+/// References: the document does not keep the nodes alive that were handed out, nor they it. A node
+/// that outlives its document has no owner, but for the first attribute of an element, whose links
+/// dangle then. A load lets go of the former tree without clearing its links: a root element that
+/// is held keeps its owner, and the document as its parent, so that no call can move it before
+/// m_pParent is set to null.
 class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
  public:
   /// An empty document with formatted layout off and an indent of 4; Create() sets both otherwise.

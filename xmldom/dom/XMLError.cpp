@@ -1,3 +1,5 @@
+// The error code that failed lookups set. Tested by tests/dom/XMLError_test.cpp.
+
 #include <xmldom/dom/XMLError.h>
 
 int CXML::iXMLError = CXML::NO_ERROR;

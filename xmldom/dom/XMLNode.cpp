@@ -1,7 +1,11 @@
+// The COM-style accessors of a node, and its values: those members that assert `this`, and their
+// relatives. All of them follow the plain links of the record. Tested by tests/dom/XMLNode_test.cpp
+// and tests/dom/XMLNodeType_test.cpp.
+
 #include <xmldom/dom/XMLNode.h>
 
 #include <xmldom/dom/NodeChain.h>
-#include <xmldom/dom/NodeTypes.h>
+#include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/support/LogException.h>

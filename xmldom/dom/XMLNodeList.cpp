@@ -1,3 +1,6 @@
+// Lists of nodes and maps of attributes. Links are made in blocks, and the first request for an
+// earlier item makes an index of the links. Tested by tests/dom/XMLNodeList_test.cpp.
+
 #include <xmldom/dom/XMLNodeList.h>
 
 #include <xmldom/base/Text.h>

@@ -1,3 +1,6 @@
+// Lookups by name that return their result directly: they walk one chain and report a miss through
+// the error code of CXML. Tested by tests/dom/XMLNodeLookup_test.cpp.
+
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLError.h>

@@ -1,4 +1,7 @@
-#include <xmldom/dom/NodeTypes.h>
+// The table of node types: the name of each, and which kind of value it has. Tested by
+// tests/dom/XMLNodeType_test.cpp.
+
+#include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
 

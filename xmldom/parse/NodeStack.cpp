@@ -1,3 +1,5 @@
+// The stack of open elements that applications see. Tested by tests/parse/NodeStack_test.cpp.
+
 #include <xmldom/parse/NodeStack.h>
 
 int CNodeStackElt::m_iObjCount = 0;

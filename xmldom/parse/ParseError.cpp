@@ -1,3 +1,6 @@
+// The outcome of a load as an object of its own: a copy of what the parser told. Tested by
+// tests/parse/ParseError_test.cpp.
+
 #include <xmldom/parse/ParseError.h>
 
 #include <cstdio>
@@ -11,8 +14,7 @@ namespace {
 
 const char* OrNull(const char* text) { return text == nullptr ? "(null)" : text; }
 
-void Assign(BSTR& target, const char* text) {
-  BSTR copy = SysAllocString(text);
+void Assign(BSTR& target, BSTR copy) {
   SysFreeString(target);
   target = copy;
 }
@@ -37,12 +39,21 @@ IXMLDOMParseError::~IXMLDOMParseError() {
 
 IXMLDOMParseError& IXMLDOMParseError::operator=(IXMLDOMParseError& other) {
   if (this == &other) return *this;
+  // Both copies are made before anything changes: there may be no memory for the second.
+  BSTR reason = SysAllocString(other.m_bstrReason);
+  BSTR srcText = nullptr;
+  try {
+    srcText = SysAllocString(other.m_bstrSrcText);
+  } catch (...) {
+    SysFreeString(reason);
+    throw;
+  }
   m_lErrorCode = other.m_lErrorCode;
   m_lFilePos = other.m_lFilePos;
   m_lLine = other.m_lLine;
   m_lLinePos = other.m_lLinePos;
-  Assign(m_bstrReason, other.m_bstrReason);
-  Assign(m_bstrSrcText, other.m_bstrSrcText);
+  Assign(m_bstrReason, reason);
+  Assign(m_bstrSrcText, srcText);
   return *this;
 }
 

@@ -42,7 +42,8 @@ class XMLDOM_API IXMLDOMParseError : public CRefCountedObject {
   HRESULT get_reason(char** out);
   /// Out: the tag at the error, at most 511 bytes of it. Result: S_OK; S_FALSE when there was none.
   HRESULT get_srcText(char** out);
-  /// Out: one line with code, reason, position and tag. Result: S_OK; S_FALSE when there was none.
+  /// Out: code, reason, position and tag, which may have several lines. Result: S_OK; S_FALSE when
+  /// there was none.
   HRESULT get_errormessage(char** out);
 };
 

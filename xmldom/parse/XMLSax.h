@@ -54,7 +54,7 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   /// Fills `buffer` with the tag around the current position, cut to `size` - 1 bytes; "undefined"
   /// when Expat has none. A `size` below 1 writes nothing. Result: `buffer`.
   char* GetErrorTag(char* buffer, int size);
-  /// Fills `buffer` with one line that tells reason, tag, line and column, cut to `size` - 1 bytes.
+  /// Fills `buffer` with reason, tag (which may have several lines), line and column, cut to `size` - 1 bytes.
   /// Result: `buffer`.
   char* GetErrorStr(char* buffer, int size);
 

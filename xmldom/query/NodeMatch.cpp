@@ -1,9 +1,14 @@
+// Testing one node with one step of a path: its name, then each predicate against its children or
+// attributes. The candidates of a predicate are walked without recursion, one segment a level.
+// Tested by tests/query/NodeMatch_test.cpp and tests/query/NodeMatchOutput_test.cpp.
+
+#include <xmldom/query/NodeMatch.h>
+
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/Reports.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/query/NodeMatch.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -17,28 +22,30 @@ using xmldom::XPathSegment;
 using xmldom::XPathStep;
 using xmldom::XPathTest;
 
-/// A malformed predicate makes its step fail.
-bool FailAtTermination() {
+/// Reports a predicate without ']'. Result: false, for the step that fails.
+bool ReportTermination() {
   xmldom::Notices::Add();
   CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "IXMLDOMNode::MatchQuery - unexpected termination while expecting ']'");
   return false;
 }
 
-bool FailAtCharacter(char c) {
+/// Reports a character that stands where a predicate would begin. Result: false.
+bool ReportCharacter(char c) {
   xmldom::Notices::Add();
   CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "IXMLDOMNode::MatchQuery - invalid query, got '%c' when expecting '['", c);
   return false;
 }
 
-/// The value of a candidate that is compared: its decoded text, or an attribute's stored value.
+/// The value that a test compares: the decoded text of an element, the stored value of an
+/// attribute.
 class CandidateValue {
  public:
   explicit CandidateValue(IXMLDOMNode* candidate) : m_text(nullptr), m_owned(nullptr, std::free) {
     if (candidate->m_eNodeType == NODE_ATTRIBUTE) {
       m_text = xmldom::StoredValueOf(candidate);
-    } else if (!IsPlain(candidate)) {
+    } else if (!BorrowsPlainText(candidate)) {
       m_owned.reset(candidate->GetTextAsStr());
       m_text = m_owned.get();
     }
@@ -48,8 +55,9 @@ class CandidateValue {
   const char* Text() const { return m_text; }
 
  private:
-  /// Takes the stored text when collecting could only copy it: one piece, and no reference in it.
-  bool IsPlain(const IXMLDOMNode* element) {
+  /// Borrows the stored text where collecting the text would only copy it: where the element has no
+  /// child, or one text without a reference. Result: whether that is so.
+  bool BorrowsPlainText(const IXMLDOMNode* element) {
     const IXMLDOMNode* child = element->m_pFirstChild;
     if (child == nullptr) return true;
     if (child->m_eNodeType != NODE_TEXT || child->m_pNextSibling != nullptr) return false;
@@ -72,74 +80,77 @@ bool EqualsLiteral(const char* value, const TextRange& literal) {
   return value == nullptr ? literal.Length() == 0 : xmldom::Equals(value, literal);
 }
 
-bool HoldsTest(IXMLDOMNode* candidate, const XPathTest& test) {
-  if (test.kind == XPathTest::HOLDS_NEVER) return false;
+bool Satisfies(IXMLDOMNode* candidate, const XPathTest& test) {
+  if (test.kind == XPathTest::NEVER_TRUE) return false;
   if (!xmldom::Equals(candidate->m_pszNodeName, test.name)) return false;
+  // The value is read even for a literal without closing quote: reading it can print and log.
   const CandidateValue value(candidate);
   if (test.kind == XPathTest::NUMBER) return EqualsNumber(value.Text(), test.wanted.begin);
   return test.kind == XPathTest::LITERAL && EqualsLiteral(value.Text(), test.wanted);
 }
 
 /// Walks the candidates of a predicate, one segment a level, up to the first that satisfies it.
-class PredicateSearch {
+class CandidateSearch {
  public:
-  explicit PredicateSearch(const XPathPredicate& predicate, std::size_t firstSegment)
-      : m_predicate(predicate), m_firstSegment(firstSegment), m_holds(false) {}
+  /// `firstSegment`: the segment that the candidates at depth 0 belong to.
+  CandidateSearch(const XPathPredicate& predicate, std::size_t firstSegment)
+      : m_predicate(predicate), m_firstSegment(firstSegment), m_found(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* candidate, std::size_t depth) {
     const std::size_t i = m_firstSegment + depth;
-    const XPathSegment& segment = m_predicate.At(i);
+    const XPathSegment& segment = m_predicate.segments[i];
     if (candidate->m_eNodeType != (segment.isAttribute ? NODE_ATTRIBUTE : NODE_ELEMENT)) {
       return nullptr;
     }
-    if (i + 1 == m_predicate.Count()) {
-      m_holds = HoldsTest(candidate, m_predicate.Test());
+    if (i + 1 == m_predicate.segments.size()) {
+      m_found = Satisfies(candidate, m_predicate.test);
       return nullptr;
     }
     if (!segment.anyName && !xmldom::Equals(candidate->m_pszNodeName, segment.text)) {
       return nullptr;
     }
-    return m_predicate.At(i + 1).isAttribute ? candidate->m_pFirstAttribute
-                                             : candidate->m_pFirstChild;
+    return HeadOfCandidates(candidate, i + 1);
   }
 
   void Leave(IXMLDOMNode*, std::size_t) {}
-  bool IsDone() const { return m_holds; }
+  bool IsDone() const { return m_found; }
+
+  /// The chain of a node in which the candidates of segment `i` stand.
+  IXMLDOMNode* HeadOfCandidates(IXMLDOMNode* node, std::size_t i) const {
+    return m_predicate.segments[i].isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild;
+  }
 
  private:
   const XPathPredicate& m_predicate;
   std::size_t m_firstSegment;
-  bool m_holds;
+  bool m_found;
 };
 
-bool AnyHolds(IXMLDOMNode* candidates, const XPathPredicate& predicate, std::size_t firstSegment) {
-  PredicateSearch search(predicate, firstSegment);
-  xmldom::WalkChain<xmldom::HeapTrail>(candidates, search);
+/// Whether a child or an attribute of the node satisfies the predicate.
+bool HasSatisfying(IXMLDOMNode* node, const XPathPredicate& predicate) {
+  CandidateSearch search(predicate, 0);
+  xmldom::WalkChain<xmldom::HeapTrail>(search.HeadOfCandidates(node, 0), search);
   return search.IsDone();
-}
-
-bool HoldsFor(IXMLDOMNode* node, const XPathPredicate& predicate) {
-  return AnyHolds(predicate.At(0).isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild,
-                  predicate, 0);
 }
 
 }  // namespace
 
-bool xmldom::HoldAllPredicates(IXMLDOMNode* node, const XPathStep& step) {
-  const auto holds = [node](const XPathPredicate& predicate) { return HoldsFor(node, predicate); };
-  if (!step.AllPredicates(holds)) return false;
+bool xmldom::AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step) {
+  for (const XPathPredicate& predicate : step.Predicates()) {
+    if (!HasSatisfying(node, predicate)) return false;
+  }
   switch (step.PredicatesEnd()) {
     case XPathStep::WRONG_CHARACTER:
-      return FailAtCharacter(step.WrongCharacter());
+      return ReportCharacter(step.WrongCharacter());
     case XPathStep::UNTERMINATED:
-      return FailAtTermination();
+      return ReportTermination();
     case XPathStep::COMPLETE:
       break;
   }
   return true;
 }
 
-bool xmldom::FailAtMissingStep(IXMLDOMNode* node) {
+bool xmldom::ReportMissingStep(IXMLDOMNode* node) {
   char* name = nullptr;
   char* predicates = nullptr;
   return node->ParseXPathQuery(nullptr, &name, &predicates) != 0;
@@ -154,13 +165,16 @@ int StringMatchesSubString(const char* s, const char* sub, int n) {
 int IXMLDOMNode::MatchQuery(const char* step) { return xmldom::MatchesStep(this, XPathStep(step)); }
 
 int IXMLDOMNode::MatchesSubquery(const char* predicate) {
-  return predicate != nullptr && HoldsFor(this, XPathPredicate(xmldom::WholeText(predicate)));
+  return predicate != nullptr && HasSatisfying(this, XPathPredicate(xmldom::WholeText(predicate)));
 }
 
 int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {
   if (candidate == nullptr || predicate == nullptr) return 0;
   const XPathPredicate parsed(xmldom::WholeText(predicate));
-  PredicateSearch search(parsed, 0);
-  IXMLDOMNode* below = search.Enter(candidate, 0);
-  return search.IsDone() || (below != nullptr && AnyHolds(below, parsed, 1));
+  CandidateSearch top(parsed, 0);
+  IXMLDOMNode* below = top.Enter(candidate, 0);
+  if (top.IsDone() || below == nullptr) return top.IsDone();
+  CandidateSearch search(parsed, 1);
+  xmldom::WalkChain<xmldom::HeapTrail>(below, search);
+  return search.IsDone();
 }

@@ -1,3 +1,7 @@
+// ParseXPathQuery and ParseXPathSubquery: splitting the text of a step and of a predicate for
+// callers, into copies that belong to them. No node is looked at. Tested by
+// tests/query/XMLNodeStep_test.cpp.
+
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/Reports.h>
@@ -6,13 +10,10 @@
 
 #include <cstdlib>
 #include <cstring>
-#include <memory>
-
-// Splitting the text of a step and of a predicate, for callers; no node is looked at.
 
 namespace {
 
-typedef std::unique_ptr<char, void (*)(void*)> HeapText;
+using xmldom::HeapText;
 
 HeapText Copy(const xmldom::TextRange& range) {
   return HeapText(xmldom::CopyString(range.begin, range.Length()), std::free);

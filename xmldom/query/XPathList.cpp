@@ -49,6 +49,10 @@ CXPathList::~CXPathList() {
 int CXPathList::ParsePath(const char* path) {
   if (path == nullptr || *path == '\0') return 0;
 
+  // The index says nothing of the steps to come, of which some stay when memory runs out.
+  std::free(m_ppIndex);
+  m_ppIndex = nullptr;
+
   const std::size_t prefixLength = std::strspn(path, "/");
   if (prefixLength != 0) {
     char* prefix = xmldom::CopyString(path, prefixLength);

@@ -36,6 +36,7 @@ class XMLDOM_API CXPathList {
 
   /// Appends the steps of `path`; its prefix, if it has one, replaces the earlier one.
   /// Result: 1; 0 for a null or empty path, which changes nothing. Cost: linear in all steps.
+  /// Effects: std::bad_alloc when memory is out; the steps appended by then stay.
   int ParsePath(const char* path);
   int ParsePath(_bstr_t path);
 

@@ -1,17 +1,19 @@
+// Splitting the steps of a path. Each character is looked at a constant number of times, whatever
+// the path holds; what is malformed is remembered, and reported when a node is tested with the
+// step. Tested by tests/query/NodeMatch_test.cpp and tests/query/XMLNodeSelect_test.cpp.
+
 #include <xmldom/query/XPathStep.h>
 
 #include <xmldom/query/XPathList.h>
 
-#include <algorithm>
 #include <cstring>
-#include <new>
 
 namespace xmldom {
 
 namespace {
 
-/// Cuts the segment at the front of `text` and moves `text` behind the '/' that ends it.
-/// Result: whether there was such a '/'.
+/// Cuts the first segment off `text`, with the '/' that ends it. Result: whether there was such a
+/// '/', so that another segment follows.
 bool CutSegment(TextRange* text, XPathSegment* segment) {
   segment->isAttribute = text->StartsWith('@');
   const char* begin = segment->isAttribute ? text->begin + 1 : text->begin;
@@ -39,7 +41,7 @@ const char* Find(const TextRange& text, char c) {
 }
 
 XPathTest SplitTest(const TextRange& text) {
-  XPathTest test = {XPathTest::HOLDS_NEVER, {nullptr, nullptr}, {nullptr, nullptr}};
+  XPathTest test = {XPathTest::NEVER_TRUE, {nullptr, nullptr}, {nullptr, nullptr}};
   const char* equals = Find(text, '=');
   if (equals == nullptr) return test;
   test.name = TextRange{text.begin, equals};
@@ -58,38 +60,30 @@ XPathTest SplitTest(const TextRange& text) {
 
 }  // namespace
 
-TextRange WholeText(const char* text) { return TextRange{text, text + std::strlen(text)}; }
-
 TextRange NameOfStep(const char* text, const char** predicates) {
   *predicates = std::strchr(text, '[');
   return *predicates == nullptr ? WholeText(text) : TextRange{text, *predicates};
 }
 
-XPathPredicate::XPathPredicate(const TextRange& text) : m_count(1) {
+XPathPredicate::XPathPredicate(const TextRange& text) {
   TextRange rest = text;
-  if (CutSegment(&rest, &m_first)) {
-    m_rest.reset(
-        new XPathSegment[static_cast<std::size_t>(std::count(rest.begin, rest.end, '/')) + 1]);
-    bool more = true;
-    for (; more; ++m_count) more = CutSegment(&rest, &m_rest[m_count - 1]);
+  XPathSegment segment;
+  bool more = true;
+  while (more) {
+    more = CutSegment(&rest, &segment);
+    segments.push_back(segment);
   }
-  m_test = SplitTest(At(m_count - 1).text);
+  test = SplitTest(segments.back().text);
 }
 
-XPathStep::XPathStep()
-    : m_text(nullptr),
+XPathStep::XPathStep(const char* text)
+    : m_text(text),
       m_name{nullptr, nullptr},
       m_anyName(false),
       m_hasPredicates(false),
-      m_predicates(nullptr),
       m_end(COMPLETE),
-      m_wrongCharacter('\0') {}
-
-// Complete before it splits anything, so that its destructor frees what there is when memory is
-// out.
-XPathStep::XPathStep(const char* text) : XPathStep() {
+      m_wrongCharacter('\0') {
   if (text == nullptr) return;
-  m_text = text;
   const char* predicates = nullptr;
   m_name = NameOfStep(text, &predicates);
   m_anyName = m_name.Length() == 1 && m_name.StartsWith('*');
@@ -97,16 +91,7 @@ XPathStep::XPathStep(const char* text) : XPathStep() {
   if (m_hasPredicates) SplitPredicates(predicates);
 }
 
-XPathStep::~XPathStep() {
-  while (m_predicates != nullptr) {
-    LinkedPredicate* linked = m_predicates;
-    m_predicates = linked->next;
-    delete linked;
-  }
-}
-
 void XPathStep::SplitPredicates(const char* text) {
-  LinkedPredicate** link = &m_predicates;
   for (const char* p = text;; ++p) {
     while (*p == ' ') ++p;
     if (*p == '\0') return;
@@ -121,26 +106,17 @@ void XPathStep::SplitPredicates(const char* text) {
       m_end = UNTERMINATED;
       return;
     }
-    *link = new LinkedPredicate(TextRange{begin, p});
-    link = &(*link)->next;
+    m_predicates.emplace_back(TextRange{begin, p});
   }
 }
 
-XPathSteps::XPathSteps() : m_steps(nullptr), m_count(0), m_none(nullptr), m_hasDots(false) {}
-
-XPathSteps::XPathSteps(CXPathList& list) : XPathSteps() {
+XPathSteps::XPathSteps(CXPathList& list) : m_missing(nullptr), m_hasDots(false) {
   if (list.m_ppIndex == nullptr) list.CreateIndex();
-  const std::size_t count = static_cast<std::size_t>(list.m_nCount);
-  m_steps = static_cast<XPathStep*>(::operator new(count * sizeof(XPathStep)));
-  for (; m_count < list.m_nCount; ++m_count) {
-    new (m_steps + m_count) XPathStep(list.m_ppIndex[m_count]);
-    m_hasDots = m_hasDots || m_steps[m_count].HasDots();
+  m_steps.reserve(static_cast<std::size_t>(list.m_nCount));
+  for (int k = 0; k < list.m_nCount; ++k) {
+    m_steps.emplace_back(list.m_ppIndex[k]);
+    m_hasDots = m_hasDots || m_steps.back().HasDots();
   }
-}
-
-XPathSteps::~XPathSteps() {
-  while (m_count > 0) m_steps[--m_count].~XPathStep();
-  ::operator delete(m_steps);
 }
 
 }  // namespace xmldom

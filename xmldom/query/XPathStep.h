@@ -1,159 +1,122 @@
 #ifndef XMLDOM_QUERY_XPATHSTEP_H
 #define XMLDOM_QUERY_XPATHSTEP_H
 
+#include <xmldom/base/Text.h>
+
 #include <cstddef>
-#include <cstring>
-#include <memory>
+#include <vector>
 
 class CXPathList;
 
+// The steps of a path, split once for a whole query: into names, predicates, the segments of each
+// predicate and its test. Nothing is copied; all ranges point into the texts of the path list.
+
 namespace xmldom {
 
-/// A stretch of somebody else's text.
-struct TextRange {
-  const char* begin;
-  const char* end;
-
-  std::size_t Length() const { return static_cast<std::size_t>(end - begin); }
-  bool StartsWith(char c) const { return begin != end && *begin == c; }
-};
-
-/// The range of a whole NUL-terminated text.
-TextRange WholeText(const char* text);
-
-/// Whether a text, which may be missing, equals a range.
-inline bool Equals(const char* text, const TextRange& range) {
-  if (text == nullptr) return false;
-  const std::size_t length = range.Length();
-  // Most names differ in their first byte, which is cheaper to look at than to call for.
-  if (length != 0 && *text != *range.begin) return false;
-  return std::strncmp(text, range.begin, length) == 0 && text[length] == '\0';
-}
-
-/// One segment of a predicate: those before the last name the way, the last holds the test.
+/// One segment of a predicate such as `a/b/@c='x'`. The segments before the last lead from a node
+/// to the candidates that are tested; the last one holds the test.
 struct XPathSegment {
   TextRange text;    // without the '@'
-  bool isAttribute;  // an '@' stood before it
+  bool isAttribute;  // an '@' stands before it: its candidates are attributes, not children
   bool anyName;      // it begins with '*'
 };
 
 /// The test at the end of a predicate: name=number, name='text' or name="text".
 struct XPathTest {
   enum Kind {
-    HOLDS_NEVER,  // it has no '='
-    NUMBER,
-    LITERAL,
-    OPEN_LITERAL  // a quote that is not closed: it never holds either, but the value is looked at
+    NEVER_TRUE,   // it has no '='
+    NUMBER,       // compares as integers
+    LITERAL,      // compares as texts
+    OPEN_LITERAL  // its quote is not closed: never true, but the value is still read
   };
 
   Kind kind;
   TextRange name;
-  TextRange wanted;  // of a literal without its quotes; a number is followed by no digit
+  TextRange wanted;  // a literal without its quotes; the text of a number
 };
 
 /// One predicate, cut at each '/' outside quotes.
-class XPathPredicate {
- public:
+struct XPathPredicate {
+  /// Effects: std::bad_alloc when memory is out.
   explicit XPathPredicate(const TextRange& text);
 
-  XPathPredicate(const XPathPredicate&) = delete;
-  XPathPredicate& operator=(const XPathPredicate&) = delete;
-
-  /// At least 1.
-  std::size_t Count() const { return m_count; }
-  const XPathSegment& At(std::size_t i) const { return i == 0 ? m_first : m_rest[i - 1]; }
-  const XPathTest& Test() const { return m_test; }
-
- private:
-  XPathSegment m_first;  // the only one, most of the time
-  std::unique_ptr<XPathSegment[]> m_rest;
-  std::size_t m_count;
-  XPathTest m_test;
+  std::vector<XPathSegment> segments;  // at least one
+  XPathTest test;
 };
 
-/// One step of a path, split once for a whole query. Borrows the step's text.
+/// One step of a path: a name, and predicates that all have to hold.
 class XPathStep {
  public:
   /// How the text of the predicates ends.
   enum End {
     COMPLETE,
-    WRONG_CHARACTER,  // something else than a '[' begins the next
-    UNTERMINATED      // there is no ']' for the last
+    WRONG_CHARACTER,  // a character other than '[' stands where the next one would begin
+    UNTERMINATED      // the last one has no ']'
   };
 
-  /// Null gives the step that there is none of.
+  /// Splits `text`, which must stay as it is for as long as the step is used. A null text makes the
+  /// missing step, which matches nothing and is reported when a node is tested with it.
+  /// Effects: std::bad_alloc when memory is out.
   explicit XPathStep(const char* text);
-  ~XPathStep();
-
-  XPathStep(const XPathStep&) = delete;
-  XPathStep& operator=(const XPathStep&) = delete;
 
   bool IsMissing() const { return m_text == nullptr; }
+
+  /// Whether the step begins with '.': a single-node search then stays where it is, or moves to
+  /// the parent (IsParent), instead of testing children.
   bool HasDots() const { return m_text != nullptr && *m_text == '.'; }
   bool IsParent() const { return HasDots() && m_text[1] == '.'; }
 
-  /// Whether the name of a node is the step's, which is all before the first '[' or "*".
+  /// Whether a node of that name can match: the name of the step is everything before the first
+  /// '[', and "*" stands for any.
   bool NameMatches(const char* name) const { return m_anyName || Equals(name, m_name); }
 
-  /// Whether there is more to the step than its name.
+  /// Whether anything stands behind the name.
   bool HasPredicates() const { return m_hasPredicates; }
-  /// Whether `holds` is true for each predicate up to the first malformed one.
-  template <class Holds>
-  bool AllPredicates(Holds holds) const {
-    const LinkedPredicate* linked = m_predicates;
-    while (linked != nullptr && holds(linked->predicate)) linked = linked->next;
-    return linked == nullptr;
-  }
+  /// The predicates up to the first malformed one, in order.
+  const std::vector<XPathPredicate>& Predicates() const { return m_predicates; }
   End PredicatesEnd() const { return m_end; }
+  /// The character that ends the predicates when PredicatesEnd is WRONG_CHARACTER.
   char WrongCharacter() const { return m_wrongCharacter; }
 
  private:
-  struct LinkedPredicate {
-    explicit LinkedPredicate(const TextRange& text) : predicate(text), next(nullptr) {}
-
-    XPathPredicate predicate;
-    LinkedPredicate* next;
-  };
-
-  XPathStep();
   void SplitPredicates(const char* text);
 
   const char* m_text;
   TextRange m_name;
   bool m_anyName;
   bool m_hasPredicates;
-  LinkedPredicate* m_predicates;
+  std::vector<XPathPredicate> m_predicates;
   End m_end;
   char m_wrongCharacter;
 };
 
-/// The name of a step, and the text of its predicates, from the first '[' on, or null.
+/// Splits the text of a step. Result: the name. Out: the text of the predicates, from the first '['
+/// on, or null when there is none.
 TextRange NameOfStep(const char* text, const char** predicates);
 
-/// The steps of a path, split. Borrows the texts of the list, which must outlive it unchanged.
+/// The steps of a path list, which must outlive this object unchanged.
 class XPathSteps {
  public:
-  /// Builds the list's index when it is missing.
+  /// Builds the index of the list when that is missing.
+  /// Effects: std::bad_alloc when memory is out.
   explicit XPathSteps(CXPathList& list);
-  ~XPathSteps();
 
   XPathSteps(const XPathSteps&) = delete;
   XPathSteps& operator=(const XPathSteps&) = delete;
 
-  int Count() const { return m_count; }
+  int Count() const { return static_cast<int>(m_steps.size()); }
 
-  /// Step k, counted from 0; the step that there is none of for any k outside.
-  const XPathStep& At(int k) const { return k >= 0 && k < m_count ? m_steps[k] : m_none; }
+  /// Step k, counted from 0; the missing step for any k outside.
+  const XPathStep& At(int k) const {
+    return k >= 0 && k < Count() ? m_steps[static_cast<std::size_t>(k)] : m_missing;
+  }
 
-  /// Whether any step moves instead of matching.
+  /// Whether any step begins with '.'.
   bool HasDots() const { return m_hasDots; }
 
  private:
-  XPathSteps();
-
-  XPathStep* m_steps;
-  int m_count;
-  XPathStep m_none;
+  std::vector<XPathStep> m_steps;
+  XPathStep m_missing;
   bool m_hasDots;
 };
 

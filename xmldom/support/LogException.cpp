@@ -1,3 +1,6 @@
+// What an operation that cannot complete throws: a pointer to an object that owns copies of its
+// texts. Tested by tests/support/LogException_test.cpp.
+
 #include <xmldom/support/LogException.h>
 
 #include <xmldom/support/Logger.h>

@@ -1,3 +1,6 @@
+// The log: every event goes to the one sink, which is standard error unless an application sets
+// another. Tested by tests/support/Logger_test.cpp.
+
 #include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 

@@ -33,6 +33,12 @@ struct CLogEvent {
 };
 
 /// Receives events. An exception that leaves a sink passes through the call that posted the event.
+///
+/// That call is not over while the sink runs. The sink may load, build and release other documents,
+/// read and query any tree, release its own references and set another sink. It must not change or
+/// release the tree that the call works on, load into its document, or touch what the call was
+/// given, except to append to the buffer that XML is written into. Events of what the sink calls
+/// come to it again: it has to end that itself.
 typedef void (*LogSink)(const CLogEvent& event, void* context);
 
 /// Gives the XML of a node as a new BSTR.

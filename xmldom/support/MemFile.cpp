@@ -1,3 +1,6 @@
+// A growable byte buffer that text is written into. It doubles its memory, so that writing is
+// linear in what is written. Tested by tests/support/MemFile_test.cpp.
+
 #include <xmldom/support/MemFile.h>
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Strings that callers free with SysFreeString, and a count of those not yet freed. Tested by
+// tests/support/bstr_test.cpp.
+
 #include <xmldom/support/bstr.h>
 
 #include <cstdlib>

@@ -1,3 +1,5 @@
+// Tagged values: copying, clearing and converting them. Tested by tests/support/variant_test.cpp.
+
 #include <xmldom/support/variant.h>
 
 #include <cerrno>

@@ -1,3 +1,5 @@
+// The parts of writing plain text that are seldom run. Tested by tests/text/XMLWriter_test.cpp.
+
 #include <xmldom/text/TextOutput.h>
 
 #include <stdexcept>
@@ -10,6 +12,14 @@ void TextBuffer::WriteThrough(const char* text, unsigned int length) {
     m_target.Write(text, length);
   } else {
     Write(text, length);
+  }
+}
+
+__attribute__((cold)) void TextBuffer::Rescue() noexcept {
+  try {
+    for (unsigned int i = 0; i < m_length; ++i) m_target.Write(m_text + i, 1);
+  } catch (...) {
+    // The exception that is under way tells it.
   }
 }
 

@@ -13,10 +13,15 @@
 namespace xmldom {
 
 /// Gathers small pieces of text for a CMemFile, which would otherwise be called for each. Flush
-/// before the target is used by anybody else, and at the end.
+/// before the target is used by anybody else, as by a sink of log events, and at the end. Whoever
+/// leaves by an exception leaves in the target what was written before it.
 class TextBuffer {
  public:
   explicit TextBuffer(CMemFile& target) : m_target(target), m_length(0) {}
+
+  ~TextBuffer() {
+    if (m_length != 0) Rescue();
+  }
 
   TextBuffer(const TextBuffer&) = delete;
   TextBuffer& operator=(const TextBuffer&) = delete;
@@ -39,6 +44,10 @@ class TextBuffer {
 
  private:
   static const unsigned int kCapacity = 1024;
+
+  /// Gives the target as much as it takes: an exception is under way already, which may be that of
+  /// a target without room or memory for all.
+  void Rescue() noexcept;
 
   /// Writes what there is no room for.
   void WriteThrough(const char* text, unsigned int length);

@@ -1,3 +1,6 @@
+// The members that hand out XML text: each runs the writer into a buffer and copies the result.
+// Tested by tests/text/XMLNodeXML_test.cpp.
+
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLNode.h>

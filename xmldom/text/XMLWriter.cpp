@@ -190,6 +190,7 @@ class Writer {
   }
 
   __attribute__((cold)) void ReportStripped(IXMLDOMNode* node) {
+    m_text.Flush();
     CLogger::PostLogEvent(xmldom::kLogData, xmldom::kSeverityTrace,
                           "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
                           "data class, stripping old values",
@@ -290,7 +291,5 @@ void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo) {
 }
 
 void PrintSpaces(CMemFile& out, int n) {
-  xmldom::TextBuffer text(out);
-  WriteBlanks(text, n < 0 ? -static_cast<long long>(n) : n);
-  text.Flush();
+  if (n != 0) out.WriteF("%*s", n, " ");
 }

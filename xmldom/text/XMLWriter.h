@@ -9,7 +9,7 @@ class CMemFile;
 /// attribute in its first tag, before '>' or "/>". A null template writes nothing.
 XMLDOM_API void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo);
 
-/// Appends |n| blanks.
+/// Appends |n| blanks, all or none. Effects: std::length_error for INT_MIN.
 XMLDOM_API void PrintSpaces(CMemFile& out, int n);
 
 #endif
