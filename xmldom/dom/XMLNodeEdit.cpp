@@ -1,4 +1,5 @@
 #include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
@@ -95,15 +96,10 @@ bool DropFollowers(IXMLDOMNode* followers, IXMLDOMNode* parent) {
   return parent->RealRelease() != 0;
 }
 
-/// Puts a detached node under `parent`, before `next`, and gives its subtree the owner.
+/// Puts a detached node under `parent`, before `next`.
 void PlaceBefore(IXMLDOMNode* node, IXMLDOMNode* parent, IXMLDOMNode* next) {
-  IXMLDOMDocument2* owner = parent->m_pOwnerDocument;
   node->m_pParent = parent;
-  // Where the parent has an owner, the siblings that follow have it already. Below a parent without
-  // owner they may still have one, and lose it with the new node.
-  if (owner != nullptr) node->RecurseSetDocument(owner);
-  node->m_pNextSibling = next;
-  if (owner == nullptr) node->RecurseSetDocument(owner);
+  xmldom::LinkBefore(node, next, parent->m_pOwnerDocument);
 }
 
 void StoreIn(IXMLDOMNode** out, IXMLDOMNode* node) {
@@ -157,7 +153,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     *link = node;
     oldChild->m_pNextSibling = nullptr;
     oldChild->m_pParent = nullptr;
-    oldChild->RecurseSetDocument(nullptr);
+    xmldom::SetOwners(oldChild, nullptr);
     DropFollowers(followers.Detach(), this);
   }
   StoreIn(out, oldChild);

@@ -1,6 +1,7 @@
 #include <xmldom/HeapString.h>
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
@@ -21,20 +22,6 @@ namespace {
 using xmldom::OwnerLinkTrail;
 using xmldom::PreOrderVisitor;
 using xmldom::WalkChain;
-
-/// Gives all nodes one owner.
-struct OwnerSetter : PreOrderVisitor {
-  IXMLDOMDocument2* owner;
-
-  explicit OwnerSetter(IXMLDOMDocument2* document) : owner(document) {}
-
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
-    node->m_pOwnerDocument = owner;
-    return node->m_pFirstChild;
-  }
-
-  void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = owner; }
-};
 
 /// Clears the owner of all nodes that have one.
 struct OwnerClearer : PreOrderVisitor {
@@ -212,15 +199,12 @@ void IXMLDOMNode::ClearNode(bool bFreeName) {
 }
 
 void IXMLDOMNode::RecurseSetDocument(IXMLDOMDocument2* doc) {
-  if (m_pFirstChild == nullptr && m_pNextSibling == nullptr) {
-    m_pOwnerDocument = doc;
-    return;
-  }
-  OwnerSetter setter(doc);
-  WalkChain<OwnerLinkTrail>(this, setter);
+  xmldom::NoteOwnersDiffer(this);
+  xmldom::SetOwners(this, doc);
 }
 
 void IXMLDOMNode::RecurseClearDocument(int depth) {
   if (this == nullptr || m_pOwnerDocument == nullptr) return;
+  xmldom::NoteOwnersDiffer(this);
   ClearChain(this, depth);
 }
