@@ -2,6 +2,7 @@
 #include <xmldom/xmldom.h>
 
 #include "harness/Outline.h"
+#include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
 // Appending after an application has changed links itself: where a chain ended before must not
@@ -111,6 +112,21 @@ TEST_F(NodeChain, A_tail_that_was_moved_to_another_parent_stays_there) {
   Add("d");
   EXPECT_EQ("p[a d]", Outline(m_document));
   EXPECT_EQ("q[b c]", Outline(other));
+}
+
+// Each insertion gives the chain another head.
+TEST_F(NodeChain, Appending_stays_cheap_between_insertions_at_the_front) {
+  const int kMany = 100000;
+  Add("a");
+  const double seconds = OnSmallStack([&] {
+    for (int i = 0; i < kMany; ++i) {
+      m_parent->insertBefore(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT),
+                             m_parent->m_pFirstChild, nullptr);
+      m_parent->AddTextChild("t");
+    }
+  });
+  EXPECT_EQ(kMany + 1, m_parent->CountChildNodes());
+  EXPECT_LT(seconds, 1.0);
 }
 
 }  // namespace

@@ -47,4 +47,13 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
   end = ChainEnd{&head, head, link, node, g_uChainAge};
 }
 
+void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
+  ChainEnd& end = PlaceOf(&head);
+  if (end.head == &head && end.first == head) {
+    end.first = node;
+    if (end.link == &head) end.link = &node->m_pNextSibling;
+  }
+  head = node;
+}
+
 }  // namespace xmldom

@@ -131,7 +131,11 @@ HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, 
   if (node != refChild && node != previous) {
     IXMLDOMNode* followers = Detach(node);
     PlaceBefore(node, this, refChild);
-    (previous == nullptr ? m_pFirstChild : previous->m_pNextSibling) = node;
+    if (previous == nullptr) {
+      xmldom::PrependToChain(m_pFirstChild, node);
+    } else {
+      previous->m_pNextSibling = node;
+    }
     if (!DropFollowers(followers, this)) node = nullptr;
   }
   StoreIn(out, node);
