@@ -375,6 +375,12 @@ XMLDOM_API void Release(IXMLDOMNode*& p);
 /// Effects: a log event (type 18, severity 7).
 XMLDOM_API void SetDebugXPATH(bool on);
 
+/// Switches the debug line that reading a text with references prints to standard output, with all
+/// that was collected so far; on by default. Off, reading prints and formats nothing, so that its
+/// cost is linear; unknown references are logged all the same.
+/// Effects: a log event (type 18, severity 7).
+XMLDOM_API void SetDebugEntities(bool on);
+
 /// Switches the debug decoration of written start tags: the node's address and reference count.
 XMLDOM_API void SetDispAddr(bool on);
 
