@@ -3,12 +3,9 @@
 
 namespace tool {
 
-/// Result: a descriptor of its own for the real standard output, or -1 when it is closed.
+/// Result: a descriptor of its own for the real standard output, or -1 when it is closed. Results
+/// go there, because a file that is opened while standard output is closed gets the number of that.
 int KeepStandardOutput();
-
-/// Sends what the library prints to standard output to standard error when `show` is set, and
-/// nowhere otherwise. Results must have been kept apart before.
-void DivertStandardOutput(bool show);
 
 }  // namespace tool
 

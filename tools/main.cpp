@@ -7,6 +7,7 @@
 #include "StandardOutput.h"
 
 #include <expat.h>
+#include <xmldom/xmldom.h>
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
@@ -35,13 +36,20 @@ std::string Version() {
   return text.str();
 }
 
+/// Standard output is for results alone, and reading a text must not cost more than its size.
+void SwitchDebugLinesOff() {
+  // That they are off is logged, and nothing that the user has to know.
+  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+  SetDebugEntities(false);
+}
+
 /// The command line as its user wrote it: which command, with which options.
 class CommandLine {
  public:
   CommandLine() : m_parser(kAbout, "xmldom") {
     m_parser.set_help_flag("-h,--help", "Show this help and exit");
     m_parser.set_version_flag("--version", Version, "Show the version and exit");
-    m_parser.add_flag("--verbose", m_verbose, "Also say what is fine, and what the library prints");
+    m_parser.add_flag("--verbose", m_verbose, "Also say what is fine");
     m_parser.require_subcommand(0, 1);
     m_parser.get_formatter()->label("OPTIONS", "OPTION");
     m_parser.get_formatter()->label("SUBCOMMAND", "COMMAND");
@@ -59,7 +67,7 @@ class CommandLine {
   ExitStatus Execute(int argc, char** argv, Output& output) {
     try {
       m_parser.parse(Arguments(argc, argv));
-      DivertStandardOutput(m_verbose);
+      SwitchDebugLinesOff();
       SayLogEvents();
       Command& command = Chosen();
       command.Check();

@@ -348,8 +348,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   HRESULT selectNodes2(char* path, IXMLDOMNodeList** out);
   /// Result: the first selected node with a reference added, or null; "/" selects this node. Only
   /// here do steps "." and ".." mean the node itself and its parent.
-  /// Cost: without such steps no node is tested more often than the path has steps, unless a test
-  /// logs or prints something: what the repeated search would say is then said again.
+  /// Cost: each node is tested at most once with each step, unless a test logs or prints something:
+  /// then up to 64 times, on average where the path has such steps. These take memory for each
+  /// node.
   IXMLDOMNode* SelectSingleNode(const char* path);
   IXMLDOMNode* SelectSingleNode(_bstr_t path);
   /// Out: the node of SelectSingleNode. Result: S_OK; S_FALSE when there is none; E_ARGUMENT for a
@@ -396,6 +397,12 @@ XMLDOM_API void Release(IXMLDOMNode*& p);
 /// Switches the notice about path debugging; queries print nothing either way.
 /// Effects: a log event (type 18, severity 7).
 XMLDOM_API void SetDebugXPATH(bool on);
+
+/// Switches the debug line that reading a text with references prints to standard output, with all
+/// that was collected so far; on by default. Off, reading prints and formats nothing, so that its
+/// cost is linear; unknown references are logged all the same.
+/// Effects: a log event (type 18, severity 7).
+XMLDOM_API void SetDebugEntities(bool on);
 
 /// Switches the debug decoration of written start tags: the node's address and reference count.
 XMLDOM_API void SetDispAddr(bool on);
