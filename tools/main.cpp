@@ -1,10 +1,10 @@
 // The command-line tool: finds the command, has it run and ends as it says.
 
-#include "AttachedSuffix.h"
-#include "Commands.h"
-#include "Diagnostics.h"
-#include "Output.h"
-#include "StandardOutput.h"
+#include <tools/command/AttachedSuffix.h>
+#include <tools/commands/Commands.h>
+#include <tools/io/Diagnostics.h>
+#include <tools/io/Output.h>
+#include <tools/io/StandardOutput.h>
 
 #include <expat.h>
 #include <CLI/CLI.hpp>

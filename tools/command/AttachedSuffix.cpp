@@ -1,4 +1,4 @@
-#include "AttachedSuffix.h"
+#include <tools/command/AttachedSuffix.h>
 
 #include <CLI/CLI.hpp>
 

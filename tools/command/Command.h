@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_COMMAND_H
-#define XMLDOM_TOOLS_COMMAND_H
+#ifndef XMLDOM_TOOLS_COMMAND_COMMAND_H
+#define XMLDOM_TOOLS_COMMAND_COMMAND_H
 
 #include <memory>
 #include <stdexcept>

@@ -1,7 +1,7 @@
-#include "FileCommand.h"
+#include <tools/command/FileCommand.h>
 
-#include "Output.h"
-#include "Trouble.h"
+#include <tools/command/Trouble.h>
+#include <tools/io/Output.h>
 
 #include <CLI/CLI.hpp>
 

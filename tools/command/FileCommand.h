@@ -1,9 +1,9 @@
-#ifndef XMLDOM_TOOLS_FILECOMMAND_H
-#define XMLDOM_TOOLS_FILECOMMAND_H
+#ifndef XMLDOM_TOOLS_COMMAND_FILECOMMAND_H
+#define XMLDOM_TOOLS_COMMAND_FILECOMMAND_H
 
-#include "Command.h"
-#include "Input.h"
-#include "ResultWriter.h"
+#include <tools/command/Command.h>
+#include <tools/io/Input.h>
+#include <tools/io/ResultWriter.h>
 
 #include <string>
 #include <vector>

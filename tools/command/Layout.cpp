@@ -1,4 +1,4 @@
-#include "Layout.h"
+#include <tools/command/Layout.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

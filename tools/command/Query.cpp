@@ -1,9 +1,9 @@
-#include "Query.h"
+#include <tools/command/Query.h>
 
-#include "Command.h"
-#include "Owned.h"
-#include "PathCheck.h"
-#include "SourceText.h"
+#include <tools/Owned.h>
+#include <tools/command/Command.h>
+#include <tools/document/PathCheck.h>
+#include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>

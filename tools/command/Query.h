@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_QUERY_H
-#define XMLDOM_TOOLS_QUERY_H
+#ifndef XMLDOM_TOOLS_COMMAND_QUERY_H
+#define XMLDOM_TOOLS_COMMAND_QUERY_H
 
 #include <cstddef>
 #include <functional>

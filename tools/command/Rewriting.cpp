@@ -1,9 +1,9 @@
-#include "Rewriting.h"
+#include <tools/command/Rewriting.h>
 
-#include "AttachedSuffix.h"
-#include "Diagnostics.h"
-#include "FileReplacement.h"
-#include "Input.h"
+#include <tools/command/AttachedSuffix.h>
+#include <tools/io/Diagnostics.h>
+#include <tools/io/FileReplacement.h>
+#include <tools/io/Input.h>
 
 #include <CLI/CLI.hpp>
 

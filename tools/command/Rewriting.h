@@ -1,8 +1,8 @@
-#ifndef XMLDOM_TOOLS_REWRITING_H
-#define XMLDOM_TOOLS_REWRITING_H
+#ifndef XMLDOM_TOOLS_COMMAND_REWRITING_H
+#define XMLDOM_TOOLS_COMMAND_REWRITING_H
 
-#include "Command.h"
-#include "LossCheck.h"
+#include <tools/command/Command.h>
+#include <tools/document/LossCheck.h>
 
 #include <string>
 #include <vector>

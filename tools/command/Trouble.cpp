@@ -1,6 +1,6 @@
-#include "Trouble.h"
+#include <tools/command/Trouble.h>
 
-#include "Diagnostics.h"
+#include <tools/io/Diagnostics.h>
 
 #include <xmldom/support/LogException.h>
 

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_TOOLS_TROUBLE_H
-#define XMLDOM_TOOLS_TROUBLE_H
+#ifndef XMLDOM_TOOLS_COMMAND_TROUBLE_H
+#define XMLDOM_TOOLS_COMMAND_TROUBLE_H
 
-#include "Command.h"
+#include <tools/command/Command.h>
 
 #include <functional>
 #include <string>

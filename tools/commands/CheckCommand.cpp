@@ -1,10 +1,10 @@
 // Tells whether files are well-formed, and where they are not.
 
-#include "Commands.h"
-#include "Diagnostics.h"
-#include "DocumentLoad.h"
-#include "FileCommand.h"
-#include "LossCheck.h"
+#include <tools/command/FileCommand.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/document/LossCheck.h>
+#include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

@@ -1,4 +1,4 @@
-#include "Commands.h"
+#include <tools/commands/Commands.h>
 
 namespace tool {
 

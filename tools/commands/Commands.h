@@ -1,7 +1,7 @@
-#ifndef XMLDOM_TOOLS_COMMANDS_H
-#define XMLDOM_TOOLS_COMMANDS_H
+#ifndef XMLDOM_TOOLS_COMMANDS_COMMANDS_H
+#define XMLDOM_TOOLS_COMMANDS_COMMANDS_H
 
-#include "Command.h"
+#include <tools/command/Command.h>
 
 #include <vector>
 

@@ -1,10 +1,10 @@
 // Compares two documents.
 
-#include "Commands.h"
-#include "DocumentLoad.h"
-#include "Input.h"
-#include "Output.h"
-#include "Trouble.h"
+#include <tools/command/Trouble.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/io/Input.h>
+#include <tools/io/Output.h>
 
 #include <xmldom/diag/Compare.h>
 #include <xmldom/dom/XMLDocument.h>

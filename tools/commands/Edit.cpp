@@ -1,11 +1,11 @@
-#include "Edit.h"
+#include <tools/commands/Edit.h>
 
-#include "Command.h"
-#include "DocumentLoad.h"
-#include "Escape.h"
-#include "LossCheck.h"
-#include "Query.h"
-#include "SourceText.h"
+#include <tools/command/Command.h>
+#include <tools/command/Query.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/document/Escape.h>
+#include <tools/document/LossCheck.h>
+#include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_TOOLS_EDIT_H
-#define XMLDOM_TOOLS_EDIT_H
+#ifndef XMLDOM_TOOLS_COMMANDS_EDIT_H
+#define XMLDOM_TOOLS_COMMANDS_EDIT_H
 
-#include "Owned.h"
+#include <tools/Owned.h>
 
 #include <stdexcept>
 #include <string>

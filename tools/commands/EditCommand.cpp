@@ -1,13 +1,13 @@
 // Edits documents at paths, on their way to standard output or in their files.
 
-#include "Commands.h"
-#include "Diagnostics.h"
-#include "DocumentFrame.h"
-#include "DocumentLoad.h"
-#include "Edit.h"
-#include "FileCommand.h"
-#include "Layout.h"
-#include "Rewriting.h"
+#include <tools/command/FileCommand.h>
+#include <tools/command/Layout.h>
+#include <tools/command/Rewriting.h>
+#include <tools/commands/Commands.h>
+#include <tools/commands/Edit.h>
+#include <tools/document/DocumentFrame.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

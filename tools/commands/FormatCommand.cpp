@@ -1,11 +1,11 @@
 // Writes documents the way the library does.
 
-#include "Commands.h"
-#include "DocumentFrame.h"
-#include "DocumentLoad.h"
-#include "FileCommand.h"
-#include "Layout.h"
-#include "Rewriting.h"
+#include <tools/command/FileCommand.h>
+#include <tools/command/Layout.h>
+#include <tools/command/Rewriting.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentFrame.h>
+#include <tools/document/DocumentLoad.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

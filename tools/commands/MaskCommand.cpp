@@ -1,8 +1,8 @@
 // Writes documents without their values.
 
-#include "Commands.h"
-#include "DocumentLoad.h"
-#include "FileCommand.h"
+#include <tools/command/FileCommand.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

@@ -1,9 +1,9 @@
 // Tells where in the tree the nodes stand that a path selects.
 
-#include "Commands.h"
-#include "DocumentLoad.h"
-#include "FileCommand.h"
-#include "Query.h"
+#include <tools/command/FileCommand.h>
+#include <tools/command/Query.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>

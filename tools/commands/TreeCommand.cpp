@@ -1,9 +1,9 @@
 // Shows the shape of a document to a person.
 
-#include "Commands.h"
-#include "DocumentLoad.h"
-#include "DocumentShape.h"
-#include "FileCommand.h"
+#include <tools/command/FileCommand.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/document/DocumentShape.h>
 
 #include <xmldom/dom/XMLDocument.h>
 

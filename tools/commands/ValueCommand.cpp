@@ -1,9 +1,9 @@
 // Writes the text, or an attribute, of the nodes that a path selects.
 
-#include "Commands.h"
-#include "DocumentLoad.h"
-#include "FileCommand.h"
-#include "Query.h"
+#include <tools/command/FileCommand.h>
+#include <tools/command/Query.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
 
 #include <xmldom/dom/EntityTranslation.h>
 #include <xmldom/dom/XMLDocument.h>

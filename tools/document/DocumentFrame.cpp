@@ -1,6 +1,6 @@
-#include "DocumentFrame.h"
+#include <tools/document/DocumentFrame.h>
 
-#include "LossCheck.h"
+#include <tools/document/LossCheck.h>
 
 namespace tool {
 

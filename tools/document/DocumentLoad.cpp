@@ -1,7 +1,7 @@
-#include "DocumentLoad.h"
+#include <tools/document/DocumentLoad.h>
 
-#include "Diagnostics.h"
-#include "Input.h"
+#include <tools/io/Diagnostics.h>
+#include <tools/io/Input.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/ParseError.h>

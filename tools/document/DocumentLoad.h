@@ -1,8 +1,8 @@
-#ifndef XMLDOM_TOOLS_DOCUMENTLOAD_H
-#define XMLDOM_TOOLS_DOCUMENTLOAD_H
+#ifndef XMLDOM_TOOLS_DOCUMENT_DOCUMENTLOAD_H
+#define XMLDOM_TOOLS_DOCUMENT_DOCUMENTLOAD_H
 
-#include "Owned.h"
-#include "SourceText.h"
+#include <tools/Owned.h>
+#include <tools/io/SourceText.h>
 
 #include <string>
 

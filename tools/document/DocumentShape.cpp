@@ -1,4 +1,4 @@
-#include "DocumentShape.h"
+#include <tools/document/DocumentShape.h>
 
 #include <xmldom/dom/XMLNode.h>
 

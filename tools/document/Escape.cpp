@@ -1,6 +1,6 @@
-#include "Escape.h"
+#include <tools/document/Escape.h>
 
-#include "SourceText.h"
+#include <tools/io/SourceText.h>
 
 #include <xmldom/support/MemFile.h>
 

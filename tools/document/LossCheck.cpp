@@ -1,9 +1,9 @@
 // Reads a text with the parser as the library does, in the same pieces, and watches for what the
 // tree does not hold, or holds in another place.
 
-#include "LossCheck.h"
+#include <tools/document/LossCheck.h>
 
-#include "SourceText.h"
+#include <tools/io/SourceText.h>
 
 #include <xmldom/parse/ExpatImpl.h>
 

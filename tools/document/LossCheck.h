@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_LOSSCHECK_H
-#define XMLDOM_TOOLS_LOSSCHECK_H
+#ifndef XMLDOM_TOOLS_DOCUMENT_LOSSCHECK_H
+#define XMLDOM_TOOLS_DOCUMENT_LOSSCHECK_H
 
 #include <cstddef>
 #include <string>

@@ -1,6 +1,6 @@
-#include "PathCheck.h"
+#include <tools/document/PathCheck.h>
 
-#include "SourceText.h"
+#include <tools/io/SourceText.h>
 
 #include <algorithm>
 #include <cctype>

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_PATHCHECK_H
-#define XMLDOM_TOOLS_PATHCHECK_H
+#ifndef XMLDOM_TOOLS_DOCUMENT_PATHCHECK_H
+#define XMLDOM_TOOLS_DOCUMENT_PATHCHECK_H
 
 #include <cstddef>
 #include <string>

@@ -1,6 +1,6 @@
-#include "Diagnostics.h"
+#include <tools/io/Diagnostics.h>
 
-#include "Input.h"
+#include <tools/io/Input.h>
 
 #include <xmldom/support/Logger.h>
 

@@ -1,7 +1,7 @@
-#ifndef XMLDOM_TOOLS_DIAGNOSTICS_H
-#define XMLDOM_TOOLS_DIAGNOSTICS_H
+#ifndef XMLDOM_TOOLS_IO_DIAGNOSTICS_H
+#define XMLDOM_TOOLS_IO_DIAGNOSTICS_H
 
-#include "SourceText.h"
+#include <tools/io/SourceText.h>
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "FileAttributes.h"
+#include <tools/io/FileAttributes.h>
 
 #include <sys/xattr.h>
 #include <unistd.h>

@@ -1,8 +1,8 @@
-#include "FileReplacement.h"
+#include <tools/io/FileReplacement.h>
 
-#include "FileAttributes.h"
-#include "Input.h"
-#include "Output.h"
+#include <tools/io/FileAttributes.h>
+#include <tools/io/Input.h>
+#include <tools/io/Output.h>
 
 #include <fcntl.h>
 #include <signal.h>

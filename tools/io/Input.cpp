@@ -1,6 +1,6 @@
-#include "Input.h"
+#include <tools/io/Input.h>
 
-#include "Diagnostics.h"
+#include <tools/io/Diagnostics.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_INPUT_H
-#define XMLDOM_TOOLS_INPUT_H
+#ifndef XMLDOM_TOOLS_IO_INPUT_H
+#define XMLDOM_TOOLS_IO_INPUT_H
 
 #include <string>
 

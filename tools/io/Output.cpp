@@ -1,4 +1,4 @@
-#include "Output.h"
+#include <tools/io/Output.h>
 
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_OUTPUT_H
-#define XMLDOM_TOOLS_OUTPUT_H
+#ifndef XMLDOM_TOOLS_IO_OUTPUT_H
+#define XMLDOM_TOOLS_IO_OUTPUT_H
 
 #include <cstddef>
 #include <stdexcept>

@@ -1,6 +1,6 @@
-#include "ResultWriter.h"
+#include <tools/io/ResultWriter.h>
 
-#include "Output.h"
+#include <tools/io/Output.h>
 
 #include <cstring>
 

@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_RESULTWRITER_H
-#define XMLDOM_TOOLS_RESULTWRITER_H
+#ifndef XMLDOM_TOOLS_IO_RESULTWRITER_H
+#define XMLDOM_TOOLS_IO_RESULTWRITER_H
 
 #include <cstddef>
 #include <string>

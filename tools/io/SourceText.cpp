@@ -1,4 +1,4 @@
-#include "SourceText.h"
+#include <tools/io/SourceText.h>
 
 #include <algorithm>
 #include <cstdint>

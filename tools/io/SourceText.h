@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_SOURCETEXT_H
-#define XMLDOM_TOOLS_SOURCETEXT_H
+#ifndef XMLDOM_TOOLS_IO_SOURCETEXT_H
+#define XMLDOM_TOOLS_IO_SOURCETEXT_H
 
 #include <cstddef>
 #include <string>

@@ -1,4 +1,4 @@
-#include "StandardOutput.h"
+#include <tools/io/StandardOutput.h>
 
 #include <fcntl.h>
 #include <unistd.h>
