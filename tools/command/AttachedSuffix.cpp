@@ -1,6 +1,6 @@
 #include <tools/command/AttachedSuffix.h>
 
-#include <CLI/CLI.hpp>
+#include <tools/command/Arguments.h>
 
 namespace tool {
 
@@ -17,7 +17,7 @@ std::string OptionName(const std::string& argument) {
 }  // namespace
 
 std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments,
-                                       const CLI::App& command) {
+                                       const Arguments& declared) {
   std::vector<std::string> split;
   std::size_t values = 0;  // how many of the next arguments belong to an option
   for (auto at = arguments.begin(); at != arguments.end(); ++at) {
@@ -32,10 +32,10 @@ std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments
     }
     if (at->size() < 2 || at->front() != '-') continue;
     const std::string name = OptionName(*at);
-    const CLI::Option* option = command.get_option_no_throw(name);
-    if (option == nullptr) continue;
+    const int mostValues = declared.MostValuesOf(name);
+    if (mostValues < 0) continue;
     const bool isAttached = name.size() < at->size();
-    values = static_cast<std::size_t>(option->get_items_expected_max());
+    values = static_cast<std::size_t>(mostValues);
     if (isAttached && values > 0) --values;
     if (isAttached && name == kInPlaceFlag) {
       split.back() = name;

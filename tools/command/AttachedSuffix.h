@@ -4,11 +4,9 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace tool {
+
+class Arguments;
 
 /// The flag that may have a suffix attached, and the option that takes it when it has been split
 /// off.
@@ -20,7 +18,7 @@ extern const char kSuffixOption[];
 /// an option, or behind "--", stays as it is.
 /// `arguments` are those of the command `command`, in their order, behind its name.
 std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments,
-                                       const CLI::App& command);
+                                       const Arguments& declared);
 
 }  // namespace tool
 

@@ -5,12 +5,9 @@
 #include <stdexcept>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 namespace tool {
 
+class Arguments;
 class Output;
 
 /// What the process ends with, as grep does.
@@ -37,8 +34,8 @@ class Command {
  public:
   virtual ~Command() = default;
 
-  /// Tells the argument parser about options and operands, which it stores in this object.
-  virtual void Describe(CLI::App& arguments) = 0;
+  /// Declares the options and operands, whose values are to be stored in this object.
+  virtual void DeclareArguments(Arguments& arguments) = 0;
 
   /// Looks the arguments over before any file is read. Effects: throws a UsageError.
   virtual void Check() const {}

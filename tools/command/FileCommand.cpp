@@ -1,23 +1,20 @@
 #include <tools/command/FileCommand.h>
 
+#include <tools/command/Arguments.h>
 #include <tools/command/Trouble.h>
 #include <tools/io/Output.h>
-
-#include <CLI/CLI.hpp>
 
 #include <algorithm>
 
 namespace tool {
 
-void FileCommand::Describe(CLI::App& arguments) {
-  DescribeOptions(arguments);
+void FileCommand::DeclareArguments(Arguments& arguments) {
+  DeclareOptions(arguments);
   if (m_kind != kVerdict) {
-    arguments.add_flag(
-        "--no-filename", m_withoutNames,
-        "Leave out the file name that begins each line when there are several files");
+    arguments.AddFlag("--no-filename", m_withoutNames,
+                      "Leave out the file name that begins each line when there are several files");
   }
-  arguments.add_option("FILE", m_files, "XML files; standard input when there is none, or for -")
-      ->option_text(" ");
+  arguments.AddOperands("FILE", m_files, "XML files; standard input when there is none, or for -");
 }
 
 ExitStatus FileCommand::Run(const Session& session) {

@@ -14,7 +14,7 @@ namespace tool {
 /// Trouble with one file does not keep it from the others.
 class FileCommand : public Command {
  public:
-  void Describe(CLI::App& arguments) final;
+  void DeclareArguments(Arguments& arguments) final;
   ExitStatus Run(const Session& session) final;
 
  protected:
@@ -26,8 +26,8 @@ class FileCommand : public Command {
 
   explicit FileCommand(Kind kind) : m_kind(kind) {}
 
-  /// Describes what stands before the files.
-  virtual void DescribeOptions(CLI::App& arguments) = 0;
+  /// Declares the options, and the operands that stand before the files.
+  virtual void DeclareOptions(Arguments& arguments) = 0;
   virtual ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) = 0;
 
   /// The operands, as the user gave them.

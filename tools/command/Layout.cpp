@@ -1,13 +1,13 @@
 #include <tools/command/Layout.h>
 
-#include <xmldom/dom/XMLDocument.h>
+#include <tools/command/Arguments.h>
 
-#include <CLI/CLI.hpp>
+#include <xmldom/dom/XMLDocument.h>
 
 namespace tool {
 
-void Layout::Describe(CLI::App& arguments) {
-  arguments.add_flag("--indent-off", m_indentOff, "Begin every line at the first column");
+void Layout::DeclareOptions(Arguments& arguments) {
+  arguments.AddFlag("--indent-off", m_indentOff, "Begin every line at the first column");
 }
 
 std::string Layout::Write(IXMLDOMDocument2& document) const {

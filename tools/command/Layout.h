@@ -5,17 +5,15 @@
 
 class IXMLDOMDocument2;
 
-namespace CLI {
-class App;
-}
-
 namespace tool {
+
+class Arguments;
 
 /// How a command lays out the documents that it writes.
 class Layout {
  public:
-  /// Describes the option.
-  void Describe(CLI::App& arguments);
+  /// Declares the option.
+  void DeclareOptions(Arguments& arguments);
 
   /// Result: the document's XML, laid out.
   std::string Write(IXMLDOMDocument2& document) const;

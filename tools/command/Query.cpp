@@ -1,14 +1,13 @@
 #include <tools/command/Query.h>
 
 #include <tools/Owned.h>
+#include <tools/command/Arguments.h>
 #include <tools/command/Command.h>
 #include <tools/document/PathCheck.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
-
-#include <CLI/CLI.hpp>
 
 namespace tool {
 
@@ -18,13 +17,11 @@ void CheckPath(const std::string& path, bool single) {
   throw UsageError(DescribeProblem("path", path, PositionOf(path, problem.offset), problem.reason));
 }
 
-void Query::Describe(CLI::App& arguments) {
-  arguments.add_option("PATH", m_path, "What to select, such as /config/interface[@name='eth0']")
-      ->required()
-      ->option_text(" ");
+void Query::DeclareArguments(Arguments& arguments) {
+  arguments.AddOperand("PATH", m_path, "What to select, such as /config/interface[@name='eth0']");
   if (m_kind == kFirst) return;
-  arguments.add_flag("--first", m_first,
-                     "Select only the first node; steps . and .. are understood then");
+  arguments.AddFlag("--first", m_first,
+                    "Select only the first node; steps . and .. are understood then");
 }
 
 void Query::Check() const { CheckPath(m_path, m_first); }

@@ -8,11 +8,9 @@
 class IXMLDOMDocument2;
 class IXMLDOMNode;
 
-namespace CLI {
-class App;
-}
-
 namespace tool {
+
+class Arguments;
 
 /// Effects: throws a UsageError that shows what is wrong with a path. `single`: the path is for the
 /// search of one node.
@@ -28,8 +26,8 @@ class Query {
 
   explicit Query(Kind kind) : m_kind(kind), m_first(kind == kFirst) {}
 
-  /// Describes the path as the next operand, and the options of the search.
-  void Describe(CLI::App& arguments);
+  /// Declares the path as the next operand, and the options of the search.
+  void DeclareArguments(Arguments& arguments);
 
   /// Effects: throws a UsageError that shows what is wrong with the path.
   void Check() const;

@@ -1,24 +1,24 @@
 #include <tools/command/Rewriting.h>
 
+#include <tools/command/Arguments.h>
 #include <tools/command/AttachedSuffix.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/FileReplacement.h>
 #include <tools/io/Input.h>
 
-#include <CLI/CLI.hpp>
-
 #include <algorithm>
 
 namespace tool {
 
-void Rewriting::Describe(CLI::App& arguments) {
-  CLI::Option* inPlace = arguments.add_flag(
+void Rewriting::DeclareOptions(Arguments& arguments) {
+  arguments.AddFlag(
       kInPlaceFlag, m_isAsked,
       "Replace the file by the result; -i with a suffix attached, as in -i.old, keeps the old file "
       "under its name with that suffix");
-  arguments.add_option(kSuffixOption, m_suffix)->group("")->needs(inPlace)->take_last();
-  arguments.add_flag("--lossy", m_isLossy, "Replace it even if something is lost or moved")
-      ->needs(inPlace);
+  arguments.AddHiddenText(kSuffixOption, m_suffix);
+  arguments.Require(kSuffixOption, kInPlaceFlag);
+  arguments.AddFlag("--lossy", m_isLossy, "Replace it even if something is lost or moved");
+  arguments.Require("--lossy", kInPlaceFlag);
 }
 
 void Rewriting::Check(const std::vector<std::string>& files) const {

@@ -15,8 +15,8 @@ struct Input;
 /// without losing anything unless the user says so.
 class Rewriting {
  public:
-  /// Describes the options. On the command line, a suffix attached to "-i" has been split off.
-  void Describe(CLI::App& arguments);
+  /// Declares the options. On the command line, a suffix attached to "-i" has been split off.
+  void DeclareOptions(Arguments& arguments);
 
   /// Effects: throws a UsageError for what cannot be replaced.
   void Check(const std::vector<std::string>& files) const;

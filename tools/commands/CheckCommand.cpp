@@ -1,5 +1,6 @@
 // Tells whether files are well-formed, and where they are not.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
@@ -7,8 +8,6 @@
 #include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
-
-#include <CLI/CLI.hpp>
 
 namespace tool {
 
@@ -19,10 +18,10 @@ class CheckCommand : public FileCommand {
   CheckCommand() : FileCommand(kVerdict) {}
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
-    arguments.add_flag("--lossless", m_lossless,
-                       "Also tell whether -i of other commands gives all of a file back, and where "
-                       "it does not");
+  void DeclareOptions(Arguments& arguments) override {
+    arguments.AddFlag("--lossless", m_lossless,
+                      "Also tell whether -i of other commands gives all of a file back, and where "
+                      "it does not");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter&, const Session& session) override {

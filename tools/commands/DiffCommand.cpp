@@ -1,5 +1,6 @@
 // Compares two documents.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/Trouble.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
@@ -9,8 +10,6 @@
 #include <xmldom/diag/Compare.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
-
-#include <CLI/CLI.hpp>
 
 namespace tool {
 
@@ -25,11 +24,9 @@ Owned<IXMLDOMDocument2> LoadFile(const std::string& file) {
 
 class DiffCommand : public Command {
  public:
-  void Describe(CLI::App& arguments) override {
-    arguments.add_option("A", m_first, "An XML file, or - for standard input")
-        ->required()
-        ->option_text(" ");
-    arguments.add_option("B", m_second, "Another")->required()->option_text(" ");
+  void DeclareArguments(Arguments& arguments) override {
+    arguments.AddOperand("A", m_first, "An XML file, or - for standard input");
+    arguments.AddOperand("B", m_second, "Another");
   }
 
   ExitStatus Run(const Session& session) override {

@@ -1,5 +1,6 @@
 // Edits documents at paths, on their way to standard output or in their files.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Layout.h>
 #include <tools/command/Rewriting.h>
@@ -10,8 +11,6 @@
 #include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
-
-#include <CLI/CLI.hpp>
 
 namespace tool {
 
@@ -28,23 +27,16 @@ class EditCommand : public FileCommand {
   }
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
+  void DeclareOptions(Arguments& arguments) override {
     for (const EditKind& kind : EditKinds()) {
-      const CLI::callback_t remember = [this, &kind](const CLI::results_t& operands) {
+      const auto add = [this, &kind](const std::vector<std::string>& operands) {
         m_edits.push_back({&kind, operands});
-        return true;
       };
-      // Each is remembered when it is met, so that edits of several kinds keep their order.
-      arguments.add_option(kind.option, remember, kind.summary)
-          ->type_size(kind.operandCount)
-          ->expected(1)
-          ->allow_extra_args(false)
-          ->trigger_on_parse()
-          ->option_text(kind.operands)
-          ->group("Edits, in the order in which they are to be done");
+      arguments.AddRepeatable(kind.option, kind.operands, kind.operandCount, add, kind.summary,
+                              "Edits, in the order in which they are to be done");
     }
-    m_layout.Describe(arguments);
-    m_rewriting.Describe(arguments);
+    m_layout.DeclareOptions(arguments);
+    m_rewriting.DeclareOptions(arguments);
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {

@@ -20,9 +20,9 @@ class FormatCommand : public FileCommand {
   void Check() const override { m_rewriting.Check(Files()); }
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
-    m_layout.Describe(arguments);
-    m_rewriting.Describe(arguments);
+  void DeclareOptions(Arguments& arguments) override {
+    m_layout.DeclareOptions(arguments);
+    m_rewriting.DeclareOptions(arguments);
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {

@@ -17,7 +17,7 @@ class MaskCommand : public FileCommand {
   MaskCommand() : FileCommand(kChanges) {}
 
  protected:
-  void DescribeOptions(CLI::App&) override {}
+  void DeclareOptions(Arguments&) override {}
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const Owned<IXMLDOMDocument2> document = LoadDocument(input);

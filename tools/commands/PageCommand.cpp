@@ -1,5 +1,6 @@
 // Writes documents with a range of the children of one node.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
@@ -8,8 +9,6 @@
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLWriter.h>
 #include <xmldom/support/MemFile.h>
-
-#include <CLI/CLI.hpp>
 
 #include <climits>
 #include <cstring>
@@ -30,28 +29,21 @@ class PageCommand : public FileCommand {
     if ((m_page == kNoPage) != (m_pages == kNoPage)) {
       throw UsageError("--page and --pages are given together");
     }
-    if (m_padOption->count() > 0) CheckTemplate();
+    if (m_pad.isGiven) CheckTemplate();
   }
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
-    m_query.Describe(arguments);
-    arguments.add_option("--first", m_first, "Position of the first child to write")
-        ->check(CLI::Range(1, INT_MAX))
-        ->option_text("N (1 unless given)");
-    CLI::Option* count = arguments.add_option("--count", m_count, "How many positions to write")
-                             ->check(CLI::Range(1, INT_MAX))
-                             ->option_text("N (all unless given)");
-    arguments.add_option("--page", m_page, "Number of this page, for an attribute of the node")
-        ->check(CLI::Range(0, INT_MAX))
-        ->option_text("N");
-    arguments.add_option("--pages", m_pages, "Number of all pages, likewise")
-        ->check(CLI::Range(0, INT_MAX))
-        ->option_text("N");
-    m_padOption =
-        arguments.add_option("--pad", m_template, "XML of the rows that fill up the last page")
-            ->needs(count)
-            ->option_text("TEMPLATE");
+  void DeclareOptions(Arguments& arguments) override {
+    m_query.DeclareArguments(arguments);
+    arguments.AddNumber("--first", "N (1 unless given)", 1, m_first,
+                        "Position of the first child to write");
+    arguments.AddNumber("--count", "N (all unless given)", 1, m_count,
+                        "How many positions to write");
+    arguments.AddNumber("--page", "N", 0, m_page,
+                        "Number of this page, for an attribute of the node");
+    arguments.AddNumber("--pages", "N", 0, m_pages, "Number of all pages, likewise");
+    arguments.AddText("--pad", "TEMPLATE", m_pad, "XML of the rows that fill up the last page");
+    arguments.Require("--pad", "--count");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
@@ -59,7 +51,7 @@ class PageCommand : public FileCommand {
     if (document == nullptr) return ExitStatus::kTrouble;
     // The library would log that, and write the whole document.
     if (m_query.Search(document.get(), [](IXMLDOMNode*) {}) == 0) return ExitStatus::kNo;
-    const char* rows = m_padOption->count() > 0 ? m_template.c_str() : nullptr;
+    const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     const _bstr_t xml =
         document->GetFilteredXML(m_query.Path().c_str(), m_first, m_count, m_page, m_pages, rows);
     results.Write(xml, std::strlen(xml));
@@ -70,11 +62,11 @@ class PageCommand : public FileCommand {
   /// The number of a row is put in where the first tag of the template seems to end.
   void CheckTemplate() const {
     LoadProblem problem;
-    if (LoadText(m_template, problem) == nullptr) {
-      throw UsageError(DescribeProblem("template", m_template, problem.position, problem.reason));
+    if (LoadText(m_pad.text, problem) == nullptr) {
+      throw UsageError(DescribeProblem("template", m_pad.text, problem.position, problem.reason));
     }
     CMemFile row(kRowRoom);
-    Pad(row, m_template.c_str(), 0, 1);
+    Pad(row, m_pad.text.c_str(), 0, 1);
     if (LoadText(row.GetAsStr(), problem) == nullptr) {
       throw UsageError("the first '>' of the template has to end its first tag");
     }
@@ -85,8 +77,7 @@ class PageCommand : public FileCommand {
   int m_count = INT_MAX;
   int m_page = kNoPage;
   int m_pages = kNoPage;
-  std::string m_template;
-  const CLI::Option* m_padOption = nullptr;
+  OptionalText m_pad;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<PageCommand>(); }

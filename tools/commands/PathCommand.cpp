@@ -21,7 +21,7 @@ class PathCommand : public FileCommand {
   void Check() const override { m_query.Check(); }
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override { m_query.Describe(arguments); }
+  void DeclareOptions(Arguments& arguments) override { m_query.DeclareArguments(arguments); }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const Owned<IXMLDOMDocument2> document = LoadDocument(input);

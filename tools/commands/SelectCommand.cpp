@@ -1,13 +1,12 @@
 // Writes the nodes that a path selects.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 
 #include <xmldom/dom/XMLDocument.h>
-
-#include <CLI/CLI.hpp>
 
 #include <cstring>
 
@@ -22,9 +21,9 @@ class SelectCommand : public FileCommand {
   void Check() const override { m_query.Check(); }
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
-    m_query.Describe(arguments);
-    arguments.add_flag("--count", m_count, "Write only how many nodes are selected");
+  void DeclareOptions(Arguments& arguments) override {
+    m_query.DeclareArguments(arguments);
+    arguments.AddFlag("--count", m_count, "Write only how many nodes are selected");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {

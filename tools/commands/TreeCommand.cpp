@@ -1,5 +1,6 @@
 // Shows the shape of a document to a person.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
@@ -7,9 +8,6 @@
 
 #include <xmldom/dom/XMLDocument.h>
 
-#include <CLI/CLI.hpp>
-
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -118,13 +116,11 @@ class TreeCommand : public FileCommand {
   TreeCommand() : FileCommand(kResults) {}
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
-    arguments.add_option("--depth", m_depth, "Levels to show")
-        ->check(CLI::Range(1, INT_MAX))
-        ->option_text("N (" + std::to_string(kDefaultDepth) + " unless given)");
-    arguments.add_option("--color", m_color, "When to use colors; auto is for a terminal")
-        ->check(CLI::IsMember({"auto", "always", "never"}))
-        ->option_text("auto|always|never");
+  void DeclareOptions(Arguments& arguments) override {
+    arguments.AddNumber("--depth", "N (" + std::to_string(kDefaultDepth) + " unless given)", 1,
+                        m_depth, "Levels to show");
+    arguments.AddChoice("--color", {"auto", "always", "never"}, m_color,
+                        "When to use colors; auto is for a terminal");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {

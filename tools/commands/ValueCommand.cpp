@@ -1,5 +1,6 @@
 // Writes the text, or an attribute, of the nodes that a path selects.
 
+#include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
@@ -8,8 +9,6 @@
 #include <xmldom/dom/EntityTranslation.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
-
-#include <CLI/CLI.hpp>
 
 namespace tool {
 
@@ -24,12 +23,11 @@ class ValueCommand : public FileCommand {
   void Check() const override { m_query.Check(); }
 
  protected:
-  void DescribeOptions(CLI::App& arguments) override {
-    m_query.Describe(arguments);
-    m_attributeOption = arguments.add_option(
-        "--attr", m_attribute, "Write this attribute instead; nodes without it are passed over");
-    m_attributeOption->option_text("NAME");
-    arguments.add_flag("-0,--null", m_endWithNul, "End each value with a NUL, not a line feed");
+  void DeclareOptions(Arguments& arguments) override {
+    m_query.DeclareArguments(arguments);
+    arguments.AddText("--attr", "NAME", m_attribute,
+                      "Write this attribute instead; nodes without it are passed over");
+    arguments.AddFlag("-0,--null", m_endWithNul, "End each value with a NUL, not a line feed");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
@@ -51,19 +49,18 @@ class ValueCommand : public FileCommand {
  private:
   /// Appends what is asked for, decoded. Result: whether the node has it.
   bool Collect(IXMLDOMNode* node, CMemFile& text) const {
-    if (m_attributeOption->count() == 0) {
+    if (!m_attribute.isGiven) {
       node->GetTextHelper(text);
       return true;
     }
-    const char* stored = node->GetStrAttribute(m_attribute.c_str());
+    const char* stored = node->GetStrAttribute(m_attribute.text.c_str());
     if (stored == nullptr) return false;
     TranslateEntities(stored, text);
     return true;
   }
 
   Query m_query{Query::kAll};
-  std::string m_attribute;
-  CLI::Option* m_attributeOption = nullptr;
+  OptionalText m_attribute;
   bool m_endWithNul = false;
 };
 
