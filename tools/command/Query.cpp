@@ -1,13 +1,12 @@
 #include <tools/command/Query.h>
 
-#include <tools/Owned.h>
 #include <tools/command/Arguments.h>
 #include <tools/command/Command.h>
 #include <tools/document/PathCheck.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/dom/XMLNodeList.h>
+#include <xmldom/xmldom_ptr.h>
 
 namespace tool {
 
@@ -29,16 +28,14 @@ void Query::Check() const { CheckPath(m_path, m_first); }
 std::size_t Query::Search(IXMLDOMDocument2* document,
                           const std::function<void(IXMLDOMNode*)>& visit) const {
   if (m_first) {
-    const Owned<IXMLDOMNode> node(document->SelectSingleNode(m_path.c_str()));
+    const XMLPtr<IXMLDOMNode> node = Adopt(document->SelectSingleNode(m_path.c_str()));
     if (node == nullptr) return 0;
-    visit(node.get());
+    visit(node.Get());
     return 1;
   }
-  const Owned<IXMLDOMNodeList> nodes(document->SelectNodes(m_path.c_str()));
-  for (const IXMLDOMNodeListElt* link = nodes->m_pHead; link != nullptr; link = link->m_pNext) {
-    visit(link->m_pNode);
-  }
-  return static_cast<std::size_t>(nodes->m_nCount);
+  const XMLNodes nodes = Selected(document, m_path.c_str());
+  for (XMLPtr<IXMLDOMNode> node : nodes) visit(node.Get());
+  return static_cast<std::size_t>(nodes.Count());
 }
 
 }  // namespace tool

@@ -17,7 +17,7 @@ namespace {
 
 const unsigned int kReportRoom = 4096;
 
-Owned<IXMLDOMDocument2> LoadFile(const std::string& file) {
+XMLPtr<IXMLDOMDocument2> LoadFile(const std::string& file) {
   Input input;
   return ReadInput(file, input) ? LoadDocument(input) : nullptr;
 }
@@ -31,8 +31,8 @@ class DiffCommand : public Command {
 
   ExitStatus Run(const Session& session) override {
     return SayTrouble(DisplayName(m_first) + ", " + DisplayName(m_second), [&] {
-      const Owned<IXMLDOMDocument2> first = LoadFile(m_first);
-      const Owned<IXMLDOMDocument2> second = LoadFile(m_second);
+      const XMLPtr<IXMLDOMDocument2> first = LoadFile(m_first);
+      const XMLPtr<IXMLDOMDocument2> second = LoadFile(m_second);
       if (first == nullptr || second == nullptr) return ExitStatus::kTrouble;
       return Compare(*first, *second, session.output);
     });

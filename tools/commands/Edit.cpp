@@ -50,7 +50,7 @@ void CheckText(const Edit& edit, bool) { RequireCharacters("text", edit.operands
 /// Whether the parser takes an attribute of this name, and for nothing else.
 bool IsAttributeName(const std::string& name) {
   LoadProblem problem;
-  const Owned<IXMLDOMDocument2> document = LoadText("<element " + name + "=''/>", problem);
+  const XMLPtr<IXMLDOMDocument2> document = LoadText("<element " + name + "=''/>", problem);
   if (document == nullptr) return false;
   const IXMLDOMNode* attribute = document->m_pFirstChild->m_pFirstAttribute;
   return attribute->m_pszNodeName == name && attribute->m_pNextSibling == nullptr;
@@ -98,15 +98,13 @@ void InsertBefore(const Edit& edit, IXMLDOMNode* target, EditedDocument& edited)
 }
 
 void Replace(const Edit& edit, IXMLDOMNode* target, EditedDocument& edited) {
-  IXMLDOMNode* replaced = nullptr;
-  target->m_pParent->replaceChild(LoadContent(edit, edited), target, &replaced);
-  Release(replaced);
+  XMLPtr<IXMLDOMNode> replaced;
+  target->m_pParent->replaceChild(LoadContent(edit, edited), target, replaced.Out());
 }
 
 void RemoveFrom(IXMLDOMNode* parent, IXMLDOMNode* child) {
-  IXMLDOMNode* removed = nullptr;
-  parent->removeChild(child, &removed);
-  Release(removed);
+  XMLPtr<IXMLDOMNode> removed;
+  parent->removeChild(child, removed.Out());
 }
 
 void Remove(const Edit&, IXMLDOMNode* target, EditedDocument&) {
@@ -125,7 +123,7 @@ void SetText(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
 
 void SetAttribute(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
   const char* name = edit.operands[1].c_str();
-  const Owned<IXMLDOMNode> existing(target->GetAttribute(name));
+  const XMLPtr<IXMLDOMNode> existing = Adopt(target->GetAttribute(name));
   target->SetAttribute(name, EscapeAttribute(edit.operands[2]).c_str());
   // Setting an attribute that exists leaves it with one reference more.
   if (existing != nullptr) existing->RealRelease();
@@ -160,10 +158,10 @@ void CheckEdit(const Edit& edit, bool isCareful) {
 bool ApplyEdit(const Edit& edit, EditedDocument& edited) {
   IXMLDOMDocument2& document = *edited.document;
   const std::string& path = edit.operands.front();
-  const Owned<IXMLDOMNode> target(path == kRootPath ? document.GetfirstChild()
-                                                    : document.SelectSingleNode(path.c_str()));
+  const XMLPtr<IXMLDOMNode> target =
+      Adopt(path == kRootPath ? document.GetfirstChild() : document.SelectSingleNode(path.c_str()));
   if (target == nullptr) return false;
-  edit.kind->apply(edit, target.get(), edited);
+  edit.kind->apply(edit, target.Get(), edited);
   return true;
 }
 

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_TOOLS_COMMANDS_EDIT_H
 #define XMLDOM_TOOLS_COMMANDS_EDIT_H
 
-#include <tools/Owned.h>
+#include <xmldom/xmldom_ptr.h>
 
 #include <stdexcept>
 #include <string>
@@ -21,8 +21,8 @@ class EditRefusal : public std::runtime_error {
 /// A document while it is edited.
 struct EditedDocument {
   // Attributes of content that was put in belong to the document that it was loaded into.
-  std::vector<Owned<IXMLDOMDocument2>> contents;
-  Owned<IXMLDOMDocument2> document;
+  std::vector<XMLPtr<IXMLDOMDocument2>> contents;
+  XMLPtr<IXMLDOMDocument2> document;
   bool isCareful;  ///< Nothing may be lost or moved.
 };
 

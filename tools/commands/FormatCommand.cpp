@@ -26,7 +26,7 @@ class FormatCommand : public FileCommand {
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_rewriting.IsAsked()) return Replace(input, *document);
     results.Write(m_layout.Write(*document));

@@ -20,7 +20,7 @@ class MaskCommand : public FileCommand {
   void DeclareOptions(Arguments&) override {}
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     const _bstr_t xml = document->GetMaskedXML();
     results.Write(xml, std::strlen(xml));

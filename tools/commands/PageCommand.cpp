@@ -47,10 +47,10 @@ class PageCommand : public FileCommand {
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     // The library would log that, and write the whole document.
-    if (m_query.Search(document.get(), [](IXMLDOMNode*) {}) == 0) return ExitStatus::kNo;
+    if (m_query.Search(document.Get(), [](IXMLDOMNode*) {}) == 0) return ExitStatus::kNo;
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     const _bstr_t xml =
         document->GetFilteredXML(m_query.Path().c_str(), m_first, m_count, m_page, m_pages, rows);

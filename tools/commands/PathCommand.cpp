@@ -24,10 +24,10 @@ class PathCommand : public FileCommand {
   void DeclareOptions(Arguments& arguments) override { m_query.DeclareArguments(arguments); }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     CMemFile path(kPathRoom);
-    const std::size_t count = m_query.Search(document.get(), [&](IXMLDOMNode* node) {
+    const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
       node->GetPathToNode(path);
       results.Write(path.GetAsStr(), path.m_uLength);
       results.EndLine();

@@ -27,9 +27,9 @@ class SelectCommand : public FileCommand {
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    const std::size_t count = m_query.Search(document.get(), [&](IXMLDOMNode* node) {
+    const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
       if (m_count) return;
       const _bstr_t xml = node->Getxml();
       results.Write(xml, std::strlen(xml));

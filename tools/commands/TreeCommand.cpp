@@ -124,7 +124,7 @@ class TreeCommand : public FileCommand {
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     const DocumentShape shape(document->m_pFirstChild, static_cast<std::size_t>(m_depth));
     ShapeDrawing(shape, results, UsesColor(results)).Draw();

@@ -31,12 +31,12 @@ class ValueCommand : public FileCommand {
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    const Owned<IXMLDOMDocument2> document = LoadDocument(input);
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_endWithNul) results.SetTerminator('\0');
     ExitStatus status = ExitStatus::kNo;
     CMemFile text(kTextRoom);
-    m_query.Search(document.get(), [&](IXMLDOMNode* node) {
+    m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
       text.m_uPosition = text.m_uLength = 0;
       if (!Collect(node, text)) return;
       results.Write(text.GetAsStr(), text.m_uLength);

@@ -41,28 +41,26 @@ LoadProblem ProblemOf(const IXMLDOMParseError& error) {
 
 }  // namespace
 
-Owned<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem) {
+XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem) {
   // The library takes a text to end at its first NUL.
   const std::size_t nul = text.find('\0');
   if (nul != std::string::npos) {
     problem = ProblemOfNul(text, nul);
     return nullptr;
   }
-  IXMLDOMDocument2* made = nullptr;
-  Create(&made);
-  Owned<IXMLDOMDocument2> document(made);
+  XMLPtr<IXMLDOMDocument2> document;
+  Create(document.Out());
   if (document->loadXML(text.c_str()) == VARIANT_TRUE) return document;
 
-  IXMLDOMParseError* error = nullptr;
-  document->get_parseError(&error);
-  const Owned<IXMLDOMParseError> owned(error);
+  XMLPtr<IXMLDOMParseError> error;
+  document->get_parseError(error.Out());
   problem = ProblemOf(*error);
   return nullptr;
 }
 
-Owned<IXMLDOMDocument2> LoadDocument(const Input& input) {
+XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input) {
   LoadProblem problem;
-  Owned<IXMLDOMDocument2> document = LoadText(input.text, problem);
+  XMLPtr<IXMLDOMDocument2> document = LoadText(input.text, problem);
   if (document == nullptr) ComplainAt(input.name, input.text, problem.position, problem.reason);
   return document;
 }

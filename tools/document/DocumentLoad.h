@@ -1,8 +1,9 @@
 #ifndef XMLDOM_TOOLS_DOCUMENT_DOCUMENTLOAD_H
 #define XMLDOM_TOOLS_DOCUMENT_DOCUMENTLOAD_H
 
-#include <tools/Owned.h>
 #include <tools/io/SourceText.h>
+
+#include <xmldom/xmldom_ptr.h>
 
 #include <string>
 
@@ -20,12 +21,12 @@ struct LoadProblem {
 
 /// Makes the tree of a text. Result: the document; null when the text is not well-formed, as
 /// `problem` then says.
-Owned<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
+XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
 
 /// Makes the tree of an input.
 /// Result: the document; null when the input is not well-formed, which has been said, with the
 /// place, on standard error.
-Owned<IXMLDOMDocument2> LoadDocument(const Input& input);
+XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input);
 
 }  // namespace tool
 
