@@ -3,7 +3,7 @@
 #include <tools/command/Arguments.h>
 #include <tools/command/Command.h>
 #include <tools/document/PathCheck.h>
-#include <tools/io/SourceText.h>
+#include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/xmldom_ptr.h>

@@ -5,6 +5,7 @@
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/Escape.h>
 #include <tools/document/LossCheck.h>
+#include <tools/io/SourceExcerpt.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>

@@ -5,6 +5,7 @@
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLWriter.h>

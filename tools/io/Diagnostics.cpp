@@ -1,6 +1,6 @@
 #include <tools/io/Diagnostics.h>
 
-#include <tools/io/Input.h>
+#include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/support/Logger.h>
 
@@ -44,10 +44,6 @@ void ComplainAt(const std::string& file, const std::string& text, SourcePosition
                 const std::string& reason) {
   Say(file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column) + ": " +
       reason + "\n" + SourceExcerpt(text, position));
-}
-
-void ComplainAt(const Input& input, std::size_t offset, const std::string& reason) {
-  ComplainAt(input.name, input.text, PositionOf(input.text, offset), reason);
 }
 
 void Remark(const std::string& file, const std::string& text) { Say(file + ": " + text + "\n"); }

@@ -7,8 +7,6 @@
 
 namespace tool {
 
-struct Input;
-
 /// Says on standard error, in the name of the tool, what went wrong.
 void Complain(const std::string& text);
 
@@ -18,9 +16,6 @@ void ComplainAbout(const std::string& file, const std::string& text);
 /// Says it about a place in a file, and shows the place.
 void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
                 const std::string& reason);
-
-/// Says it about the byte at `offset` of an input, and shows the place.
-void ComplainAt(const Input& input, std::size_t offset, const std::string& reason);
 
 /// Remarks on a file, without complaint.
 void Remark(const std::string& file, const std::string& text);

@@ -98,4 +98,8 @@ bool ReadInput(const std::string& file, Input& input) {
   return false;
 }
 
+void ComplainAt(const Input& input, std::size_t offset, const std::string& reason) {
+  ComplainAt(input.name, input.text, PositionOf(input.text, offset), reason);
+}
+
 }  // namespace tool

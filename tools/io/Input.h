@@ -1,6 +1,7 @@
 #ifndef XMLDOM_TOOLS_IO_INPUT_H
 #define XMLDOM_TOOLS_IO_INPUT_H
 
+#include <cstddef>
 #include <string>
 
 namespace tool {
@@ -22,6 +23,9 @@ bool ReadWhole(const std::string& file, std::string& text, std::string& reason);
 /// Reads what the operand `file` names. Result: whether it could be read; otherwise the reason has
 /// been said.
 bool ReadInput(const std::string& file, Input& input);
+
+/// Says what is wrong at the byte at `offset` of an input, and shows the place.
+void ComplainAt(const Input& input, std::size_t offset, const std::string& reason);
 
 }  // namespace tool
 

@@ -1,6 +1,6 @@
 // Shows the line of a text that a message is about, with a caret under the column.
 
-#include <tools/io/SourceText.h>
+#include <tools/io/SourceExcerpt.h>
 
 #include <algorithm>
 #include <vector>

@@ -40,14 +40,6 @@ std::string VisibleLine(const std::string& text, std::size_t limit);
 /// Where the byte at `offset` stands. Lines end with LF, CR LF or CR.
 SourcePosition PositionOf(const std::string& text, std::size_t offset);
 
-/// The line of `text` at `position` and below it a caret under the column, each indented and ended;
-/// empty when there is nothing to show. A long line is cut around the column.
-std::string SourceExcerpt(const std::string& text, SourcePosition position);
-
-/// Says what is wrong with an argument of the command line, called `what`, and shows the place.
-std::string DescribeProblem(const std::string& what, const std::string& argument,
-                            SourcePosition position, const std::string& reason);
-
 }  // namespace tool
 
 #endif
