@@ -1,6 +1,6 @@
 // The command-line tool `xmldom`: finds the command that its arguments name, runs it, and ends with
 // the exit status of that command.
-// Tested by tests/tool/command_line_test.bash and tests/tool/limits_test.bash.
+// Tested by tests/tool/command_line_test.bash.
 
 #include <tools/command/CommandLine.h>
 #include <tools/commands/Commands.h>

@@ -1,7 +1,6 @@
-// Declares the options and operands of a command to CLI11, the library that parses the command
-// line. This source and CommandLine.cpp are the only ones that include CLI11, which takes seconds
-// to compile: commands call these few functions instead of its templates. Tested by
-// tests/tool/command_line_test.bash, and by the tests of each command.
+// Declares options and operands to CLI11, which parses them. Only this and CommandLine.cpp include
+// CLI11, because its headers take seconds to compile: commands call these functions instead.
+// Tested by tests/tool/command_line_test.bash and the tests of the commands.
 
 #include <tools/command/Arguments.h>
 

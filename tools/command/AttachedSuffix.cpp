@@ -1,3 +1,7 @@
+// Finds "-i" with a suffix attached among the arguments of a command and splits it in two.
+// Goes through the arguments as the parser will, so that the value of another option is left alone.
+// Tested by tests/tool/edit_in_place_test.bash.
+
 #include <tools/command/AttachedSuffix.h>
 
 #include <tools/command/Arguments.h>
@@ -9,7 +13,7 @@ const char kSuffixOption[] = "--backup-suffix";
 
 namespace {
 
-/// The name of the option that an argument is: "-x", or "--name" without what follows a '='.
+/// The name of the option in an argument that begins with '-': "-x", or "--name" up to a '='.
 std::string OptionName(const std::string& argument) {
   return argument.substr(0, argument.compare(0, 2, "--") == 0 ? argument.find('=') : 2);
 }
@@ -19,7 +23,7 @@ std::string OptionName(const std::string& argument) {
 std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments,
                                        const Arguments& declared) {
   std::vector<std::string> split;
-  std::size_t values = 0;  // how many of the next arguments belong to an option
+  std::size_t values = 0;  // how many of the next arguments are values of the last option
   for (auto at = arguments.begin(); at != arguments.end(); ++at) {
     split.push_back(*at);
     if (values > 0) {

@@ -1,6 +1,5 @@
-// Parses the command line of the tool and finds the command that it names.
-// Each command is a subcommand of CLI11's parser; the exceptions with which CLI11 ends parsing
-// become a result or a UsageError here.
+// Parses the command line with CLI11, and finds the command that it names, a subcommand of the
+// parser. The exceptions with which CLI11 ends parsing become a result or a UsageError here.
 // Tested by tests/tool/command_line_test.bash.
 
 #include <tools/command/CommandLine.h>
@@ -11,6 +10,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace tool {
 

@@ -1,3 +1,7 @@
+// Runs a command on each of its files and combines the exit statuses.
+// Results are flushed behind each file, so that they and messages on a terminal keep their order.
+// Tested by tests/tool/input_test.bash.
+
 #include <tools/command/FileCommand.h>
 
 #include <tools/command/Arguments.h>
@@ -33,7 +37,6 @@ ExitStatus FileCommand::TryFile(const std::string& file, const Session& session)
     const bool named = m_files.size() > 1 && !m_withoutNames;
     ResultWriter results(session.output, named ? input.name + ":" : std::string());
     const ExitStatus status = RunOn(input, results, session);
-    // Before the next file, so that its messages do not overtake these results.
     session.output.Flush();
     return status;
   });

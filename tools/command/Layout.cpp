@@ -1,3 +1,7 @@
+// The option --indent-off of the commands that write documents, and the writing itself.
+// A flag of the document decides whether the library indents what it writes.
+// Tested by tests/tool/format_test.bash.
+
 #include <tools/command/Layout.h>
 
 #include <tools/command/Arguments.h>
@@ -11,7 +15,8 @@ void Layout::DeclareOptions(Arguments& arguments) {
 }
 
 std::string Layout::Write(IXMLDOMDocument2& document) const {
-  // Only now: while loading, the flag lets the white space between elements go.
+  // The flag is cleared here and not before: while a document is loaded, the same flag makes the
+  // library drop white space between elements, which has to happen in either layout.
   if (m_indentOff) document.m_uFlags &= ~static_cast<unsigned>(document.FORMATTED_LAYOUT);
   return std::string(document.Getxml());
 }

@@ -15,7 +15,7 @@ class Layout {
   /// Declares the option.
   void DeclareOptions(Arguments& arguments);
 
-  /// Result: the document's XML, laid out.
+  /// Result: the XML of the document, with a line for each element.
   std::string Write(IXMLDOMDocument2& document) const;
 
  private:

@@ -1,3 +1,7 @@
+// The operand PATH of the commands that search, and the search itself.
+// A path is checked before a file is read, because the library does not report malformed ones.
+// Tested by tests/tool/select_test.bash and tests/tool/path_test.bash.
+
 #include <tools/command/Query.h>
 
 #include <tools/command/Arguments.h>

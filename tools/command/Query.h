@@ -12,16 +12,17 @@ namespace tool {
 
 class Arguments;
 
-/// Effects: throws a UsageError that shows what is wrong with a path. `single`: the path is for the
-/// search of one node.
+/// Checks a path. `single`: it is for the search of a single node.
+/// Effects: throws a UsageError that shows what is wrong with it.
 void CheckPath(const std::string& path, bool single);
 
-/// The path that a command is given, and how it is to be searched for.
+/// The path that the user gives to a command, and whether all nodes that it selects count or only
+/// the first.
 class Query {
  public:
   enum Kind {
-    kAll,   ///< Selects all nodes, or only the first when the user says so.
-    kFirst  ///< Selects the first node.
+    kAll,   ///< All nodes, or only the first with the option "--first".
+    kFirst  ///< Always the first node alone; there is no such option.
   };
 
   explicit Query(Kind kind) : m_kind(kind), m_first(kind == kFirst) {}
@@ -29,12 +30,12 @@ class Query {
   /// Declares the path as the next operand, and the options of the search.
   void DeclareArguments(Arguments& arguments);
 
-  /// Effects: throws a UsageError that shows what is wrong with the path.
+  /// Effects: throws a UsageError when something is wrong with the path.
   void Check() const;
 
   const std::string& Path() const { return m_path; }
 
-  /// Hands every selected node to `visit`, in the order of the search. Result: how many they were.
+  /// Calls `visit` with each selected node, in the order of the search. Result: how many there are.
   std::size_t Search(IXMLDOMDocument2* document,
                      const std::function<void(IXMLDOMNode*)>& visit) const;
 

@@ -1,3 +1,7 @@
+// The options -i and --lossy of the commands that can replace a file by their result.
+// A file is replaced only when nothing of it is lost, both before and after the command's work.
+// Tested by tests/tool/format_in_place_test.bash and tests/tool/edit_in_place_test.bash.
+
 #include <tools/command/Rewriting.h>
 
 #include <tools/command/Arguments.h>
@@ -39,7 +43,8 @@ bool Rewriting::Allows(const Input& input, const LossReport& report) const {
 }
 
 ExitStatus Rewriting::Replace(const Input& input, const std::string& result) const {
-  // An edit can make what the next one would lose.
+  // An edit can bring together what the library would move when it loads the file the next time,
+  // such as text beside elements.
   if (IsCareful() &&
       !Allows({input.name + " (result)", result}, FindLoss(result, Surroundings::kKept))) {
     return ExitStatus::kTrouble;

@@ -11,26 +11,28 @@ namespace tool {
 
 struct Input;
 
-/// The replacement of a file by what a command makes of it: only when the user asks for it, and
-/// without losing anything unless the user says so.
+/// Replaces a file by what a command makes of it (the option -i), and refuses to do so when
+/// something in the file would be lost or moved, unless the user allows it (the option --lossy).
 class Rewriting {
  public:
-  /// Declares the options. On the command line, a suffix attached to "-i" has been split off.
+  /// Declares the options. They expect arguments from which SplitSuffixes has split a suffix.
   void DeclareOptions(Arguments& arguments);
 
-  /// Effects: throws a UsageError for what cannot be replaced.
+  /// Effects: throws a UsageError when -i is given and one of the files cannot be replaced.
   void Check(const std::vector<std::string>& files) const;
 
-  /// Whether the user asks for it.
+  /// Whether -i is given.
   bool IsAsked() const { return m_isAsked; }
-  /// Whether nothing may be lost.
+  /// Whether -i is given without --lossy, so that nothing may be lost.
   bool IsCareful() const { return m_isAsked && !m_isLossy; }
 
-  /// Whether the input may be replaced. Effects: says why not, with the place.
+  /// Whether the input may be replaced. `report` is that of FindLoss for it.
+  /// Effects: writes the reason to standard error when it may not, with the place.
   bool Allows(const Input& input, const LossReport& report) const;
 
-  /// Replaces the input's file by `result`, which has to be well-formed, and without loss where
-  /// nothing may be lost. Effects: says what goes wrong.
+  /// Replaces the file of the input by `result`, which the library has written. Where nothing may
+  /// be lost, `result` itself is checked too. Result: kDone, or kTrouble when nothing is replaced.
+  /// Effects: writes the reason to standard error then.
   ExitStatus Replace(const Input& input, const std::string& result) const;
 
  private:

@@ -1,3 +1,7 @@
+// Turns the exceptions that work on a document can throw into a message and an exit status.
+// The library throws pointers to CLogException; memory that runs out throws std::bad_alloc.
+// Tested by tests/tool/Trouble_test.cpp.
+
 #include <tools/command/Trouble.h>
 
 #include <tools/io/Diagnostics.h>

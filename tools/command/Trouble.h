@@ -8,9 +8,10 @@
 
 namespace tool {
 
-/// Does the work on what messages call `name`.
-/// Result: that of the work; kTrouble when the library or the memory fails on the way, which is
-/// said. Effects: an OutputError passes through.
+/// Trouble is what grep and diff call their exit status 2: there is no answer, because something
+/// went wrong. This does work on a file, or on several, that messages call `name`.
+/// Result: that of the work; kTrouble when the library fails, memory runs out or the result is too
+/// large. Effects: a message then says so. An OutputError is not caught.
 ExitStatus SayTrouble(const std::string& name, const std::function<ExitStatus()>& work);
 
 }  // namespace tool

@@ -1,4 +1,6 @@
-// Tells whether files are well-formed, and where they are not.
+// The command `check`: tells whether files are well-formed, and where they are not.
+// A file is checked by loading it; with --lossless the loss check follows.
+// Tested by tests/tool/check_test.bash and tests/tool/lossless_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>

@@ -7,7 +7,7 @@
 
 namespace tool {
 
-// Each is defined in the source of its command.
+// The entries of the commands, each defined in the source of its command.
 extern const CommandEntry kCheckCommand;
 extern const CommandEntry kDiffCommand;
 extern const CommandEntry kEditCommand;

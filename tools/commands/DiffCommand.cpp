@@ -1,4 +1,6 @@
-// Compares two documents.
+// The command `diff`: compares two documents and tells the first difference.
+// The library compares the trees; the names of the root elements are compared here.
+// Tested by tests/tool/diff_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/Trouble.h>
@@ -40,7 +42,8 @@ class DiffCommand : public Command {
 
  private:
   static ExitStatus Compare(IXMLDOMDocument2& first, IXMLDOMDocument2& second, Output& output) {
-    // The library takes the two nodes that it is given for the same thing, whatever their names.
+    // CompareXMLNodes does not compare the names of the two nodes that it is given, only what is
+    // below them.
     const std::string firstRoot = first.m_pFirstChild->m_pszNodeName;
     const std::string secondRoot = second.m_pFirstChild->m_pszNodeName;
     if (firstRoot != secondRoot) {

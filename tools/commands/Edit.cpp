@@ -1,3 +1,7 @@
+// The six kinds of edits: how each checks its operands, and how it changes a document.
+// A table, EditKinds, binds both to the option of the command line.
+// Tested by tests/tool/Edit_test.cpp and tests/tool/edit_test.bash.
+
 #include <tools/commands/Edit.h>
 
 #include <tools/command/Command.h>
@@ -16,13 +20,15 @@ namespace {
 
 const char kRootPath[] = "/";
 
-// ---- Checks of operands
+// ---- Checks of operands, before any file is read
 
+/// Throws a UsageError that shows the byte at `offset` of an operand, which messages call `what`.
 [[noreturn]] void RefuseOperand(const std::string& what, const std::string& operand,
                                 std::size_t offset, const std::string& reason) {
   throw UsageError(DescribeProblem(what, operand, PositionOf(operand, offset), reason));
 }
 
+/// For an edit that has no operand but the path.
 void CheckNothing(const Edit&, bool) {}
 
 void CheckContent(const Edit& edit, bool isCareful) {
@@ -36,6 +42,7 @@ void CheckContent(const Edit& edit, bool isCareful) {
   if (report.reason != nullptr) RefuseOperand("XML", xml, report.offset, report.reason);
 }
 
+/// Throws when a text holds a character that cannot stand in an XML document.
 void RequireCharacters(const std::string& what, const std::string& text) {
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t length = CharacterLength(&text[at], text.size() - at);
@@ -48,7 +55,8 @@ void RequireCharacters(const std::string& what, const std::string& text) {
 
 void CheckText(const Edit& edit, bool) { RequireCharacters("text", edit.operands[1]); }
 
-/// Whether the parser takes an attribute of this name, and for nothing else.
+/// Whether the parser reads an attribute of exactly this name in the place of a name. A text that
+/// holds a name and more, such as "a='' b", is none.
 bool IsAttributeName(const std::string& name) {
   LoadProblem problem;
   const XMLPtr<IXMLDOMDocument2> document = LoadText("<element " + name + "=''/>", problem);
@@ -79,7 +87,8 @@ bool IsText(const IXMLDOMNode* node) { return node->m_eNodeType == NODE_TEXT; }
 
 bool IsElement(const IXMLDOMNode* node) { return node->m_eNodeType == NODE_ELEMENT; }
 
-/// The root element of the edit's content, ready to be moved; borrowed.
+/// Loads the XML of an edit. Result: its root element, borrowed from a document in
+/// `edited.contents`; the edit moves it into the edited document.
 IXMLDOMNode* LoadContent(const Edit& edit, EditedDocument& edited) {
   LoadProblem problem;
   edited.contents.push_back(LoadText(edit.operands[1], problem));
@@ -126,7 +135,7 @@ void SetAttribute(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
   const char* name = edit.operands[1].c_str();
   const XMLPtr<IXMLDOMNode> existing = Adopt(target->GetAttribute(name));
   target->SetAttribute(name, EscapeAttribute(edit.operands[2]).c_str());
-  // Setting an attribute that exists leaves it with one reference more.
+  // SetAttribute leaves an attribute that exists already with one reference too many.
   if (existing != nullptr) existing->RealRelease();
 }
 

@@ -1,4 +1,6 @@
-// Edits documents at paths, on their way to standard output or in their files.
+// The command `edit`: changes documents at paths, on the way to standard output or in their files.
+// All edits are made in the tree; the result is written only when each of them has been made.
+// Tested by tests/tool/edit_test.bash and tests/tool/edit_in_place_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
@@ -55,6 +57,7 @@ class EditCommand : public FileCommand {
   }
 
  private:
+  /// Makes one edit. Effects: a message to standard error when it cannot be made.
   static ExitStatus Try(const Edit& edit, EditedDocument& edited, const std::string& file) {
     const std::string title = std::string(edit.kind->option) + " " + edit.operands.front() + ": ";
     try {

@@ -1,4 +1,6 @@
-// Writes documents the way the library does.
+// The command `format`: writes documents in the layout of the library.
+// With -i the file is replaced, and what stands outside the root element is kept.
+// Tested by tests/tool/format_test.bash and tests/tool/format_in_place_test.bash.
 
 #include <tools/command/FileCommand.h>
 #include <tools/command/Layout.h>

@@ -1,4 +1,6 @@
-// Writes documents without their values.
+// The command `mask`: writes documents without texts and values of attributes.
+// The library does all of it.
+// Tested by tests/tool/mask_test.bash.
 
 #include <tools/command/FileCommand.h>
 #include <tools/commands/Commands.h>

@@ -1,4 +1,6 @@
-// Writes documents with a range of the children of one node.
+// The command `page`: writes documents with a range of the children of one node.
+// The library selects and writes the range; this checks what the library would only log.
+// Tested by tests/tool/page_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
@@ -18,6 +20,7 @@ namespace tool {
 
 namespace {
 
+// The number that tells the library to write no page attributes.
 const int kNoPage = -1;
 const unsigned int kRowRoom = 256;
 
@@ -50,7 +53,7 @@ class PageCommand : public FileCommand {
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    // The library would log that, and write the whole document.
+    // When the path selects nothing, the library only logs that, and writes the whole document.
     if (m_query.Search(document.Get(), [](IXMLDOMNode*) {}) == 0) return ExitStatus::kNo;
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     const _bstr_t xml =
@@ -60,7 +63,8 @@ class PageCommand : public FileCommand {
   }
 
  private:
-  /// The number of a row is put in where the first tag of the template seems to end.
+  /// Checks that the template is well-formed, as it is given and as a row. The library writes the
+  /// index of a row before the first '>' of the template, which can also stand in a value.
   void CheckTemplate() const {
     LoadProblem problem;
     if (LoadText(m_pad.text, problem) == nullptr) {

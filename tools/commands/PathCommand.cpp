@@ -1,4 +1,6 @@
-// Tells where in the tree the nodes stand that a path selects.
+// The command `path`: writes where in the tree the nodes stand that a path selects.
+// The library makes the path of each node.
+// Tested by tests/tool/node_path_test.bash.
 
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>

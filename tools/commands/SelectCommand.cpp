@@ -1,4 +1,6 @@
-// Writes the nodes that a path selects.
+// The command `select`: writes the nodes that a path selects as XML, or how many there are.
+// Each node is written as soon as the search meets it in the list of selected nodes.
+// Tested by tests/tool/select_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>

@@ -1,4 +1,6 @@
-// Shows the shape of a document to a person.
+// The command `tree`: shows the shape of a document to a person.
+// DocumentShape merges elements of one name; this draws the merged elements, one on a line.
+// Tested by tests/tool/tree_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
@@ -15,14 +17,16 @@ namespace tool {
 
 namespace {
 
-// Deeper than documents for people go, shallow enough to stay readable.
+// Documents are rarely deeper, and a drawing with so many levels can still be read.
 const int kDefaultDepth = 32;
 
+// What stands before an element, and before all below it, for each level of the drawing.
 const char kBranch[] = "├── ";
 const char kLastBranch[] = "└── ";
 const char kPassing[] = "│   ";
 const char kNothing[] = "    ";
 
+// Control sequences that set the color of a terminal.
 const char kNameColor[] = "\033[1;34m";
 const char kCountColor[] = "\033[33m";
 const char kAttributeColor[] = "\033[36m";
@@ -30,7 +34,8 @@ const char kTextColor[] = "\033[32m";
 const char kHiddenColor[] = "\033[2m";
 const char kPlain[] = "\033[0m";
 
-/// Draws merged elements as lines, each with its branches in front.
+/// Draws merged elements, one on a line, behind the branches that lead to it. It walks the elements
+/// by their links, so that the stack does not grow with the depth of the document.
 class ShapeDrawing {
  public:
   ShapeDrawing(const DocumentShape& shape, ResultWriter& results, bool colored)
@@ -64,7 +69,7 @@ class ShapeDrawing {
   static bool IsRoot(const Element& element) { return element.parent == DocumentShape::kNone; }
   static bool IsLast(const Element& element) { return element.nextSibling == DocumentShape::kNone; }
 
-  /// What stands before everything below an element.
+  /// What each line below an element has at the level of that element.
   static const char* Indent(const Element& element) {
     if (IsRoot(element)) return "";
     return IsLast(element) ? kNothing : kPassing;
@@ -82,6 +87,7 @@ class ShapeDrawing {
     DrawLine(line);
   }
 
+  /// Draws a line that tells how many levels below an element are not shown, if there are any.
   void DrawHiddenLevels(const Element& element) {
     if (element.hiddenLevels == 0) return;
     const std::string count = std::to_string(element.hiddenLevels);
@@ -102,10 +108,10 @@ class ShapeDrawing {
   ResultWriter& m_results;
   const bool m_colored;
   std::string m_indent;
-  std::vector<std::size_t> m_indents;  // its lengths at the levels above
+  std::vector<std::size_t> m_indents;  // the lengths of m_indent at the levels above
 };
 
-/// Whether an environment variable is set to anything.
+/// Whether an environment variable is set and not empty.
 bool IsSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value != nullptr && *value != '\0';

@@ -1,4 +1,6 @@
-// Writes the text, or an attribute, of the nodes that a path selects.
+// The command `value`: writes the text, or an attribute, of the nodes that a path selects.
+// References in texts and values are decoded.
+// Tested by tests/tool/value_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
@@ -47,7 +49,8 @@ class ValueCommand : public FileCommand {
   }
 
  private:
-  /// Appends what is asked for, decoded. Result: whether the node has it.
+  /// Appends the text of a node, or its attribute that is asked for, with references decoded.
+  /// Result: false when the node has no such attribute.
   bool Collect(IXMLDOMNode* node, CMemFile& text) const {
     if (!m_attribute.isGiven) {
       node->GetTextHelper(text);

@@ -1,3 +1,7 @@
+// Puts a document together again: what stood before and behind the root element in the file, and in
+// between the root element as the library writes it. Offsets in the file come from the LossReport.
+// Tested by tests/tool/edit_in_place_test.bash and tests/tool/LosslessProperty_test.cpp.
+
 #include <tools/document/DocumentFrame.h>
 
 #include <tools/document/LossCheck.h>
@@ -6,8 +10,9 @@ namespace tool {
 
 namespace {
 
-/// The only encodings that the parser knows beside those of Unicode are ISO-8859-1 and its part
-/// US-ASCII, in which a byte is the number of its character.
+/// Turns a text in another encoding into UTF-8. Beside UTF-8 and UTF-16, which the tool refuses,
+/// the parser knows only ISO-8859-1 and US-ASCII, in which each byte is the code point of a
+/// character.
 std::string ToUtf8(const std::string& bytes) {
   std::string text;
   for (const char c : bytes) {
@@ -34,7 +39,7 @@ std::string Frame(const std::string& text, const LossReport& report, const std::
     after = ToUtf8(after);
   }
   framed += before;
-  // The library ends the root element with a line feed; what followed it has its own.
+  // The library ends the root element with a line feed, but `after` holds the one of the file.
   framed.append(xml, 0, xml.size() - 1);
   return framed + (after.empty() ? "\n" : after);
 }

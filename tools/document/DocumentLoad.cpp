@@ -1,3 +1,7 @@
+// Has the library make the tree of a text, and turns its parse error into a message with a place.
+// The library takes a text to end at its first NUL, so a NUL byte is refused before it is loaded.
+// Tested by tests/tool/check_test.bash.
+
 #include <tools/document/DocumentLoad.h>
 
 #include <tools/io/Diagnostics.h>
@@ -10,9 +14,11 @@ namespace tool {
 
 namespace {
 
+// How many characters of a tag a message shows.
 const std::size_t kTagLimit = 60;
 
-/// Whether a text that holds NUL bytes begins as XML in UTF-16 does.
+/// Whether a text that holds NUL bytes begins as XML in UTF-16 does: with a byte order mark or with
+/// '<' in two bytes.
 bool LooksLikeUtf16(const std::string& text) {
   for (const char* beginning : {"\xFF\xFE", "\xFE\xFF"}) {
     if (text.compare(0, 2, beginning) == 0) return true;
@@ -30,7 +36,8 @@ LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
 
 LoadProblem ProblemOf(const IXMLDOMParseError& error) {
   std::string reason = error.m_bstrReason;
-  // Anything else is only what stands where no tag could be found.
+  // The source text of an error is the tag that it is about. It begins with something else when the
+  // library has found no tag there; that would tell a user nothing.
   if (error.m_bstrSrcText[0] == '<') {
     reason += ", near " + VisibleLine(error.m_bstrSrcText, kTagLimit);
   }
@@ -42,7 +49,6 @@ LoadProblem ProblemOf(const IXMLDOMParseError& error) {
 }  // namespace
 
 XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem) {
-  // The library takes a text to end at its first NUL.
   const std::size_t nul = text.find('\0');
   if (nul != std::string::npos) {
     problem = ProblemOfNul(text, nul);

@@ -19,13 +19,13 @@ struct LoadProblem {
   std::string reason;
 };
 
-/// Makes the tree of a text. Result: the document; null when the text is not well-formed, as
-/// `problem` then says.
+/// Makes the tree of a text.
+/// Result: the document; null when the text is not well-formed. Out: `problem` then says why.
 XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
 
 /// Makes the tree of an input.
-/// Result: the document; null when the input is not well-formed, which has been said, with the
-/// place, on standard error.
+/// Result: the document; null when the input is not well-formed. Effects: what is wrong is then
+/// written to standard error, with the place.
 XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input);
 
 }  // namespace tool

@@ -1,3 +1,7 @@
+// Merges the elements of a tree that have the same name below the same merged parent.
+// One walk over the tree; a hash table finds the merged element by its parent and its name.
+// Tested by tests/tool/tree_test.bash.
+
 #include <tools/document/DocumentShape.h>
 
 #include <xmldom/dom/XMLNode.h>
@@ -14,7 +18,7 @@ bool DocumentShape::Key::operator==(const Key& other) const {
 }
 
 std::size_t DocumentShape::KeyHash::operator()(const Key& key) const {
-  // FNV-1a, begun with what is no text.
+  // FNV-1a, of the parent and the kind of name first and then of the bytes of the name.
   std::uint64_t hash = 14695981039346656037u;
   const auto mix = [&hash](std::uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
   mix(key.parent);
@@ -26,7 +30,8 @@ std::size_t DocumentShape::KeyHash::operator()(const Key& key) const {
 DocumentShape::DocumentShape(const IXMLDOMNode* root, std::size_t levels) {
   const IXMLDOMNode* node = root;
   std::size_t level = 1;       // of `node`
-  std::size_t parent = kNone;  // what the nodes around `node` are merged below
+  std::size_t parent = kNone;  // the merged element for the parent of `node`; below the last level
+                               // that is shown, for its nearest ancestor that is
   for (;;) {
     if (node->m_eNodeType == NODE_TEXT) {
       if (level - 1 <= levels) m_elements[parent].hasText = true;

@@ -1,3 +1,7 @@
+// Escapes plain text, so that parsers and the library read from XML exactly what the user typed.
+// White space that the library would drop when it loads the text again becomes a reference.
+// Tested by tests/tool/LosslessProperty_test.cpp and tests/tool/edit_test.bash.
+
 #include <tools/document/Escape.h>
 
 #include <tools/io/SourceText.h>
@@ -10,11 +14,11 @@ namespace tool {
 
 namespace {
 
-// Decimal, because the library does not read hexadecimal numbers.
+/// A decimal reference, because the library does not decode hexadecimal ones.
 std::string Reference(char c) { return "&#" + std::to_string(static_cast<int>(c)) + ";"; }
 
-/// The reference that a character of a text has to be, or an empty text for one that can stand as
-/// it is. Parsers read a carriage return as a line feed, and the library drops line feeds.
+/// The reference that has to stand for a character of a text; empty when it needs none. Line ends
+/// need one: parsers read a carriage return as a line feed, and the library drops line feeds.
 std::string TextReference(char c) {
   switch (c) {
     case '&':
@@ -34,7 +38,7 @@ std::string EscapeText(const std::string& text) {
   std::string escaped;
   for (auto at = text.begin(); at != text.end();) {
     const auto end = std::find_if(at, text.end(), [](char c) { return !TextReference(c).empty(); });
-    // White space alone between references is dropped by the library.
+    // The library drops white space that stands alone between two references.
     if (std::all_of(at, end, IsSpace)) {
       std::for_each(at, end, [&escaped](char c) { escaped += Reference(c); });
     } else {

@@ -5,12 +5,14 @@
 
 namespace tool {
 
-/// `text` as the content of an element: every parser reads exactly `text` from it, and the library
-/// drops nothing of it when it loads it again. Bad input: bytes that cannot stand in XML.
+/// Escapes `text` as the content of an element. Every parser reads exactly `text` from the result,
+/// and the library drops nothing of it when it loads it again.
+/// Bad input: characters that cannot stand in an XML document are not escaped.
 std::string EscapeText(const std::string& text);
 
-/// `text` as an attribute value in single quotes, which every parser reads as exactly `text`. Bad
-/// input: as above.
+/// Escapes `text` as an attribute value in single quotes, from which every parser reads exactly
+/// `text`.
+/// Bad input: as above.
 std::string EscapeAttribute(const std::string& text);
 
 }  // namespace tool

@@ -1,5 +1,6 @@
-// Reads a text with the parser as the library does, in the same pieces, and watches for what the
-// tree does not hold, or holds in another place.
+// Finds the first place of a text that would be lost or moved when the library writes it again.
+// Parses the text as the library does, and compares each event with what the library makes of it.
+// Tested by tests/tool/LossCheck_test.cpp and tests/tool/LosslessProperty_test.cpp.
 
 #include <tools/document/LossCheck.h>
 
@@ -21,6 +22,7 @@ namespace tool {
 
 namespace {
 
+// The offset of something that does not occur.
 const std::size_t kNowhere = std::string::npos;
 
 const char kEncoding[] = "the encoding would become UTF-8";
@@ -40,8 +42,8 @@ const char kOuterComment[] = "a comment outside the root element would be lost";
 const char kOuterInstruction[] = "a processing instruction outside the root element would be lost";
 const char kDocumentType[] = "a document type would be lost";
 
-/// Whether a reference, of `size` bytes from '&' to ';', stands for itself in the written form:
-/// numbers and predefined entities do.
+/// Whether the library writes a reference, of `size` bytes from '&' to ';', with the same meaning
+/// as it has in the text: it does so with character references and the five predefined entities.
 bool IsPlainReference(const char* reference, std::size_t size) {
   if (reference[1] == '#') return true;
   for (const char* predefined : {"&lt;", "&gt;", "&amp;", "&quot;", "&apos;"}) {
@@ -52,7 +54,7 @@ bool IsPlainReference(const char* reference, std::size_t size) {
   return false;
 }
 
-/// Whether a reference that the parser has accepted is the number of a tab or of a line break.
+/// Whether a reference, which the parser has accepted, stands for a tab or a line break.
 bool IsBreak(const char* reference) {
   if (reference[1] != '#') return false;
   const bool isHexadecimal = reference[2] == 'x';
@@ -61,8 +63,8 @@ bool IsBreak(const char* reference) {
   return number == '\t' || number == '\n' || number == '\r';
 }
 
-/// Collects the report while the parser runs. Entities are not expanded, so that every event has a
-/// place of its own in the text.
+/// Makes the report out of the events of the parser. Entities are not expanded, so that every event
+/// stands for bytes of the text itself. The first loss that is reported is the one that counts.
 class LossFinder : public CExpatImpl<LossFinder> {
  public:
   LossFinder(const std::string& text, Surroundings surroundings)
@@ -90,7 +92,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
     return m_report;
   }
 
-  // What the parser tells of the content of the root element.
+  // Called by CExpatImpl for the tags of elements, and for texts and references (OnDefault).
 
   void OnStartElement(const char*, const char** attributes) {
     if (m_preserves.empty()) {
@@ -130,7 +132,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
       }
       if (m_textAt == kNowhere) m_textAt = solidAt;
     }
-    // The tree drops what is white space alone, however much text there is around it.
+    // The library drops a piece of white space alone, even when the same element holds other text.
     if (m_textAt != kNowhere && m_blankAt != kNowhere) {
       Report(m_blankAt, IsLineEnd(m_text[m_blankAt]) ? kLineBreak : kWhiteSpace);
     }
@@ -155,7 +157,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
     });
     XML_SetEntityDeclHandler(m_p, [](void* self, const char*, int isParameter, const char* value,
                                      int, const char*, const char*, const char*, const char*) {
-      // The tree keeps references to all other entities as they are.
+      // The library keeps references to all other entities as they are.
       if (!isParameter && value != nullptr) {
         static_cast<LossFinder*>(self)->m_declaresEntities = true;
       }
@@ -171,7 +173,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
   }
 
   void OnDocumentType() {
-    // The event is where the declaration's first part ends.
+    // The parser reports the document type where its name and identifiers end.
     if (m_dropsSurroundings) Report(m_text.rfind("<!DOCTYPE", EventBegin()), kDocumentType);
   }
 
@@ -183,8 +185,8 @@ class LossFinder : public CExpatImpl<LossFinder> {
     }
   }
 
-  /// Looks at the references in a start tag, where '&' can only begin one, and at what did not come
-  /// from the tag.
+  /// Reports references in a start tag that the library would write differently, and attributes
+  /// that do not stand in the tag. In a start tag, each '&' begins a reference.
   void CheckAttributes(const char** attributes) {
     const char* const end = m_text.data() + EventEnd();
     const char* at = m_text.data() + EventBegin();
@@ -198,7 +200,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
     if (attributes[written] != nullptr) Report(EventBegin(), kSuppliedAttribute);
   }
 
-  /// Whether an element with these attributes keeps the white space between its children.
+  /// Whether xml:space, of these attributes or of an element around them, asks to keep white space.
   bool Preserves(const char** attributes) const {
     for (; *attributes != nullptr; attributes += 2) {
       if (std::strcmp(attributes[0], "xml:space") == 0) {
@@ -208,6 +210,8 @@ class LossFinder : public CExpatImpl<LossFinder> {
     return !m_preserves.empty() && m_preserves.back();
   }
 
+  /// Called behind each tag: behind a start tag the content of a new element begins, behind an end
+  /// tag the content of the element around it goes on. `hasElements`: whether that has had a child.
   void BeginContent(bool hasElements) {
     m_hasElements = hasElements;
     m_textAt = kNowhere;
@@ -234,13 +238,13 @@ class LossFinder : public CExpatImpl<LossFinder> {
   const bool m_dropsSurroundings;
   LossReport m_report;
   bool m_declaresEntities;
-  std::vector<bool> m_preserves;  // for each open element
+  std::vector<bool> m_preserves;  // for each open element: whether it preserves white space
 
-  // The content of the innermost open element since its last child. Text before a child has been
-  // reported when the child began.
+  // What the innermost open element holds since its last child element. Text in front of a child is
+  // reported when the child begins, so that no more has to be remembered.
   bool m_hasElements;
-  std::size_t m_textAt;   // where its text begins
-  std::size_t m_blankAt;  // its first piece of white space alone
+  std::size_t m_textAt;   // offset of its first text that is not white space, or kNowhere
+  std::size_t m_blankAt;  // offset of its first piece of white space alone, or kNowhere
 };
 
 }  // namespace

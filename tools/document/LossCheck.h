@@ -6,30 +6,32 @@
 
 namespace tool {
 
-/// What of a text the library's written form does not give back, and where its parts stand.
+/// The first thing in a text that is lost or moved when the library loads it and writes it again,
+/// and where the parts of the text stand. All places are offsets of bytes.
 struct LossReport {
-  const char* reason;  ///< Why the text is not given back; null when it is.
-  std::size_t offset;  ///< The first place that is lost or moved.
+  const char* reason;  ///< What would be lost or moved; null when nothing is.
+  std::size_t offset;  ///< Where that stands.
 
-  std::size_t declarationEnd;  ///< Of the XML declaration; 0 without one.
-  std::size_t encodingBegin;   ///< Of the name of an encoding that is not UTF-8.
-  std::size_t encodingEnd;     ///< Both are 0 when there is none.
-  std::size_t rootBegin;       ///< Of the root element, from tag to tag.
+  std::size_t declarationEnd;  ///< The end of the XML declaration; 0 without one.
+  std::size_t encodingBegin;   ///< The name, in the declaration, of an encoding that is not UTF-8;
+  std::size_t encodingEnd;     ///< both are 0 without one.
+  std::size_t rootBegin;       ///< The root element, with its tags.
   std::size_t rootEnd;
 };
 
-/// What becomes of what stands outside the root element.
+/// What happens to the surroundings of the root element: all that stands outside it.
 enum class Surroundings {
-  kKept,    ///< Its bytes are put around the written root element again.
-  kDropped  ///< It is lost.
+  kKept,    ///< They are put around the written root element again (see Frame), so nothing is lost.
+  kDropped  ///< They are not written, so a comment or document type there is reported as lost.
 };
 
-/// Finds out whether the library's written form of a text says the same to a parser as the text
-/// does: elements, attributes, texts and all else in their order, but for white space alone between
-/// tags of elements that hold elements.
-/// `text` is one that the library has loaded; anything else is reported as lost where it ends to be
-/// XML, and a std::length_error where it is larger than the parser can take. Cost: one pass of the
-/// parser; the stack does not grow.
+/// Finds out whether a parser reads the same from a text and from what the library writes of it:
+/// the same elements, attributes, texts, comments and so on in the same order. White space between
+/// the tags of an element that holds elements, and no text, is layout and does not count.
+/// Result: the report; its reason is null when nothing is lost or moved.
+/// Effects: throws a std::length_error for a text that is larger than the parser can take.
+/// Bad input: a text that is not well-formed is reported as lost where the parser stops.
+/// Cost: one pass of the parser; the stack does not grow.
 LossReport FindLoss(const std::string& text, Surroundings surroundings);
 
 }  // namespace tool

@@ -1,3 +1,7 @@
+// Checks a path before the library reads it, because the library accepts every text as a path.
+// Reads step by step with the library's own rules, and throws the first problem as a PathProblem.
+// Tested by tests/tool/path_test.bash.
+
 #include <tools/document/PathCheck.h>
 
 #include <tools/io/SourceText.h>
@@ -20,7 +24,8 @@ bool IsNameByte(char c) {
          (c != '\0' && std::strchr("_:-.", c) != nullptr);
 }
 
-/// Walks over a path, step by step, up to the first problem, which it throws.
+/// Goes through a path, step by step. Each member checks one part of it, given as offsets, and
+/// throws a PathProblem for the first problem.
 class Checker {
  public:
   Checker(const std::string& path, bool single)
@@ -49,7 +54,8 @@ class Checker {
     return "'" + Visible(text, CharacterLength(text, m_path.size() - offset)).text + "'";
   }
 
-  /// The first '/' outside brackets; quotes do not protect a bracket.
+  /// Where the step at `at` ends: at the next '/' outside brackets. Quotes make no difference,
+  /// because for the library a bracket in quotes is a bracket too.
   std::size_t FindStepEnd(std::size_t at) const {
     bool isInBrackets = false;
     for (; at < m_path.size(); ++at) {
@@ -122,7 +128,7 @@ class Checker {
       const std::size_t slash = FindUnquotedSlash(at, end);
       if (slash == kNowhere) break;
       if (m_path[at] == '@') Fail(slash, "an attribute has nothing below it");
-      // Any segment that begins so matches every name.
+      // For the library, a segment that begins with '*' matches every name.
       if (m_path[at] != '*') CheckName(at, slash);
       at = slash + 1;
     }
@@ -167,8 +173,8 @@ class Checker {
 
   const std::string& m_path;
   const bool m_single;
-  bool m_isSearch;      // begins with "//"
-  std::size_t m_depth;  // how many levels below the document the steps so far lead
+  bool m_isSearch;      // whether the path begins with "//"
+  std::size_t m_depth;  // the level, below the document, that the steps so far lead to
 };
 
 }  // namespace

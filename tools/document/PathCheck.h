@@ -6,16 +6,17 @@
 
 namespace tool {
 
-/// What is wrong with a path, and at which byte.
+/// A problem of a path, and the byte where it is.
 struct PathProblem {
   std::size_t offset;
   std::string reason;  ///< Empty when nothing is wrong.
 };
 
-/// Looks a path over as the library will read it. The library takes any text and just selects
-/// nothing, or ignores a part; here whatever cannot mean what it says is a problem.
-/// `single`: the path is for the search of one node, which understands "." and "..".
-/// Result: the first problem.
+/// Checks a path by the rules with which the library reads it. The library accepts every text: it
+/// selects nothing for one that makes no sense, or ignores a part of it. Here that is a problem, so
+/// that the user gets a message instead of an empty result.
+/// `single`: the path is for the search of a single node, which has the steps "." and "..".
+/// Result: the first problem; its reason is empty when there is none.
 PathProblem FindPathProblem(const std::string& path, bool single);
 
 }  // namespace tool

@@ -1,3 +1,7 @@
+// Writes messages to standard error, one write for each, so that those of several processes do not
+// mix within a line. Log events of the library come out the same way, through the logger's sink.
+// Tested by tests/tool/command_line_test.bash and tests/tool/input_test.bash.
+
 #include <tools/io/Diagnostics.h>
 
 #include <tools/io/SourceExcerpt.h>
@@ -13,9 +17,10 @@ namespace {
 
 const char kTool[] = "xmldom: ";
 
-// Nobody is left to be told when this fails.
+// A failure is ignored: there is nowhere else to report it.
 void Say(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stderr); }
 
+/// Writes each line of a text as a message of the tool.
 void SayLines(const std::string& text) {
   std::size_t begin = 0;
   std::string lines;

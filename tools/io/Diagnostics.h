@@ -7,20 +7,21 @@
 
 namespace tool {
 
-/// Says on standard error, in the name of the tool, what went wrong.
+/// Writes "xmldom: " and the text to standard error: what went wrong.
 void Complain(const std::string& text);
 
-/// Says it about a file.
+/// The same about a file: "xmldom: FILE: TEXT".
 void ComplainAbout(const std::string& file, const std::string& text);
 
-/// Says it about a place in a file, and shows the place.
+/// Writes what went wrong at a place in a file as compilers do: "FILE:LINE:COLUMN: REASON", and
+/// below it the line of `text` with a caret under the column. `text` is the whole text of the file.
 void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
                 const std::string& reason);
 
-/// Remarks on a file, without complaint.
+/// Writes "FILE: TEXT" to standard error: what --verbose tells of a file with which all is well.
 void Remark(const std::string& file, const std::string& text);
 
-/// Has the library's log events said the same way, every line of them.
+/// From now on writes the log events of the library like messages of the tool, line by line.
 void SayLogEvents();
 
 }  // namespace tool

@@ -1,3 +1,7 @@
+// Copies owner, mode and extended attributes from a file to the one that is going to replace it.
+// Where something cannot be copied, the new file gets fewer rights than the old one, never more.
+// Tested by tests/tool/edit_in_place_test.bash.
+
 #include <tools/io/FileAttributes.h>
 
 #include <sys/xattr.h>
@@ -10,7 +14,8 @@ namespace tool {
 
 namespace {
 
-/// Access control lists and security labels are among them.
+/// Access control lists and security labels are extended attributes. One that cannot be read or set
+/// is left out.
 void CopyExtendedAttributes(const std::string& path, int descriptor) {
   const ssize_t size = listxattr(path.c_str(), nullptr, 0);
   if (size <= 0) return;
@@ -34,13 +39,14 @@ bool CopyAttributes(const std::string& path, const struct stat& status, int desc
   mode_t mode = status.st_mode & 07777;
   CopyExtendedAttributes(path, descriptor);
   if (fchown(descriptor, status.st_uid, status.st_gid) != 0) {
+    // A program must not run with the rights of another owner than before.
     mode &= 0777;
     if (fchown(descriptor, static_cast<uid_t>(-1), status.st_gid) != 0) {
       const mode_t everybody = mode & 07;
       mode = (mode & ~static_cast<mode_t>(070)) | (mode & everybody << 3);
     }
   }
-  // Last, because a change of owner clears some bits.
+  // The mode is set last, because a change of owner clears the set-user-ID and set-group-ID bits.
   return fchmod(descriptor, mode) == 0;
 }
 

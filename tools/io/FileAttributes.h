@@ -8,8 +8,8 @@
 namespace tool {
 
 /// Gives the open file `descriptor` the extended attributes, the owner and the mode of the file at
-/// `path`, whose status is `status`. What the system does not let us set is left out; a group that
-/// is not the old one gets no more rights than everybody has.
+/// `path`, whose status is `status`. What the system refuses to set is left out. When the group
+/// cannot be set, the new group gets only the rights that all users have.
 /// Result: whether the mode could be set; otherwise errno tells why not.
 bool CopyAttributes(const std::string& path, const struct stat& status, int descriptor);
 

@@ -1,3 +1,7 @@
+// Replaces a file as a whole: writes the new contents to a file beside it and renames that file.
+// Whatever can fail does so before the rename, which the system does completely or not at all.
+// Tested by tests/tool/edit_in_place_test.bash and tests/tool/replacement_test.bash.
+
 #include <tools/io/FileReplacement.h>
 
 #include <tools/io/FileAttributes.h>
@@ -20,36 +24,37 @@ namespace tool {
 
 namespace {
 
-/// Why a file cannot be replaced.
+/// A file cannot be replaced; the text says why.
 class ReplacementError : public std::runtime_error {
  public:
   explicit ReplacementError(const std::string& text) : std::runtime_error(text) {}
 };
 
+/// Throws with the reason of the last system call behind `what`.
 [[noreturn]] void Fail(const std::string& what) {
   throw ReplacementError(what + std::strerror(errno));
 }
 
-/// Holds back the signals with which people end a program, so that none of them leaves half a file
-/// behind.
-class SignalsHeld {
+/// While it exists, the signals with which users end a program wait, so that none of them leaves a
+/// half-written file beside the original.
+class SignalBlock {
  public:
-  SignalsHeld() {
+  SignalBlock() {
     sigset_t ending;
     sigemptyset(&ending);
     for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) sigaddset(&ending, number);
     sigprocmask(SIG_BLOCK, &ending, &m_before);
   }
-  ~SignalsHeld() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
+  ~SignalBlock() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
 
-  SignalsHeld(const SignalsHeld&) = delete;
-  SignalsHeld& operator=(const SignalsHeld&) = delete;
+  SignalBlock(const SignalBlock&) = delete;
+  SignalBlock& operator=(const SignalBlock&) = delete;
 
  private:
   sigset_t m_before;
 };
 
-/// The file that an operand leads to.
+/// The file that an operand of the command line names.
 struct Original {
   std::string path;  // absolute, without symbolic links
   struct stat status;
@@ -63,11 +68,13 @@ Original FindOriginal(const std::string& file) {
   original.path = path.get();
   if (stat(original.path.c_str(), &original.status) != 0) Fail("");
   if (!S_ISREG(original.status.st_mode)) throw ReplacementError("not a regular file");
-  // Renaming asks only for the right to write to the folder.
+  // rename() needs only the right to write to the folder, so a file that is read-only has to be
+  // found here.
   if (faccessat(AT_FDCWD, original.path.c_str(), W_OK, AT_EACCESS) != 0) Fail("");
   return original;
 }
 
+/// Throws when the file does not hold `text` any more.
 void RequireContents(const Original& original, const std::string& text) {
   std::string now;
   std::string reason;
@@ -77,7 +84,7 @@ void RequireContents(const Original& original, const std::string& text) {
 
 std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
 
-/// A new file beside the original, until it takes a place there.
+/// A new file in the folder of the original. It is removed again unless TakePlace renames it.
 class Successor {
  public:
   explicit Successor(const Original& original)
@@ -93,7 +100,8 @@ class Successor {
   Successor(const Successor&) = delete;
   Successor& operator=(const Successor&) = delete;
 
-  /// Writes the text down to the disk. `keepsTimes`: the file stands for the original.
+  /// Writes the text, gives the file the attributes of the original and waits until all is on the
+  /// disk. `keepsTimes`: the times of access and change are those of the original too.
   void Fill(const std::string& text, bool keepsTimes) {
     Output output(m_descriptor);
     output.Write(text);
@@ -105,6 +113,7 @@ class Successor {
     output.Finish();
   }
 
+  /// Renames the file to `path`, in place of a file of that name.
   void TakePlace(const std::string& path) {
     if (rename(m_path.c_str(), path.c_str()) != 0) Fail("'" + path + "' cannot be replaced: ");
     m_path.clear();
@@ -116,9 +125,10 @@ class Successor {
   int m_descriptor;
 };
 
+/// Waits until the renamed entries of the folder are on the disk.
 void SyncFolder(const std::string& path) {
   const int folder = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  // Who may write to a folder need not be allowed to read it.
+  // A folder that may be written to but not read cannot be opened, and so not be synced.
   if (folder < 0) return;
   const bool synced = fsync(folder) == 0 || errno == EINVAL;
   close(folder);
@@ -129,7 +139,7 @@ void Replace(const std::string& file, const std::string& from, const std::string
              const std::string& suffix) {
   const Original original = FindOriginal(file);
   if (from == to && suffix.empty()) return;
-  const SignalsHeld held;
+  const SignalBlock block;
   Successor next(original);
   next.Fill(to, false);
   std::unique_ptr<Successor> kept;

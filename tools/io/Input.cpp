@@ -1,3 +1,7 @@
+// Reads a file or standard input whole into a string.
+// The size of a regular file is known beforehand; for anything else the string doubles as it fills.
+// Tested by tests/tool/input_test.bash.
+
 #include <tools/io/Input.h>
 
 #include <tools/io/Diagnostics.h>
@@ -16,11 +20,11 @@ namespace tool {
 
 namespace {
 
-// What Expat takes in one call.
+// The length that is given to Expat is an int.
 const std::size_t kLargest = INT_MAX;
 const std::size_t kFirstRoom = 65536;
 
-/// Owns the descriptor that an operand names.
+/// Owns the descriptor of a file that it opens, or borrows that of standard input.
 class Source {
  public:
   explicit Source(const std::string& file)
@@ -68,7 +72,7 @@ bool ReadWhole(const std::string& file, std::string& text, std::string& reason) 
     reason = TooLarge();
     return false;
   }
-  // One byte more than expected, so that the end is seen without growing.
+  // One byte more than expected, so that the read that finds the end does not make the text grow.
   text.resize(std::max(expected + 1, kFirstRoom));
   std::size_t length = 0;
   for (;;) {

@@ -6,25 +6,27 @@
 
 namespace tool {
 
-/// A file, or standard input, read whole.
+/// The whole text of a file or of standard input.
 struct Input {
-  std::string name;  ///< As messages and results show it.
+  std::string name;  ///< As DisplayName gives it.
   std::string text;
 };
 
-/// How messages and results call what the operand `file` names; "-" is standard input.
+/// The name of an input in messages and results. `file` is an operand of the command line: the path
+/// of a file, or "-" for standard input.
 std::string DisplayName(const std::string& file);
 
-/// Reads what the operand `file` names to its end into `text`.
-/// Result: whether it could be read; otherwise `reason` tells why not.
+/// Reads the file that is called `file`, or standard input for "-", to its end.
+/// Result: whether it could be read. Out: `text` then holds it; otherwise `reason` tells why not.
 /// Bad input: a directory, or more bytes than the parser can take, cannot be read.
 bool ReadWhole(const std::string& file, std::string& text, std::string& reason);
 
-/// Reads what the operand `file` names. Result: whether it could be read; otherwise the reason has
-/// been said.
+/// Reads an input in the same way. Result: whether it could be read.
+/// Effects: otherwise writes the reason to standard error.
 bool ReadInput(const std::string& file, Input& input);
 
-/// Says what is wrong at the byte at `offset` of an input, and shows the place.
+/// Writes to standard error what is wrong with the byte at `offset` of an input, and shows that
+/// byte.
 void ComplainAt(const Input& input, std::size_t offset, const std::string& reason);
 
 }  // namespace tool

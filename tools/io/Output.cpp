@@ -1,3 +1,7 @@
+// Writes results to a descriptor through a buffer, and reports every byte that the system refuses.
+// A text that is larger than the buffer is written without it.
+// Tested by tests/tool/command_line_test.bash.
+
 #include <tools/io/Output.h>
 
 #include <unistd.h>

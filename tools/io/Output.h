@@ -8,17 +8,17 @@
 
 namespace tool {
 
-/// Results could not be written; the text gives the reason.
+/// A write has failed; the text gives the reason.
 class OutputError : public std::runtime_error {
  public:
   explicit OutputError(int errorNumber);
 };
 
-/// Buffered results on their way to a descriptor.
+/// A descriptor that is written to through a buffer.
 /// Effects: every member that writes throws an OutputError as soon as the system refuses a byte.
 class Output {
  public:
-  /// Takes the descriptor over; a negative one refuses the first byte.
+  /// Takes the descriptor over. With a negative one, the first byte that reaches it is refused.
   explicit Output(int descriptor);
   /// Closes the descriptor; what has not been flushed is lost.
   ~Output();
@@ -31,7 +31,7 @@ class Output {
   void Flush();
   /// Flushes, and waits until the bytes are on the disk.
   void Sync();
-  /// Flushes and closes: some systems tell only then that the bytes did not arrive.
+  /// Flushes and closes. Some file systems report only then that bytes were not stored.
   void Finish();
 
   bool IsTerminal() const;

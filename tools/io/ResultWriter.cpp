@@ -1,3 +1,7 @@
+// Writes the results for one file and puts the file's name before each line.
+// A line may come in pieces: the name is written when the first piece of a line is.
+// Tested by tests/tool/input_test.bash (several files).
+
 #include <tools/io/ResultWriter.h>
 
 #include <tools/io/Output.h>

@@ -8,13 +8,14 @@ namespace tool {
 
 class Output;
 
-/// Writes the results of one file, each line with the file's name before it when there are several.
+/// Writes the results of a command for one of its files. With several files, the name of the file
+/// stands before each line, as grep does it.
 class ResultWriter {
  public:
-  /// `prefix` stands at the beginning of every line; empty for none.
+  /// `prefix` is written at the beginning of every line; it may be empty. `output` is borrowed.
   ResultWriter(Output& output, const std::string& prefix);
 
-  /// The byte that ends a line, a line feed unless set.
+  /// Sets the byte that ends a line, which otherwise is a line feed.
   void SetTerminator(char terminator) { m_terminator = terminator; }
 
   void Write(const char* text, std::size_t size);

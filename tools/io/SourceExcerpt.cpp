@@ -1,4 +1,6 @@
 // Shows the line of a text that a message is about, with a caret under the column.
+// The line is cut into cells, one for each character, with the width that a terminal gives them.
+// Tested by tests/tool/check_test.bash.
 
 #include <tools/io/SourceExcerpt.h>
 
@@ -9,24 +11,25 @@ namespace tool {
 
 namespace {
 
-// How much of a line is shown on either side of the column.
+// How many columns of a long line are shown before and behind the place.
 const std::size_t kWidthBefore = 40;
 const std::size_t kWidthAfter = 36;
 const std::size_t kTabWidth = 8;
 const char kIndent[] = "  ";
 const char kCut[] = "...";
 
-/// One character of the line; a tab stays a tab.
+/// The cell of one character. A tab stays a tab, which moves the line and the caret alike.
 VisibleCharacter MakeCell(const char* text, std::size_t length) {
   if (*text == '\t') return {"\t", kTabWidth};
   return Visible(text, length);
 }
 
-/// What stands below a cell to keep the caret in line.
+/// What is written below a cell that stands before the caret, so that both lines stay aligned.
 std::string Filler(const VisibleCharacter& cell) {
   return cell.text == "\t" ? cell.text : std::string(cell.width, ' ');
 }
 
+/// The offset at which a line begins; the size of the text when it has fewer lines.
 std::size_t LineBegin(const std::string& text, std::size_t line) {
   std::size_t at = 0;
   while (line > 1) {
@@ -39,7 +42,7 @@ std::size_t LineBegin(const std::string& text, std::size_t line) {
   return at;
 }
 
-/// How many cells from `begin` on fit the room.
+/// How many cells, from `begin` on, take at most `room` columns together.
 template <class Iterator>
 std::size_t CountThatFits(Iterator begin, Iterator end, std::size_t room) {
   std::size_t count = 0;
@@ -53,7 +56,7 @@ std::string SourceExcerpt(const std::string& text, SourcePosition position) {
   std::size_t at = LineBegin(text, position.line);
   const std::size_t end = std::min(text.find_first_of("\r\n", at), text.size());
 
-  // The cells around the column; those far in front of it are never made.
+  // Only the cells around the column are made, so that a line of any length costs little memory.
   const std::size_t target = position.column - 1;
   const std::size_t firstMade = target > kWidthBefore ? target - kWidthBefore : 0;
   std::vector<VisibleCharacter> cells;

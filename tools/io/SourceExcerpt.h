@@ -10,7 +10,7 @@ namespace tool {
 /// Shows a place in a text on two lines, as compilers do: the line of `text` at `position`, and
 /// below it a caret under the column. Both are indented and end with a line feed. Characters that
 /// are not printable are shown as \xHH; a long line is cut on both sides of the column.
-/// Result: empty when the text has nothing at that line.
+/// Result: empty when that line is empty.
 std::string SourceExcerpt(const std::string& text, SourcePosition position);
 
 /// The message for an argument of the command line that cannot be used: where in the argument the

@@ -1,3 +1,7 @@
+// Reads a text as XML does: characters in UTF-8, white space, line ends; and makes it visible.
+// Bytes that are no valid UTF-8 count as characters of one byte, so that every text can be shown.
+// Tested by tests/tool/check_test.bash.
+
 #include <tools/io/SourceText.h>
 
 #include <algorithm>
@@ -8,17 +12,20 @@ namespace tool {
 
 namespace {
 
+/// The form of the UTF-8 sequences of one length: (first byte & mask) == lead.
 struct SequenceForm {
   unsigned char mask;
   unsigned char lead;
   std::size_t length;
-  std::uint32_t smallest;  // anything below has a shorter form
+  std::uint32_t smallest;  // the least code point that needs this length
 };
 
 const SequenceForm kSequenceForms[] = {
     {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
 
-/// The code point of the sequence at `text`; its length is 1 for a byte that begins none.
+/// The code point of the UTF-8 sequence at `text`, of which `size` bytes are there.
+/// Result: for a byte that begins no valid sequence, the byte itself. Out: `length`, which is 1 for
+/// such a byte.
 std::uint32_t Decode(const char* text, std::size_t size, std::size_t* length) {
   const unsigned char first = static_cast<unsigned char>(text[0]);
   *length = 1;
@@ -39,16 +46,17 @@ std::uint32_t Decode(const char* text, std::size_t size, std::size_t* length) {
   return first;
 }
 
+/// Code points from `first` to `last`, both included.
 struct CodeRange {
   std::uint32_t first;
   std::uint32_t last;
 };
 
-// Controls, and what turns the direction of a line or takes no room in it.
+// Control characters, characters that change the direction of a line, and invisible ones.
 const CodeRange kUnprintable[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x200B, 0x200F},
                                   {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}};
 
-// Combining marks stand on the character before them.
+// Combining marks are drawn on the character before them and take no column.
 const CodeRange kMarks[] = {{0x0300, 0x036F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
 
 // East Asian scripts and pictographs take two columns.

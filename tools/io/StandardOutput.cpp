@@ -1,3 +1,7 @@
+// Keeps standard output for the results of the tool, apart from what the library prints there.
+// The tool writes to a copy of the descriptor; the C library's stdout is then sent elsewhere.
+// Tested by tests/tool/command_line_test.bash.
+
 #include <tools/io/StandardOutput.h>
 
 #include <fcntl.h>
