@@ -18,6 +18,8 @@ namespace tool {
 
 namespace {
 
+// For an edit, this path means the root element, whatever its name; a search of the library would
+// select the document.
 const char kRootPath[] = "/";
 
 // ---- Checks of operands, before any file is read
@@ -31,6 +33,8 @@ const char kRootPath[] = "/";
 /// For an edit that has no operand but the path.
 void CheckNothing(const Edit&, bool) {}
 
+/// Throws when the XML of an edit is not well-formed, or would be changed by the library although
+/// nothing may be lost.
 void CheckContent(const Edit& edit, bool isCareful) {
   const std::string& xml = edit.operands[1];
   LoadProblem problem;

@@ -31,6 +31,8 @@ class EditCommand : public FileCommand {
  protected:
   void DeclareOptions(Arguments& arguments) override {
     for (const EditKind& kind : EditKinds()) {
+      // Options are met in the order of the command line, whatever their kinds, and so m_edits has
+      // that order too.
       const auto add = [this, &kind](const std::vector<std::string>& operands) {
         m_edits.push_back({&kind, operands});
       };

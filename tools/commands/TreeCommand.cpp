@@ -20,7 +20,8 @@ namespace {
 // Documents are rarely deeper, and a drawing with so many levels can still be read.
 const int kDefaultDepth = 32;
 
-// What stands before an element, and before all below it, for each level of the drawing.
+// The first two stand directly before an element: one that has later siblings, and the last one.
+// The other two stand below these, before everything that hangs below such an element.
 const char kBranch[] = "├── ";
 const char kLastBranch[] = "└── ";
 const char kPassing[] = "│   ";

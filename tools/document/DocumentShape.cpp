@@ -29,9 +29,9 @@ std::size_t DocumentShape::KeyHash::operator()(const Key& key) const {
 
 DocumentShape::DocumentShape(const IXMLDOMNode* root, std::size_t levels) {
   const IXMLDOMNode* node = root;
-  std::size_t level = 1;       // of `node`
-  std::size_t parent = kNone;  // the merged element for the parent of `node`; below the last level
-                               // that is shown, for its nearest ancestor that is
+  std::size_t level = 1;  // of `node`
+  // The merged element for the parent of `node`, or for its nearest ancestor that is shown.
+  std::size_t parent = kNone;
   for (;;) {
     if (node->m_eNodeType == NODE_TEXT) {
       if (level - 1 <= levels) m_elements[parent].hasText = true;

@@ -157,7 +157,8 @@ class LossFinder : public CExpatImpl<LossFinder> {
     });
     XML_SetEntityDeclHandler(m_p, [](void* self, const char*, int isParameter, const char* value,
                                      int, const char*, const char*, const char*, const char*) {
-      // The library keeps references to all other entities as they are.
+      // Only general entities with a text count: the library keeps references to others as they
+      // are.
       if (!isParameter && value != nullptr) {
         static_cast<LossFinder*>(self)->m_declaresEntities = true;
       }
@@ -167,6 +168,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
   void OnDeclaration(const char* encoding) {
     m_report.declarationEnd = EventEnd();
     if (encoding == nullptr || strcasecmp(encoding, "UTF-8") == 0) return;
+    // The parser gives a copy of the name, so it is looked for in the declaration itself.
     m_report.encodingBegin = m_text.rfind(encoding, EventEnd());
     m_report.encodingEnd = m_report.encodingBegin + std::strlen(encoding);
     Report(m_report.encodingBegin, kEncoding);
