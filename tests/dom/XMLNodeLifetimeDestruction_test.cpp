@@ -170,6 +170,87 @@ TEST(XMLNodeDestruction, Plain_nodes_below_a_derived_one_are_destroyed_with_it) 
   EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 
+/// A node of an application that notes its own fields when it is destroyed.
+class FieldWitness : public IXMLDOMNode {
+ public:
+  FieldWitness(std::string* story, IXMLDOMDocument2* owner, const char* name, DOMNodeType type)
+      : IXMLDOMNode(owner, name, "value", type), m_story(story) {}
+  ~FieldWitness() override {
+    *m_story += std::string(m_pszNodeName) + "=" + m_pszValue + " type" +
+                std::to_string(m_eNodeType) + (m_pParent != nullptr ? " parent" : "") +
+                (m_pOwnerDocument != nullptr ? " owner" : "") + "; ";
+  }
+
+ private:
+  std::string* m_story;
+};
+
+// Attributes are not visited when owners and parents are cleared, and deeper nodes keep their
+// parents. The destructor of the top node runs before anything is cleared.
+TEST(XMLNodeDestruction, A_derived_node_has_its_own_fields_in_its_destructor) {
+  std::string story;
+  Document document = NewDocument();
+  Node top(new FieldWitness(&story, document, "top", NODE_COMMENT));
+  top->m_pNextSibling = new FieldWitness(&story, document, "sibling", NODE_TEXT);
+  IXMLDOMNode* child = new FieldWitness(&story, document, "child", NODE_ELEMENT);
+  top->AddChild(child);
+  Node(child->AddChild("plain", nullptr));
+  child->m_pFirstChild->AddChild(new FieldWitness(&story, document, "deep", NODE_ENTITY));
+  IXMLDOMNode* attribute = new FieldWitness(&story, document, "attribute", NODE_ATTRIBUTE);
+  attribute->m_pParent = top;
+  top->m_pFirstAttribute = attribute;
+  top.Reset();
+  EXPECT_EQ(
+      "top=value type8 owner; sibling=value type3; child=value type1; deep=value type6 parent; "
+      "attribute=value type2 parent owner; ",
+      story);
+}
+
+TEST(XMLNodeDestruction, Derived_nodes_deep_inside_are_destroyed_once_around_those_that_are_kept) {
+  std::string story;
+  const int before = IXMLDOMNode::m_iObjCount;
+  Document document = Load("<a><b><c x='1'/><d/></b><e/></a>");
+  At(document, {0, 0, 0})->AddChild(new Witness(&story, "below-c"));
+  At(document, {0, 0, 0})->AddChild(new Witness(&story, "kept"));
+  At(document, {0, 0, 0})->AddChild(new Witness(&story, "after-kept"));
+  At(document, {0, 0, 0})->m_pFirstAttribute->m_pNextSibling =
+      new Witness(&story, "attribute", NODE_ATTRIBUTE);
+  At(document, {0, 1})->AddChild(new Witness(&story, "below-e"));
+  Node kept = Keep(At(document, {0, 0, 0, 1}));
+  document.Reset();
+  EXPECT_EQ("below-e below-c attribute ", story);
+  EXPECT_EQ(before + 2, IXMLDOMNode::m_iObjCount);
+  EXPECT_EQ(nullptr, kept->m_pOwnerDocument);
+  EXPECT_EQ(nullptr, kept->m_pNextSibling->m_pOwnerDocument);
+  kept.Reset();
+  EXPECT_EQ("below-e below-c attribute kept after-kept ", story);
+  EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
+}
+
+/// A node that notes, when it is destroyed, the types of those that it hangs below.
+class PathWitness : public IXMLDOMNode {
+ public:
+  PathWitness(std::string* story, IXMLDOMDocument2* owner)
+      : IXMLDOMNode(owner, "witness", nullptr, NODE_ELEMENT), m_story(story) {}
+  ~PathWitness() override {
+    for (IXMLDOMNode* node = m_pParent; node != nullptr; node = node->m_pParent) {
+      *m_story += std::string(node->m_pszNodeName) + std::to_string(node->m_eNodeType) + " ";
+    }
+  }
+
+ private:
+  std::string* m_story;
+};
+
+// Parents are cleared no more than one level below what is destroyed.
+TEST(XMLNodeDestruction, Type_and_parent_can_be_read_while_a_tree_is_destroyed) {
+  std::string story;
+  Document document = Load("<a><b x='1'><c><d>text</d></c></b></a>");
+  At(document, {0, 0, 0, 0})->AddChild(new PathWitness(&story, document));
+  document.Reset();
+  EXPECT_EQ("d1 c1 b1 a1 ", story);
+}
+
 TEST(XMLNodeDestruction, Neither_depth_nor_breadth_of_a_tree_needs_stack) {
   const std::string texts[] = {
       "<a>" + Repeat("<b/>", 100000) + "</a>",

@@ -107,6 +107,7 @@ const Row kRows[] = {
        }();
        document->loadXML(xml.c_str());
      }},
+    {"SetDebugEntities", [](IXMLDOMDocument2*) { SetDebugEntities(true); }},
     {"SetDebugXPATH", [](IXMLDOMDocument2*) { SetDebugXPATH(false); }},
     {"CheckLeaks", [](IXMLDOMDocument2*) { CXML::CheckLeaks("here"); }},
 };

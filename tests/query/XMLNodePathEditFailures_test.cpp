@@ -253,11 +253,20 @@ TEST_F(XMLNodePathEditAtAttribute, Replacing_throws_what_the_log_throws_instead)
   ExpectUnchanged();
 }
 
-TEST_F(XMLNodePathEditAtAttribute, Removing_throws_without_a_word) {
+// Deliberate: the exception leaves with the reference of the call taken.
+TEST_F(XMLNodePathEditAtAttribute, Removing_throws_without_a_word_and_keeps_a_reference) {
   LogCapture log;
   EXPECT_EQ(kNotListed, Thrown([&] { m_attribute->RemoveChildAtXPath("/"); }));
   EXPECT_TRUE(log.Events().empty());
-  ExpectUnchanged();
+  EXPECT_EQ("Document Root1[r1(v2)[a1]]", References(m_document));
+  m_attribute->RealRelease();
+}
+
+TEST_F(XMLNodePathEditAtAttribute, Replacing_gives_back_the_content_that_it_has_taken_out) {
+  const int before = IXMLDOMNode::m_iObjCount;
+  LogCapture log;
+  EXPECT_EQ(kNotListed, Thrown([&] { m_attribute->ReplaceChildAtXPath("/", "<n><m/></n>"); }));
+  EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 
 // A place that is not found is no failure of the insertion.

@@ -3,10 +3,14 @@
 #include <xmldom/xmldom.h>
 
 #include <climits>
+#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "harness/LogCapture.h"
+#include "harness/SmallStack.h"
 #include "harness/StdoutCapture.h"
+#include "harness/Trees.h"
 
 namespace {
 
@@ -233,6 +237,65 @@ TEST(EntityTranslationDebugLine, Shows_the_text_and_all_that_the_buffer_holds) {
 TEST(EntityTranslation, Appends_behind_what_the_buffer_holds) {
   EXPECT_EQ("x y<", Translate("&lt;", "x y").text);
   EXPECT_EQ("x yz", Translate("z", "x y").text);
+}
+
+// ---- The switch of the debug line
+
+namespace {
+
+/// Switches the debug line off while it lives.
+struct NoDebugLine {
+  NoDebugLine() { SetDebugEntities(false); }
+  ~NoDebugLine() { SetDebugEntities(true); }
+};
+
+/// The processor time that it takes to read `count` texts with a reference each.
+double SecondsToRead(int count) {
+  std::string xml = "<r>";
+  for (int i = 0; i < count; ++i) xml += "<a>x&amp;</a>";
+  const Document document = Load(xml + "</r>");
+  return OnSmallStack([&] { std::free(document->GetTextAsStr()); });
+}
+
+}  // namespace
+
+TEST(EntityTranslationDebugLine, Is_switched_with_a_log_event) {
+  LogCapture log;
+  SetDebugEntities(false);
+  SetDebugEntities(true);
+  const std::vector<LoggedEvent> expected = {Event(18, 7, "EntityDebug has been disabled"),
+                                             Event(18, 7, "EntityDebug has been enabled")};
+  EXPECT_EQ(expected, log.Events());
+}
+
+TEST(EntityTranslationDebugLine, Is_not_printed_when_it_is_off_and_back_when_it_is_on) {
+  {
+    const NoDebugLine off;
+    const Translation translation = Translate("a&lt;b", "x y");
+    EXPECT_EQ("", translation.printed);
+    EXPECT_EQ("x ya<b", translation.text);
+    EXPECT_EQ(1, translation.result);
+  }
+  EXPECT_NE("", Translate("a&lt;b").printed);
+}
+
+TEST(EntityTranslationDebugLine, Leaves_unknown_references_in_the_log_when_it_is_off) {
+  const NoDebugLine off;
+  const Translation translation = Translate("&foo;");
+  EXPECT_EQ("", translation.printed);
+  EXPECT_EQ(0, translation.result);
+  EXPECT_EQ((std::vector<LoggedEvent>{Event(11, 4, kUnknown + std::string("'&foo;'"))}),
+            translation.logged);
+}
+
+TEST(EntityTranslationDebugLine, Lets_the_cost_of_reading_grow_with_the_text_when_it_is_off) {
+  const NoDebugLine off;
+  StdoutCapture output;
+  const double small = SecondsToRead(20000);
+  const double large = SecondsToRead(320000);
+  EXPECT_EQ("", output.Take());
+  // Sixteen times as much text; what is quadratic takes 256 times as long.
+  EXPECT_LT(large, 64 * small);
 }
 
 // ---- Long texts

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
-#include <tools/Command.h>
-#include <tools/DocumentLoad.h>
-#include <tools/Edit.h>
+#include <tools/command/Command.h>
+#include <tools/commands/Edit.h>
+#include <tools/document/DocumentLoad.h>
 #include <xmldom/xmldom.h>
 
 #include <algorithm>

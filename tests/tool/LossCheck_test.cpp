@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <tools/LossCheck.h>
+#include <tools/document/LossCheck.h>
 
 #include <cstring>
 #include <string>

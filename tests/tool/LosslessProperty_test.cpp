@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
-#include <tools/Escape.h>
-#include <tools/LossCheck.h>
+#include <tools/document/Escape.h>
+#include <tools/document/LossCheck.h>
 
 #include <cstdio>
 #include <map>

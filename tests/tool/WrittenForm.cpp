@@ -1,8 +1,8 @@
 #include "tool/WrittenForm.h"
 
-#include <tools/DocumentFrame.h>
-#include <tools/DocumentLoad.h>
-#include <tools/LossCheck.h>
+#include <tools/document/DocumentFrame.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/document/LossCheck.h>
 #include <xmldom/xmldom.h>
 
 std::string WrittenForm(const std::string& text) {

@@ -101,14 +101,16 @@ results_alone_go_to_standard_output() {
   given a.xml '<a><b>1 &lt; 2</b></a>'
   run value //b a.xml
   expect 0 '1 < 2\n' ''
+  run value --verbose //b a.xml
+  expect 0 '1 < 2\n' ''
 }
 
-verbose_shows_on_standard_error_what_the_library_prints() {
-  given a.xml '<a><b>1 &lt; 2</b></a>'
-  run value --verbose //b a.xml
-  expect 0 '1 < 2\n' 'Translate Entities: from <1 &lt; 2> to <1 < 2>\n'
-  run --verbose value //b a.xml
-  expect 0 '1 < 2\n' 'Translate Entities: from <1 &lt; 2> to <1 < 2>\n'
+verbose_stands_before_a_command_or_behind_it() {
+  given a.xml '<a/>'
+  run check --verbose a.xml
+  expect 0 '' 'a.xml: well-formed\n'
+  run --verbose check a.xml
+  expect 0 '' 'a.xml: well-formed\n'
 }
 
 log_events_go_to_standard_error_in_the_name_of_the_tool() {

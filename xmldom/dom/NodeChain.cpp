@@ -14,6 +14,8 @@ namespace {
 
 struct ChainEnd {
   IXMLDOMNode** head;  // names the chain
+  IXMLDOMNode* first;
+  IXMLDOMNode** link;  // the field that linked to the last node
   IXMLDOMNode* last;
   unsigned long long age;  // when it was the last
 };
@@ -31,16 +33,27 @@ ChainEnd& PlaceOf(IXMLDOMNode** head) {
 
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
   ChainEnd& end = PlaceOf(&head);
-  if (head == nullptr) {
-    head = node;
-  } else {
-    // A node that was there when nothing had been forgotten is there still; the parent tells
-    // whether an application has moved it by hand.
-    const bool remembers =
-        end.head == &head && end.age == g_uChainAge && end.last->m_pParent == node->m_pParent;
-    LastOf(remembers ? end.last : head)->m_pNextSibling = node;
+  IXMLDOMNode** link = &head;
+  if (head != nullptr) {
+    // What was remembered may be dereferenced only while no node has been destroyed or unlinked
+    // since, which the age tells. Links that an application has changed itself do not change the
+    // age: the chain must still begin with the same node, and what linked to its last node must
+    // still do so. That is as much as can be known without reading all of the chain.
+    const bool remembers = end.head == &head && end.age == g_uChainAge && end.first == head &&
+                           *end.link == end.last && end.last->m_pParent == node->m_pParent;
+    link = &LastOf(remembers ? end.last : head)->m_pNextSibling;
   }
-  end = ChainEnd{&head, node, g_uChainAge};
+  *link = node;
+  end = ChainEnd{&head, head, link, node, g_uChainAge};
+}
+
+void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
+  ChainEnd& end = PlaceOf(&head);
+  if (end.head == &head && end.first == head) {
+    end.first = node;
+    if (end.link == &head) end.link = &node->m_pNextSibling;
+  }
+  head = node;
 }
 
 }  // namespace xmldom

@@ -18,9 +18,13 @@ inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
 }
 
 /// Links `node`, whose parent is set, at the end of the chain that starts at `head`.
-/// Cost: constant for a chain that was appended to recently, when no node has been destroyed or
-/// taken out of any tree since; otherwise linear in the chain.
+/// Cost: constant for a chain that was appended to recently, when since then no node has been
+/// destroyed or taken out of any tree, and nothing was put before the last; otherwise linear in the
+/// chain.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
+
+/// Makes `node`, which links to what the chain starts with, its new head. The end stays known.
+void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
 /// Links `node` at the end of a chain whose last node is known; null for an empty one.
 inline void AppendBehind(IXMLDOMNode* last, IXMLDOMNode*& head, IXMLDOMNode* node) {

@@ -44,13 +44,24 @@ typedef enum tagDOMNodeType : int {
 /// otherwise; drop it with Release(). The last release of a node destroys what hangs below it and
 /// all siblings that follow it, but for nodes that somebody else still refers to.
 /// Text is stored escaped, as XML writes it: references stay references until text is read.
-/// Stack: no member recurses, whatever the depth or the breadth of the tree.
+/// Derived classes: a node of one is destroyed once, through its destructor, where its turn comes:
+/// after the node that links to it, siblings before children before attributes. That destructor may
+/// use the node's own fields only, because the tree around it is being taken apart.
+/// Stack: no member recurses, whatever the depth or the breadth of the tree; only destruction goes
+/// one level deeper for each node of a derived class that dies with another one above or before it.
 /// Threads: one at a time uses the library, also for trees of its own: all share its counters.
 class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
  public:
   // ---- Record
   //
-  // Applications may read the fields; the members below write them.
+  // Applications may read the fields; the members below write them. Those who change links or
+  // owners themselves must know two things, which no member can notice in constant time:
+  //  - What is added to a chain may come to hang behind its former last node, when links in the
+  //    middle were cut by hand and the chain has kept its head and its last two nodes. Any release
+  //    of a node, and any that is taken out with a member, makes the next call look anew.
+  //  - insertBefore and replaceChild give the siblings that follow the owner document too, but look
+  //    at the next sibling alone to tell whether they lack it. After RecurseSetDocument for any
+  //    node that has a parent, they visit them all.
 
   char* m_pszNodeName;             ///< C heap; "#Text" for texts, "Document Root" for documents.
   char* m_pszValue;                ///< C heap, or null.
@@ -83,7 +94,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   void ClearNode(bool bFreeName);
 
   /// Sets the owner document of this node, of its following siblings and of all below them.
-  /// Attributes keep theirs. Cost: linear in the nodes visited.
+  /// Attributes keep theirs. Cost: linear in the nodes visited. For a node that has a parent, it
+  /// also makes later insertions visit the siblings that follow the new node.
   void RecurseSetDocument(IXMLDOMDocument2* doc);
 
   /// Clears the owner document of this node, of its following siblings and of all below them, and
@@ -192,12 +204,20 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Result: E_ARGUMENT, with nothing changed, when there is no new child, or when it would come to
   // hang below itself.
   // Effects: throws a CLogException* when a parent does not list a node that names it.
-  // Cost: linear in the children passed on the way, and in the subtree of the new child.
+  // Cost: linear in the children passed on the way, and in the subtree of the new child; also in
+  // the siblings that follow it and all below them, where insertBefore and replaceChild have to
+  // give them this node's owner document: below a node without one, and, unless the last call put a
+  // node in front of the same siblings, once RecurseSetDocument or RecurseClearDocument has been
+  // called for any node that has a parent.
+  //
+  // insertBefore and replaceChild drop the siblings that follow a new child without parent, when it
+  // is in place. Where they alone have kept this node, it is destroyed with them.
 
   /// Moves a node to the end of the children. Out: the node, which the tree owns. Result: S_OK.
   /// Deliberate: the root element of a document ends with one reference more.
   HRESULT appendChild(IXMLDOMNode* newChild, IXMLDOMNode** out);
-  /// Moves a node before `refChild`. Out: the node, which the tree owns. Result: S_OK, also when it
+  /// Moves a node before `refChild`. Out: the node, which the tree owns; null when this node was
+  /// destroyed with the siblings of the new child. Result: S_OK, also when it
   /// stands there already; S_FALSE when `refChild` names this node as parent but is no child;
   /// E_ARGUMENT when `refChild` is null or has another parent.
   HRESULT insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, IXMLDOMNode** out);
@@ -328,8 +348,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   HRESULT selectNodes2(char* path, IXMLDOMNodeList** out);
   /// Result: the first selected node with a reference added, or null; "/" selects this node. Only
   /// here do steps "." and ".." mean the node itself and its parent.
-  /// Cost: without such steps no node is tested more often than the path has steps, unless a test
-  /// logs or prints something: what the repeated search would say is then said again.
+  /// Cost: each node is tested at most once with each step, unless a test logs or prints something:
+  /// then up to 64 times, on average where the path has such steps. These take memory for each
+  /// node.
   IXMLDOMNode* SelectSingleNode(const char* path);
   IXMLDOMNode* SelectSingleNode(_bstr_t path);
   /// Out: the node of SelectSingleNode. Result: S_OK; S_FALSE when there is none; E_ARGUMENT for a
@@ -352,7 +373,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // nothing or the content does not parse, each logged; and, not logged, when the target has no
   // parent that the edit needs.
   // Effects: only a CLogException* leaves these members. Any other exception ends in the handler
-  // for unexpected exceptions, and so ends the program.
+  // for unexpected exceptions, and so ends the program. Deliberate: when the edit itself fails, the
+  // exception leaves Append, Insert and Remove with the reference that the call took on the target,
+  // and Append and Insert with the one on the document that holds the content.
 
   /// Puts the content in the place of the target.
   /// Effects: a CLogException* on the way is logged (type 25, severity 1) and passes on.
@@ -374,6 +397,12 @@ XMLDOM_API void Release(IXMLDOMNode*& p);
 /// Switches the notice about path debugging; queries print nothing either way.
 /// Effects: a log event (type 18, severity 7).
 XMLDOM_API void SetDebugXPATH(bool on);
+
+/// Switches the debug line that reading a text with references prints to standard output, with all
+/// that was collected so far; on by default. Off, reading prints and formats nothing, so that its
+/// cost is linear; unknown references are logged all the same.
+/// Effects: a log event (type 18, severity 7).
+XMLDOM_API void SetDebugEntities(bool on);
 
 /// Switches the debug decoration of written start tags: the node's address and reference count.
 XMLDOM_API void SetDispAddr(bool on);

@@ -2,6 +2,7 @@
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
+#include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNode.h>
 
@@ -12,7 +13,7 @@
 int IXMLDOMNode::AddChild(IXMLDOMNode* child) {
   if (child == nullptr) return 0;
   child->m_pParent = this;
-  child->RecurseSetDocument(m_pOwnerDocument);
+  xmldom::SetOwners(child, m_pOwnerDocument);
   xmldom::AppendToChain(m_pFirstChild, child);
   return 1;
 }
@@ -28,6 +29,7 @@ IXMLDOMNode* IXMLDOMNode::AddChild(const char* name, const char* value) {
 IXMLDOMNode* IXMLDOMNode::AddSibling(const char* name, const char* value) {
   IXMLDOMNode* sibling = new IXMLDOMNode(m_pOwnerDocument, name, value, NODE_ELEMENT);
   sibling->m_pParent = m_pParent;
+  if (xmldom::g_uOwnerAge != 0) xmldom::NoteOwnersDiffer(sibling);
   xmldom::AppendToChain(m_pNextSibling, sibling);
   sibling->AddRef();
   return sibling;

@@ -1,4 +1,6 @@
 #include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NodeOwners.h>
+#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/LogException.h>
@@ -37,11 +39,15 @@ bool IsLeaf(const IXMLDOMNode* node) {
   return node->m_pFirstChild == nullptr && node->m_pFirstAttribute == nullptr;
 }
 
-/// Whether `node` would move along with `top`: it is `top`, hangs below it, or follows it in a
-/// chain that has no parent to stay with. Looks downwards, because the parent link of a node that
-/// has outlived its tree may be stale.
-bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node) {
-  const bool movesAlone = top->m_pParent != nullptr || top->m_pNextSibling == nullptr;
+/// What comes to hang below the parent along with a new child that has none so far.
+enum Followers { FOLLOWERS_STAY, FOLLOWERS_MOVE };
+
+/// Whether `node` would move along with `top`: it is `top`, hangs below it, or, where those move,
+/// follows it in a chain that has no parent to stay with. Looks downwards, because the parent link
+/// of a node that has outlived its tree may be stale.
+bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
+  const bool movesAlone =
+      followers == FOLLOWERS_STAY || top->m_pParent != nullptr || top->m_pNextSibling == nullptr;
   if (movesAlone && IsLeaf(top)) return top == node;
   NodeFinder finder(node);
   if (movesAlone) {
@@ -55,11 +61,11 @@ bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node) {
 
 /// The node that an edit puts in place for `newChild`: a document stands for its first child. Null
 /// when there is nothing that may stand below `parent`.
-IXMLDOMNode* NodeToPlace(IXMLDOMNode* newChild, const IXMLDOMNode* parent) {
+IXMLDOMNode* NodeToPlace(IXMLDOMNode* newChild, const IXMLDOMNode* parent, Followers followers) {
   if (newChild != nullptr && newChild->m_eNodeType == NODE_DOCUMENT) {
     newChild = newChild->m_pFirstChild;
   }
-  return newChild == nullptr || MovesWith(newChild, parent) ? nullptr : newChild;
+  return newChild == nullptr || MovesWith(newChild, parent, followers) ? nullptr : newChild;
 }
 
 /// The node before `node`, whose parent lists it but not as its first child; borrowed.
@@ -72,21 +78,28 @@ IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
   return previous;
 }
 
-/// Takes a node out of where it hangs, without the siblings that follow one without parent.
-void Detach(IXMLDOMNode* node) {
+/// Takes a node out of where it hangs. Result: the siblings that followed a node without parent,
+/// with the reference that it held.
+IXMLDOMNode* Detach(IXMLDOMNode* node) {
   node->RemoveNodeFromTree();
-  Release(node->m_pNextSibling);
+  IXMLDOMNode* followers = node->m_pNextSibling;
+  node->m_pNextSibling = nullptr;
+  return followers;
 }
 
-/// Puts a detached node under `parent`, before `next`, and gives its subtree the owner.
+/// Drops the siblings that a new child has left behind, once everything is in place: the parent may
+/// be among them, or hang below one of them. Result: whether the parent is still there.
+bool DropFollowers(IXMLDOMNode* followers, IXMLDOMNode* parent) {
+  if (followers == nullptr) return true;
+  parent->AddRef();
+  followers->RealRelease();
+  return parent->RealRelease() != 0;
+}
+
+/// Puts a detached node under `parent`, before `next`.
 void PlaceBefore(IXMLDOMNode* node, IXMLDOMNode* parent, IXMLDOMNode* next) {
-  IXMLDOMDocument2* owner = parent->m_pOwnerDocument;
   node->m_pParent = parent;
-  // Where the parent has an owner, the siblings that follow have it already. Below a parent without
-  // owner they may still have one, and lose it with the new node.
-  if (owner != nullptr) node->RecurseSetDocument(owner);
-  node->m_pNextSibling = next;
-  if (owner == nullptr) node->RecurseSetDocument(owner);
+  xmldom::LinkBefore(node, next, parent->m_pOwnerDocument);
 }
 
 void StoreIn(IXMLDOMNode** out, IXMLDOMNode* node) {
@@ -96,7 +109,7 @@ void StoreIn(IXMLDOMNode** out, IXMLDOMNode* node) {
 }  // namespace
 
 HRESULT IXMLDOMNode::appendChild(IXMLDOMNode* newChild, IXMLDOMNode** out) {
-  IXMLDOMNode* node = NodeToPlace(newChild, this);
+  IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_MOVE);
   if (node == nullptr) return E_ARGUMENT;
   // Deliberate: the root element of a document keeps the reference of this lookup.
   if (node != newChild) newChild->GetfirstChild();
@@ -113,12 +126,17 @@ HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, 
   for (; child != nullptr && child != refChild; child = child->m_pNextSibling) previous = child;
   if (child == nullptr) return S_FALSE;
 
-  IXMLDOMNode* node = NodeToPlace(newChild, this);
+  IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_STAY);
   if (node == nullptr) return E_ARGUMENT;
   if (node != refChild && node != previous) {
-    Detach(node);
+    IXMLDOMNode* followers = Detach(node);
     PlaceBefore(node, this, refChild);
-    (previous == nullptr ? m_pFirstChild : previous->m_pNextSibling) = node;
+    if (previous == nullptr) {
+      xmldom::PrependToChain(m_pFirstChild, node);
+    } else {
+      previous->m_pNextSibling = node;
+    }
+    if (!DropFollowers(followers, this)) node = nullptr;
   }
   StoreIn(out, node);
   return S_OK;
@@ -126,20 +144,21 @@ HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, 
 
 HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, IXMLDOMNode** out) {
   if (oldChild == nullptr || oldChild->m_pParent != this) return E_ARGUMENT;
-  IXMLDOMNode* node = NodeToPlace(newChild, this);
+  IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_STAY);
   if (node == nullptr) return E_ARGUMENT;
   if (node != oldChild) {
-    Detach(node);
+    xmldom::NodeReference followers(Detach(node));
     IXMLDOMNode** link = &m_pFirstChild;
     if (m_pFirstChild != oldChild) {
       link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;
     }
+    xmldom::ForgetChainEnds();
     PlaceBefore(node, this, oldChild->m_pNextSibling);
     *link = node;
-    xmldom::ForgetChainEnds();
     oldChild->m_pNextSibling = nullptr;
     oldChild->m_pParent = nullptr;
-    oldChild->RecurseSetDocument(nullptr);
+    xmldom::SetOwners(oldChild, nullptr);
+    DropFollowers(followers.Detach(), this);
   }
   StoreIn(out, oldChild);
   return S_OK;

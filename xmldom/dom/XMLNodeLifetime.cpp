@@ -1,11 +1,13 @@
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNode.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <typeinfo>
 
@@ -21,20 +23,6 @@ namespace {
 using xmldom::OwnerLinkTrail;
 using xmldom::PreOrderVisitor;
 using xmldom::WalkChain;
-
-/// Gives all nodes one owner.
-struct OwnerSetter : PreOrderVisitor {
-  IXMLDOMDocument2* owner;
-
-  explicit OwnerSetter(IXMLDOMDocument2* document) : owner(document) {}
-
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
-    node->m_pOwnerDocument = owner;
-    return node->m_pFirstChild;
-  }
-
-  void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = owner; }
-};
 
 /// Clears the owner of all nodes that have one.
 struct OwnerClearer : PreOrderVisitor {
@@ -52,11 +40,6 @@ struct OwnerClearer : PreOrderVisitor {
 
   void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = nullptr; }
 };
-
-// How far a node stands below the one whose destruction clears owner documents: only the first two
-// levels lose their parents, all others are alike.
-const int kUncleared = -1;
-const int kDeepest = 2;
 
 /// Clears the nodes of a chain that is `depth` levels below the destroyed node.
 void ClearChain(IXMLDOMNode* head, int depth) {
@@ -84,64 +67,106 @@ inline void Destroy(IXMLDOMNode* node) {
   CRefCountedObject::operator delete(node);
 }
 
+/// What the node whose destruction clears owner documents clears of a node: those up to one level
+/// below it lose owner and parent, deeper ones their owner alone, and all others nothing.
+enum Clearing { CLEARING_TOP, CLEARING_CHILD, CLEARING_DEEPER, CLEARING_NOTHING };
+
+/// What the owner link of a dying node carries, which nobody else has a use for any more: the node
+/// to go back to when it is gone, null for the one where the walk began, and how it was cleared.
+/// All other fields are as they are described for a node that is destroyed.
+class WayBack {
+ public:
+  static void Set(IXMLDOMNode* node, IXMLDOMNode* back, Clearing clearing) {
+    node->m_pOwnerDocument = reinterpret_cast<IXMLDOMDocument2*>(
+        reinterpret_cast<std::uintptr_t>(back) | static_cast<std::uintptr_t>(clearing));
+  }
+
+  static IXMLDOMNode* NodeOf(const IXMLDOMNode* node) {
+    return reinterpret_cast<IXMLDOMNode*>(Bits(node) & ~kClearingBits);
+  }
+
+  static Clearing ClearingOf(const IXMLDOMNode* node) {
+    return static_cast<Clearing>(Bits(node) & kClearingBits);
+  }
+
+ private:
+  static const std::uintptr_t kClearingBits = 3;
+  static_assert(alignof(IXMLDOMNode) > kClearingBits, "addresses of nodes need two free bits");
+
+  static std::uintptr_t Bits(const IXMLDOMNode* node) {
+    return reinterpret_cast<std::uintptr_t>(node->m_pOwnerDocument);
+  }
+};
+
+/// Takes the link of a dying node that is released next, its next sibling before its first child
+/// before its first attribute, or null. `siblings` is how what follows the node is cleared.
+/// Out: how the target is cleared, if it has an owner.
+inline IXMLDOMNode* TakeLink(IXMLDOMNode* node, Clearing siblings, Clearing& clearing) {
+  IXMLDOMNode* target = node->m_pNextSibling;
+  if (target != nullptr) {
+    node->m_pNextSibling = nullptr;
+    clearing = siblings;
+    return target;
+  }
+  clearing = CLEARING_NOTHING;
+  target = node->m_pFirstChild;
+  if (target != nullptr) {
+    node->m_pFirstChild = nullptr;
+    const Clearing above = WayBack::ClearingOf(node);
+    if (above != CLEARING_NOTHING && target->m_pOwnerDocument != nullptr) {
+      clearing = above == CLEARING_TOP ? CLEARING_CHILD : CLEARING_DEEPER;
+    }
+    return target;
+  }
+  target = node->m_pFirstAttribute;
+  node->m_pFirstAttribute = nullptr;
+  return target;
+}
+
+/// Releases a node that stays, because somebody else refers to it, or that has a destructor of its
+/// own. Not inlined: it is rare, and the loop around it is not.
+__attribute__((noinline)) void ReleaseOther(IXMLDOMNode* node, Clearing clearing) {
+  if (clearing != CLEARING_NOTHING) ClearChain(node, clearing);
+  node->RealRelease();
+}
+
 /// Releases next sibling, first child and first attribute of `top`, each to its end before the
 /// next, as destructors would that call each other and that clear owner documents before they do.
 ///
-/// A node whose last reference goes is taken apart here. Nobody else can see it any more, so that
-/// its record carries what the walk has to know: the parent link the way back, the type its depth
-/// below the node that clears. One that stays, because somebody else refers to it, is cleared with
-/// all that it keeps alive. One of a derived class goes through its own destructor.
+/// A node whose last reference goes is taken apart here. One that stays, because somebody else
+/// refers to it, is cleared with all that it keeps alive. One of a derived class goes through its
+/// own destructor.
 ///
-/// Apart from the destructor, which so stays short where this calls it for each node.
+/// Not inlined into the destructor: it runs once per node, and most nodes have nothing to release.
 __attribute__((noinline)) void ReleaseLinks(IXMLDOMNode* top) {
   IXMLDOMNode* node = top;
-  const int topDepth = top->m_pOwnerDocument != nullptr ? 0 : kUncleared;
-  int chainDepth = topDepth;  // of the siblings that follow the node entered last
-  top->m_pOwnerDocument = nullptr;
+  Clearing siblings = top->m_pOwnerDocument != nullptr ? CLEARING_TOP : CLEARING_NOTHING;
+  if (siblings == CLEARING_TOP) top->m_pParent = nullptr;
+  WayBack::Set(top, nullptr, siblings);
   for (;;) {
-    IXMLDOMNode* target = nullptr;
-    int targetDepth = kUncleared;
-    if (node->m_pNextSibling != nullptr) {
-      target = node->m_pNextSibling;
-      node->m_pNextSibling = nullptr;
-      targetDepth = chainDepth;
-    } else if (node->m_pFirstChild != nullptr) {
-      target = node->m_pFirstChild;
-      node->m_pFirstChild = nullptr;
-      const int depth = node == top ? topDepth : static_cast<int>(node->m_eNodeType);
-      if (depth != kUncleared && target->m_pOwnerDocument != nullptr) {
-        targetDepth = depth == kDeepest ? kDeepest : depth + 1;
-      }
-    } else if (node->m_pFirstAttribute != nullptr) {
-      target = node->m_pFirstAttribute;
-      node->m_pFirstAttribute = nullptr;
-    } else if (node != top) {
+    Clearing clearing;
+    IXMLDOMNode* target = TakeLink(node, siblings, clearing);
+    if (target == nullptr) {
       IXMLDOMNode* finished = node;
-      node = node->m_pParent;
+      node = WayBack::NodeOf(finished);
+      if (node == nullptr) break;
       Destroy(finished);
-      continue;
-    } else {
-      return;
-    }
-
-    if (!EndsWithLastReference(*target)) {
-      if (targetDepth != kUncleared) ClearChain(target, targetDepth);
-      target->RealRelease();
-      continue;
-    }
-    if (IsBare(*target)) {
+    } else if (!EndsWithLastReference(*target)) {
+      ReleaseOther(target, clearing);
+    } else if (IsBare(*target)) {
       Destroy(target);
-      continue;
+    } else {
+      const bool hasOwner = target->m_pOwnerDocument != nullptr;
+      // One that nothing has cleared so far begins to clear, itself and its siblings.
+      if (clearing == CLEARING_NOTHING && hasOwner) clearing = CLEARING_TOP;
+      siblings = clearing;
+      if (!hasOwner) clearing = CLEARING_NOTHING;
+      if (clearing <= CLEARING_CHILD) target->m_pParent = nullptr;
+      WayBack::Set(target, node, clearing);
+      node = target;
     }
-    const bool hasOwner = target->m_pOwnerDocument != nullptr;
-    // One that nothing has cleared so far begins to clear, itself and its siblings.
-    if (targetDepth == kUncleared && hasOwner) targetDepth = 0;
-    chainDepth = targetDepth;
-    target->m_eNodeType = static_cast<tagDOMNodeType>(hasOwner ? targetDepth : kUncleared);
-    target->m_pOwnerDocument = nullptr;
-    target->m_pParent = node;
-    node = target;
   }
+  top->m_pOwnerDocument = nullptr;
 }
 
 }  // namespace
@@ -212,15 +237,12 @@ void IXMLDOMNode::ClearNode(bool bFreeName) {
 }
 
 void IXMLDOMNode::RecurseSetDocument(IXMLDOMDocument2* doc) {
-  if (m_pFirstChild == nullptr && m_pNextSibling == nullptr) {
-    m_pOwnerDocument = doc;
-    return;
-  }
-  OwnerSetter setter(doc);
-  WalkChain<OwnerLinkTrail>(this, setter);
+  xmldom::NoteOwnersDiffer(this);
+  xmldom::SetOwners(this, doc);
 }
 
 void IXMLDOMNode::RecurseClearDocument(int depth) {
   if (this == nullptr || m_pOwnerDocument == nullptr) return;
+  xmldom::NoteOwnersDiffer(this);
   ClearChain(this, depth);
 }

@@ -4,8 +4,6 @@
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/query/NodeMatch.h>
 
-#include <algorithm>
-
 namespace xmldom {
 
 namespace {
@@ -51,6 +49,17 @@ class DescendantFinder : public PreOrderVisitor {
   IXMLDOMNode* m_found;
 };
 
+/// Below how many matched nodes, each within the one before, a search that was heard is repeated.
+/// Each doubles the tests below it: 2 to the power of 6 are 64.
+const std::size_t kMostRepeats = 6;
+
+/// How many tests there may be, on average, of a node with a step in a path with "." or "..". In
+/// other paths no more can come about.
+const std::size_t kMostTests = 1u << kMostRepeats;
+
+/// The same of searches that are met, and left out one by one for the most part. They cost little.
+const std::size_t kMostMeetings = 4 * kMostTests;
+
 /// Moves along the "." and ".." of the steps from `*k` on. Result: where they lead, null when there
 /// is no parent; `*k` is then the step behind them.
 IXMLDOMNode* FollowDots(IXMLDOMNode* node, const XPathSteps& steps, int* k) {
@@ -72,8 +81,14 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
     : m_steps(steps),
       m_descendant(descendant),
       m_remembers(steps.HasDots()),
+      m_visits(0),
+      m_tested(0),
+      m_meetings(0),
+      m_leftOutSince(0),
+      m_leftOutInFrames(0),
       m_heardBefore(Notices::Count()),
       m_heard(m_heardBefore),
+      m_matchedFrames(0),
       m_framesThatHeard(0),
       m_next(nullptr),
       m_found(nullptr) {}
@@ -88,7 +103,7 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
     if (m_next == nullptr) {
       FinishChildren();
     } else if (!Open(m_next, m_frames.Top().childStep)) {
-      m_next = m_next->m_pNextSibling;
+      MoveTo(m_next->m_pNextSibling);
     }
   }
   return m_found;
@@ -108,12 +123,11 @@ IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
 /// Tests the node and opens the search of its children. Result: false when there is no more to it,
 /// because it has failed or is the one.
 bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
-  if (m_remembers && IsSettled(Search(node, k))) return false;
-  const unsigned long heard = Notices::Count();
+  if (m_remembers && !Begin(node, k)) return false;
   if (k >= 0 && !MatchesStep(node, m_steps.At(k))) {
     Listen();
-    if (!m_descendant || (!m_remembers && node->m_pFirstChild == nullptr)) return false;
-    Push(Frame{node, 0, true}, node->m_pFirstChild, k, heard);
+    if (!m_descendant || node->m_pFirstChild == nullptr) return false;
+    Push(Frame{node, 0, false, true}, node, k);
     return true;
   }
   if (k == m_steps.Count() - 1) {
@@ -124,18 +138,56 @@ bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
   int childStep = k + 1;
   IXMLDOMNode* arrived = FollowDots(node, m_steps, &childStep);
   if (arrived == nullptr) return false;
-  Push(Frame{node, childStep, false}, arrived->m_pFirstChild, k, heard);
+  Push(Frame{node, childStep, true, false}, arrived, k);
   return true;
 }
 
-void SingleNodeSearch::Push(const Frame& frame, IXMLDOMNode* firstChild, int k,
-                            unsigned long heard) {
+/// Notes that the node is tested with a step. Result: false when it is not to be tested.
+bool SingleNodeSearch::Begin(IXMLDOMNode* node, int k) {
+  SearchRecord& record = m_memory.At(node, k);
+  if (record.isOpen) return false;
+  if (m_leftOutSince != 0 && record.visit >= m_leftOutSince) return false;
+  m_tested += record.visit == 0;
+  record.visit = ++m_visits;
+  return true;
+}
+
+/// Opens the search of the children of `parent`; `k` is the step with which the frame's node was
+/// tested.
+void SingleNodeSearch::Push(const Frame& frame, IXMLDOMNode* parent, int k) {
   if (m_remembers) {
-    m_known[Search(frame.node, k)].frame = m_frames.Size();
-    m_traces.Push(Trace{k, SIZE_MAX, heard});
+    SearchRecord& record = m_memory.At(frame.node, k);
+    record.isOpen = true;
+    m_traces.Push(Trace{k, parent, record.visit});
   }
   m_frames.Push(frame);
-  m_next = firstChild;
+  m_matchedFrames += frame.matched;
+  MoveTo(parent->m_pFirstChild);
+}
+
+/// Goes on with a child of the innermost search, or with none.
+void SingleNodeSearch::MoveTo(IXMLDOMNode* child) {
+  m_next = m_remembers ? ChildToSearch(child) : child;
+}
+
+/// Which child of the innermost search is next where `child` would be: the first that no search of
+/// these children has come to yet, when all before it can be left out.
+IXMLDOMNode* SingleNodeSearch::ChildToSearch(IXMLDOMNode* child) {
+  if (m_frames.IsEmpty()) return child;
+  IXMLDOMNode* parent = m_traces.Top().parent;
+  const int step = m_frames.Top().childStep;
+  SearchRecord& all = m_memory.At(parent, step);
+  if (!MayRepeat()) child = all.unreached;
+  if (child == nullptr) return nullptr;
+  ++m_meetings;
+  if (child == all.unreached) all.unreached = child->m_pNextSibling;
+  return child;
+}
+
+/// Whether searches that have failed, or are open, are met once more.
+bool SingleNodeSearch::MayRepeat() const {
+  return Notices::Count() != m_heardBefore && m_visits < kMostTests * m_tested &&
+         m_meetings < kMostMeetings * m_tested;
 }
 
 /// Notes whether anything was heard since the last time: all frames that are open now have.
@@ -149,16 +201,18 @@ void SingleNodeSearch::Listen() {
 void SingleNodeSearch::FinishChildren() {
   Frame& frame = m_frames.Top();
   if (m_descendant && !frame.repeats) {
-    IXMLDOMNode* children = frame.node->m_pFirstChild;
-    if (m_remembers || m_framesThatHeard == m_frames.Size()) {
-      frame.repeats = true;
-      frame.childStep = 0;
-      m_next = children;
+    const bool isOuter = m_matchedFrames <= kMostRepeats;
+    if (m_remembers || (isOuter && m_framesThatHeard == m_frames.Size())) {
+      if (!isOuter && m_leftOutSince == 0) {
+        m_leftOutSince = m_traces.Top().visit;
+        m_leftOutInFrames = m_frames.Size();
+      }
+      SearchAgain();
       return;
     }
     // Searched with step 0 before, at the start, the chains have been tested too.
     if (frame.childStep != 0) {
-      m_found = FindChain(children, m_steps, 0);
+      m_found = FindChain(frame.node->m_pFirstChild, m_steps, 0);
       Listen();
       if (m_found != nullptr) return;
     }
@@ -166,47 +220,23 @@ void SingleNodeSearch::FinishChildren() {
   Close();
 }
 
+/// Searches the children of the innermost node with step 0.
+void SingleNodeSearch::SearchAgain() {
+  Frame& frame = m_frames.Top();
+  frame.repeats = true;
+  frame.childStep = 0;
+  if (m_remembers) m_traces.Top().parent = frame.node;
+  MoveTo(frame.node->m_pFirstChild);
+}
+
 /// The innermost search has failed.
 void SingleNodeSearch::Close() {
-  IXMLDOMNode* node = m_frames.Pop().node;
+  if (m_leftOutInFrames == m_frames.Size()) m_leftOutSince = m_leftOutInFrames = 0;
+  const Frame frame = m_frames.Pop();
+  m_matchedFrames -= frame.matched;
   if (m_framesThatHeard > m_frames.Size()) m_framesThatHeard = m_frames.Size();
-  m_next = node->m_pNextSibling;
-  if (m_remembers) CloseTrace(node);
-}
-
-/// Whether a search yields nothing: it has failed before and would only do so again without a
-/// sound, or it is still open.
-bool SingleNodeSearch::IsSettled(const Search& search) {
-  const auto known = m_known.find(search);
-  if (known == m_known.end()) return false;
-  const Knowledge& knowledge = known->second;
-  if (knowledge.hasFailed) return true;
-  if (knowledge.hasFailedUnheard && Notices::Count() == m_heardBefore) {
-    // It may have met a search that is still open; then so has the one that skips it here.
-    m_traces.Top().lowestMet = 0;
-    return true;
-  }
-  if (knowledge.frame == SIZE_MAX) return false;
-  Trace& trace = m_traces.Top();
-  trace.lowestMet = std::min(trace.lowestMet, knowledge.frame);
-  return true;
-}
-
-/// What is to be remembered of the search of `node`, whose frame is gone.
-void SingleNodeSearch::CloseTrace(IXMLDOMNode* node) {
-  const Trace trace = m_traces.Pop();
-  Knowledge& knowledge = m_known[Search(node, trace.step)];
-  knowledge.frame = SIZE_MAX;
-  if (trace.lowestMet < m_frames.Size()) {
-    // It has met a search that is still open, and so has the one around it. Once that is closed
-    // this one could come further, though only to what has been tested by then: that matters when
-    // it can be heard.
-    Trace& outer = m_traces.Top();
-    outer.lowestMet = std::min(outer.lowestMet, trace.lowestMet);
-    knowledge.hasFailedUnheard = true;
-  } else if (trace.heard == Notices::Count()) {
-    knowledge.hasFailed = true;
-  }
+  if (m_remembers) m_memory.At(frame.node, m_traces.Pop().step).isOpen = false;
+  MoveTo(frame.node->m_pNextSibling);
 }
 
 }  // namespace xmldom

@@ -70,10 +70,11 @@ class AttributeOwnerSetter : public xmldom::PreOrderVisitor {
   IXMLDOMDocument2* m_owner;
 };
 
-/// The content of an edit, in a document of its own until the edit takes it out of there.
+/// The content of an edit, in a document of its own until the edit takes it out of there. It is
+/// declared before the target, so that it is given back behind it.
 class Fragment {
  public:
-  Fragment() : m_document(nullptr), m_content(nullptr) { Create(&m_document); }
+  Fragment() : m_document(nullptr), m_content(nullptr) {}
 
   ~Fragment() {
     // An edit that threw half-way can have taken the content out without putting it in place.
@@ -84,11 +85,13 @@ class Fragment {
   Fragment(const Fragment&) = delete;
   Fragment& operator=(const Fragment&) = delete;
 
-  /// Parses the content, for a place below `parent`. Result: false when it does not parse, which is
-  /// logged.
+  /// Makes the document and parses the content, for a place below `parent`. Result: false when it
+  /// does not parse, which is logged; there is no document then.
   bool Load(const char* content, const IXMLDOMNode* parent, const EditTexts& texts) {
+    Create(&m_document);
     if (m_document->loadXML(content) == VARIANT_FALSE) {
       CLogger::PostLogEvent(xmldom::kLogDom, xmldom::kSeverityError, texts.unloadable, content);
+      Release(m_document);
       return false;
     }
     m_content = m_document->m_pFirstChild;
@@ -117,6 +120,7 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
     XMLDOM_THROWS(CLogException*) {
   const EditTexts& texts = l_replaceTexts;
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  Fragment fragment;
   const NodeReference target(ResolveTarget(this, pcszXPath));
   if (target.Get() == nullptr) {
     CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
@@ -125,7 +129,6 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
   }
   IXMLDOMNode* parent = target->m_pParent;
   if (parent == nullptr) return 0;
-  Fragment fragment;
   if (!fragment.Load(pcszContent, parent, texts)) return 0;
 
   IXMLDOMNode* replaced = nullptr;
@@ -147,6 +150,7 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
     XMLDOM_THROWS(CLogException*) {
   const EditTexts& texts = l_appendTexts;
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  Fragment fragment;
   NodeReference target(ResolveTarget(this, pcszXPath));
   if (target.Get() == nullptr) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
@@ -154,7 +158,6 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
                             pcszXPath);
     return 0;
   }
-  Fragment fragment;
   if (!fragment.Load(pcszContent, target.Get(), texts)) return 0;
 
   IXMLDOMNode* appended = nullptr;
@@ -178,6 +181,7 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
         pcszXPath);
     return 0;
   }
+  Fragment fragment;
   NodeReference target(SelectSingleNode(pcszXPath));
   if (target.Get() == nullptr) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
@@ -187,7 +191,6 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
   }
   IXMLDOMNode* parent = target->m_pParent;
   if (parent == nullptr) return 0;
-  Fragment fragment;
   if (!fragment.Load(pcszContent, parent, texts)) return 0;
 
   if (parent->insertBefore(fragment.Document(), target.Get(), nullptr) < 0) {
@@ -211,12 +214,13 @@ int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogExc
   IXMLDOMNode* parent = target->m_pParent;
   if (parent == nullptr) return 0;
 
+  // Deliberate: with an exception of the edit the reference of the call stays taken.
+  IXMLDOMNode* child = target.Detach();
   IXMLDOMNode* removed = nullptr;
-  if (parent->removeChild(target.Get(), &removed) < 0) {
-    // Deliberate: with this exception the reference of the call stays taken.
-    target.Detach();
+  if (parent->removeChild(child, &removed) < 0) {
     throw Exception("IXMLDOMNode::removeChild", "Call failed", parent->Getxml());
   }
   Release(removed);
+  Release(child);
   return 1;
 }

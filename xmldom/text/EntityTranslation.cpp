@@ -2,6 +2,7 @@
 
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/Reports.h>
+#include <xmldom/dom/XMLNode.h>
 #include <xmldom/text/TextOutput.h>
 
 #include <stringprep.h>
@@ -15,6 +16,9 @@
 unsigned long xmldom::Notices::s_count = 0;
 
 namespace {
+
+/// Whether a text with references prints its debug line.
+bool l_bDebugEntities = true;
 
 struct PredefinedEntity {
   const char* name;
@@ -93,7 +97,14 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
   }
   xmldom::WriteText(out, rest);
 
+  if (!l_bDebugEntities) return result;
   xmldom::Notices::Add();
   std::printf("Translate Entities: from <%s> to <%s>\n", pszIn, out.GetAsStr());
   return result;
+}
+
+void SetDebugEntities(bool on) {
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityDebug, "EntityDebug has been %s",
+                         on ? "enabled" : "disabled");
+  l_bDebugEntities = on;
 }

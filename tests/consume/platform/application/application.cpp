@@ -106,6 +106,7 @@ void Log(IXMLDOMDocument2* document) {
   EXPECT("0", Number(document->ReplaceChildAtXPath("/a/c", "<")));
   document->SetValue("v");
   SetDebugXPATH(false);
+  SetDebugEntities(true);
   char none[1];
   EXPECT("null", document->GetStringValue(none, 0) == nullptr ? "null" : none);
   EXPECT(
@@ -114,6 +115,7 @@ void Log(IXMLDOMDocument2* document) {
       "18/3 IXMLDOMNode::ReplaceChildAtXPath - can't load replacement into DOM|<\n"
       "18/3 IXMLDOMNode::SetValue - SetValue called on non-leaf node|a node\n"
       "18/7 XPathDebug has been disabled, but DOM was built without DBG_XPATH|\n"
+      "18/7 EntityDebug has been enabled|\n"
       "18/4 IXMLDOMNode::GetStringValue - buffer size overrun, string trunked, passed size 0, "
       "required size 2|\n"
       "18/4 IXMLDOMNode::GetStringValue - Overrun was initiated from here:|no call stack\n",

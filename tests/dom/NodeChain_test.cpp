@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+#include <xmldom/xmldom.h>
+
+#include "harness/Outline.h"
+#include "harness/SmallStack.h"
+#include "harness/Trees.h"
+
+// Appending after an application has changed links itself: where a chain ended before must not
+// count any more.
+
+namespace {
+
+class NodeChain : public testing::Test {
+ protected:
+  NodeChain() : m_document(Load("<p/>")), m_parent(Root(m_document)) {}
+
+  void Add(const char* name) { Node(m_parent->AddChild(name, nullptr)); }
+
+  Document m_document;
+  IXMLDOMNode* m_parent;
+};
+
+TEST_F(NodeChain, A_last_child_that_was_cut_off_gets_no_sibling) {
+  Add("a");
+  Add("b");
+  Node cut(m_parent->m_pFirstChild->m_pNextSibling);
+  m_parent->m_pFirstChild->m_pNextSibling = nullptr;
+  Add("c");
+  EXPECT_EQ("p[a c]", Outline(m_document));
+  EXPECT_EQ(nullptr, cut->m_pNextSibling);
+}
+
+TEST_F(NodeChain, An_only_child_that_was_cut_off_gets_no_sibling) {
+  Add("a");
+  Node cut(m_parent->m_pFirstChild);
+  m_parent->m_pFirstChild = nullptr;
+  Add("b");
+  Add("c");
+  EXPECT_EQ("p[b c]", Outline(m_document));
+  EXPECT_EQ(nullptr, cut->m_pNextSibling);
+}
+
+TEST_F(NodeChain, A_chain_whose_head_was_replaced_is_followed_anew) {
+  Add("a");
+  Add("b");
+  Node replaced(m_parent->m_pFirstChild);
+  Node head = NewElement(m_document, "n");
+  head->m_pParent = m_parent;
+  m_parent->m_pFirstChild = head.Detach();
+  Add("c");
+  EXPECT_EQ("p[n c]", Outline(m_document));
+  EXPECT_EQ("a[b]", "a[" + Outline(replaced->m_pNextSibling) + "]");
+  EXPECT_EQ(nullptr, replaced->m_pNextSibling->m_pNextSibling);
+}
+
+TEST_F(NodeChain, A_node_that_was_put_before_the_last_stays_there) {
+  Add("a");
+  Add("b");
+  IXMLDOMNode* first = m_parent->m_pFirstChild;
+  IXMLDOMNode* between = NewElement(m_document, "n").Detach();
+  between->m_pParent = m_parent;
+  between->m_pNextSibling = first->m_pNextSibling;
+  first->m_pNextSibling = between;
+  Add("c");
+  EXPECT_EQ("p[a n b c]", Outline(m_document));
+}
+
+TEST_F(NodeChain, Nodes_that_were_put_behind_the_last_stay_there) {
+  Add("a");
+  Add("b");
+  IXMLDOMNode* more = NewElement(m_document, "m").Detach();
+  more->m_pParent = m_parent;
+  m_parent->m_pFirstChild->m_pNextSibling->m_pNextSibling = more;
+  Add("c");
+  Add("d");
+  EXPECT_EQ("p[a b m c d]", Outline(m_document));
+}
+
+TEST_F(NodeChain, A_last_attribute_that_was_cut_off_gets_no_sibling) {
+  m_parent->AddAttribute("a", "1");
+  m_parent->AddAttribute("b", "2");
+  Node cut(m_parent->m_pFirstAttribute->m_pNextSibling);
+  m_parent->m_pFirstAttribute->m_pNextSibling = nullptr;
+  m_parent->AddAttribute("c", "3");
+  EXPECT_EQ("p(a='1' c='3')", Outline(m_document));
+  EXPECT_EQ(nullptr, cut->m_pNextSibling);
+}
+
+TEST_F(NodeChain, A_last_sibling_that_was_cut_off_gets_no_sibling) {
+  Add("a");
+  IXMLDOMNode* first = m_parent->m_pFirstChild;
+  Node(first->AddSibling("b", nullptr));
+  Node(first->AddSibling("c", nullptr));
+  Node cut(first->m_pNextSibling->m_pNextSibling);
+  first->m_pNextSibling->m_pNextSibling = nullptr;
+  Node(first->AddSibling("d", nullptr));
+  EXPECT_EQ("p[a b d]", Outline(m_document));
+  EXPECT_EQ(nullptr, cut->m_pNextSibling);
+}
+
+TEST_F(NodeChain, A_tail_that_was_moved_to_another_parent_stays_there) {
+  Add("a");
+  Add("b");
+  Add("c");
+  Node other = NewElement(m_document, "q");
+  IXMLDOMNode* first = m_parent->m_pFirstChild;
+  other->m_pFirstChild = first->m_pNextSibling;
+  for (IXMLDOMNode* n = other->m_pFirstChild; n != nullptr; n = n->m_pNextSibling) {
+    n->m_pParent = other;
+  }
+  first->m_pNextSibling = nullptr;
+  Add("d");
+  EXPECT_EQ("p[a d]", Outline(m_document));
+  EXPECT_EQ("q[b c]", Outline(other));
+}
+
+// Each insertion gives the chain another head.
+TEST_F(NodeChain, Appending_stays_cheap_between_insertions_at_the_front) {
+  const int kMany = 100000;
+  Add("a");
+  const double seconds = OnSmallStack([&] {
+    for (int i = 0; i < kMany; ++i) {
+      m_parent->insertBefore(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT),
+                             m_parent->m_pFirstChild, nullptr);
+      m_parent->AddTextChild("t");
+    }
+  });
+  EXPECT_EQ(kMany + 1, m_parent->CountChildNodes());
+  EXPECT_LT(seconds, 1.0);
+}
+
+}  // namespace

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+#include <xmldom/xmldom.h>
+
+#include "harness/NodeFacts.h"
+#include "harness/Outline.h"
+#include "harness/SmallStack.h"
+#include "harness/Trees.h"
+
+// Owners of the siblings behind a node that is put in place, after an application has given some of
+// them another owner.
+
+namespace {
+
+const int kMany = 100000;
+const double kMostSeconds = 1.0;
+
+class NodeOwners : public testing::Test {
+ protected:
+  NodeOwners()
+      : m_document(Load("<a><b/><c><x/></c><d/><e><y><z/></y></e></a>")),
+        m_other(NewDocument()),
+        m_root(Root(m_document)) {}
+
+  IXMLDOMNode* NewChild() { return NewElement(nullptr, "n").Detach(); }
+
+  void Insert(int position) {
+    EXPECT_EQ(S_OK, m_root->insertBefore(NewChild(), At(m_root, {position}), nullptr));
+  }
+
+  Document m_document;
+  Document m_other;
+  IXMLDOMNode* m_root;
+};
+
+TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_all_that_follow) {
+  At(m_root, {2})->RecurseSetDocument(m_other);
+  EXPECT_EQ("d e y z ", NotOwnedBy(m_document, m_document));
+  Insert(1);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+TEST_F(NodeOwners, InsertBefore_gives_no_owner_to_those_in_front) {
+  m_root->m_pFirstChild->RecurseSetDocument(m_other);
+  Insert(2);
+  EXPECT_EQ("b c x ", NotOwnedBy(m_document, m_document));
+}
+
+TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_those_below_the_siblings) {
+  At(m_root, {3, 0, 0})->RecurseSetDocument(nullptr);
+  Insert(0);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_those_that_RecurseClearDocument_has_cleared) {
+  At(m_root, {3, 0})->RecurseClearDocument(2);
+  EXPECT_EQ("y z ", NotOwnedBy(m_document, m_document));
+  Insert(1);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+TEST_F(NodeOwners, ReplaceChild_gives_the_owner_to_all_that_follow) {
+  At(m_root, {2})->RecurseSetDocument(m_other);
+  Node replaced;
+  EXPECT_EQ(S_OK, m_root->replaceChild(NewChild(), At(m_root, {1}), replaced.Out()));
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+  EXPECT_EQ("", NotOwnedBy(nullptr, replaced));
+}
+
+TEST_F(NodeOwners, Every_call_of_RecurseSetDocument_counts) {
+  for (int i = 0; i < 3; ++i) {
+    SCOPED_TRACE(i);
+    Insert(0);
+    At(m_root, {2 + i})->RecurseSetDocument(i == 1 ? nullptr : m_other.get());
+    Insert(0);
+    EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+  }
+}
+
+// The new sibling has the owner of the node that it was added to, not that of the parent.
+TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_siblings_added_to_one_of_another_owner) {
+  m_root->m_pFirstChild->RecurseSetDocument(m_other);
+  Insert(1);
+  EXPECT_EQ("b ", NotOwnedBy(m_document, m_document));
+  Node(m_root->m_pFirstChild->AddSibling("s", nullptr));
+  EXPECT_EQ("b s ", NotOwnedBy(m_document, m_document));
+  Insert(1);
+  EXPECT_EQ("b ", NotOwnedBy(m_document, m_document));
+}
+
+TEST_F(NodeOwners, A_reference_child_with_an_owner_written_by_hand_is_noticed) {
+  At(m_root, {1})->m_pOwnerDocument = m_other;
+  At(m_root, {3, 0})->m_pOwnerDocument = nullptr;
+  Insert(1);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+TEST_F(NodeOwners, Insertions_at_the_front_stay_cheap_after_one_that_was_not) {
+  At(m_root, {2})->RecurseSetDocument(m_other);
+  const double seconds = OnSmallStack([&] {
+    for (int i = 0; i < kMany; ++i) {
+      m_root->insertBefore(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT),
+                           m_root->m_pFirstChild, nullptr);
+    }
+  });
+  EXPECT_EQ(kMany + 4, m_root->CountChildNodes());
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+  EXPECT_LT(seconds, kMostSeconds);
+}
+
+}  // namespace

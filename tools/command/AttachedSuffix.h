@@ -1,0 +1,27 @@
+#ifndef XMLDOM_TOOLS_COMMAND_ATTACHEDSUFFIX_H
+#define XMLDOM_TOOLS_COMMAND_ATTACHEDSUFFIX_H
+
+#include <string>
+#include <vector>
+
+namespace tool {
+
+class Arguments;
+
+/// The flag to which a suffix may be attached, and the hidden option that takes the suffix when it
+/// has been split off.
+extern const char kInPlaceFlag[];
+extern const char kSuffixOption[];
+
+/// Splits off a suffix that is attached to the flag, as it can be for sed: "-i.old" becomes "-i"
+/// and
+/// "--backup-suffix=.old". CLI11 cannot parse an option whose value is optional and can only be
+/// attached: it takes the next argument for the value. An argument that is the value of another
+/// option, or stands behind "--", stays as it is.
+/// `arguments` are those behind the name of the command, and `declared` tells its options.
+std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments,
+                                       const Arguments& declared);
+
+}  // namespace tool
+
+#endif

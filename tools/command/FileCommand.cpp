@@ -1,0 +1,51 @@
+// Runs a command on each of its files and combines the exit statuses.
+// Results are flushed behind each file, so that they and messages on a terminal keep their order.
+// Tested by tests/tool/input_test.bash.
+
+#include <tools/command/FileCommand.h>
+
+#include <tools/command/Arguments.h>
+#include <tools/command/Trouble.h>
+#include <tools/io/Output.h>
+
+#include <algorithm>
+
+namespace tool {
+
+void FileCommand::DeclareArguments(Arguments& arguments) {
+  DeclareOptions(arguments);
+  if (m_kind != kVerdict) {
+    arguments.AddFlag("--no-filename", m_withoutNames,
+                      "Leave out the file name that begins each line when there are several files");
+  }
+  arguments.AddOperands("FILE", m_files, "XML files; standard input when there is none, or for -");
+}
+
+ExitStatus FileCommand::Run(const Session& session) {
+  if (m_files.empty()) m_files.push_back("-");
+  ExitStatus status = TryFile(m_files.front(), session);
+  for (auto file = m_files.begin() + 1; file != m_files.end(); ++file) {
+    status = Combine(status, TryFile(*file, session));
+  }
+  return status;
+}
+
+ExitStatus FileCommand::TryFile(const std::string& file, const Session& session) {
+  return SayTrouble(DisplayName(file), [&] {
+    Input input;
+    if (!ReadInput(file, input)) return ExitStatus::kTrouble;
+    const bool named = m_files.size() > 1 && !m_withoutNames;
+    ResultWriter results(session.output, named ? input.name + ":" : std::string());
+    const ExitStatus status = RunOn(input, results, session);
+    session.output.Flush();
+    return status;
+  });
+}
+
+ExitStatus FileCommand::Combine(ExitStatus sofar, ExitStatus next) const {
+  const auto order = std::minmax(sofar, next);
+  const bool isSearch = m_kind == kResults && order.second != ExitStatus::kTrouble;
+  return isSearch ? order.first : order.second;
+}
+
+}  // namespace tool

@@ -1,0 +1,46 @@
+// The command `mask`: writes documents without texts and values of attributes.
+// The library does all of it.
+// Tested by tests/tool/mask_test.bash.
+
+#include <tools/command/FileCommand.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+
+#include <xmldom/dom/XMLDocument.h>
+
+#include <cstring>
+
+namespace tool {
+
+namespace {
+
+class MaskCommand : public FileCommand {
+ public:
+  MaskCommand() : FileCommand(kChanges) {}
+
+ protected:
+  void DeclareOptions(Arguments&) override {}
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    const _bstr_t xml = document->GetMaskedXML();
+    results.Write(xml, std::strlen(xml));
+    return ExitStatus::kDone;
+  }
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<MaskCommand>(); }
+
+}  // namespace
+
+const CommandEntry kMaskCommand = {"mask", "Write a document without its values",
+                                   "Elements and attributes keep their names, and lose every text "
+                                   "and value: the structure can be\n"
+                                   "shown to others, what it holds cannot be seen.\n"
+                                   "Exit status: 0 when written, 2 for trouble.\n"
+                                   "\n"
+                                   "Example: xmldom mask config.xml",
+                                   Make};
+
+}  // namespace tool

@@ -1,0 +1,105 @@
+// The command `page`: writes documents with a range of the children of one node.
+// The library selects and writes the range; this checks what the library would only log.
+// Tested by tests/tool/page_test.bash.
+
+#include <tools/command/Arguments.h>
+#include <tools/command/FileCommand.h>
+#include <tools/command/Query.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/io/SourceExcerpt.h>
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/text/XMLWriter.h>
+#include <xmldom/support/MemFile.h>
+
+#include <climits>
+#include <cstring>
+
+namespace tool {
+
+namespace {
+
+// The number that tells the library to write no page attributes.
+const int kNoPage = -1;
+const unsigned int kRowRoom = 256;
+
+class PageCommand : public FileCommand {
+ public:
+  PageCommand() : FileCommand(kResults) {}
+
+  void Check() const override {
+    m_query.Check();
+    if ((m_page == kNoPage) != (m_pages == kNoPage)) {
+      throw UsageError("--page and --pages are given together");
+    }
+    if (m_pad.isGiven) CheckTemplate();
+  }
+
+ protected:
+  void DeclareOptions(Arguments& arguments) override {
+    m_query.DeclareArguments(arguments);
+    arguments.AddNumber("--first", "N (1 unless given)", 1, m_first,
+                        "Position of the first child to write");
+    arguments.AddNumber("--count", "N (all unless given)", 1, m_count,
+                        "How many positions to write");
+    arguments.AddNumber("--page", "N", 0, m_page,
+                        "Number of this page, for an attribute of the node");
+    arguments.AddNumber("--pages", "N", 0, m_pages, "Number of all pages, likewise");
+    arguments.AddText("--pad", "TEMPLATE", m_pad, "XML of the rows that fill up the last page");
+    arguments.Require("--pad", "--count");
+  }
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    // When the path selects nothing, the library only logs that, and writes the whole document.
+    if (m_query.Search(document.Get(), [](IXMLDOMNode*) {}) == 0) return ExitStatus::kNo;
+    const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
+    const _bstr_t xml =
+        document->GetFilteredXML(m_query.Path().c_str(), m_first, m_count, m_page, m_pages, rows);
+    results.Write(xml, std::strlen(xml));
+    return ExitStatus::kDone;
+  }
+
+ private:
+  /// Checks that the template is well-formed, as it is given and as a row. The library writes the
+  /// index of a row before the first '>' of the template, which can also stand in a value.
+  void CheckTemplate() const {
+    LoadProblem problem;
+    if (LoadText(m_pad.text, problem) == nullptr) {
+      throw UsageError(DescribeProblem("template", m_pad.text, problem.position, problem.reason));
+    }
+    CMemFile row(kRowRoom);
+    Pad(row, m_pad.text.c_str(), 0, 1);
+    if (LoadText(row.GetAsStr(), problem) == nullptr) {
+      throw UsageError("the first '>' of the template has to end its first tag");
+    }
+  }
+
+  Query m_query{Query::kFirst};
+  int m_first = 1;
+  int m_count = INT_MAX;
+  int m_page = kNoPage;
+  int m_pages = kNoPage;
+  OptionalText m_pad;
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<PageCommand>(); }
+
+}  // namespace
+
+const CommandEntry kPageCommand = {
+    "page", "Write a document with a page of the children of one node",
+    "Of the node that PATH selects first, only the children at the given positions are written, "
+    "each\n"
+    "with its position as attribute 'index'; texts have positions too. --page and --pages give "
+    "the\n"
+    "node the attributes 'curPage' and 'numPages'. 'xmldom select --help' explains paths.\n"
+    "Exit status: 0 when written, 1 when nothing is selected, 2 for trouble.\n"
+    "\n"
+    "Example: xmldom page --first 11 --count 10 --page 2 --pages 3 --pad '<rule/>' /config/rules "
+    "config.xml",
+    Make};
+
+}  // namespace tool

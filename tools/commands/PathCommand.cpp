@@ -1,0 +1,57 @@
+// The command `path`: writes where in the tree the nodes stand that a path selects.
+// The library makes the path of each node.
+// Tested by tests/tool/node_path_test.bash.
+
+#include <tools/command/FileCommand.h>
+#include <tools/command/Query.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/support/MemFile.h>
+
+namespace tool {
+
+namespace {
+
+const unsigned int kPathRoom = 256;
+
+class PathCommand : public FileCommand {
+ public:
+  PathCommand() : FileCommand(kResults) {}
+
+  void Check() const override { m_query.Check(); }
+
+ protected:
+  void DeclareOptions(Arguments& arguments) override { m_query.DeclareArguments(arguments); }
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    CMemFile path(kPathRoom);
+    const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
+      node->GetPathToNode(path);
+      results.Write(path.GetAsStr(), path.m_uLength);
+      results.EndLine();
+    });
+    return count > 0 ? ExitStatus::kDone : ExitStatus::kNo;
+  }
+
+ private:
+  Query m_query{Query::kAll};
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<PathCommand>(); }
+
+}  // namespace
+
+const CommandEntry kPathCommand = {
+    "path", "Write where the nodes stand that a path selects",
+    "The names of the elements from the root down to each selected node, each behind a '/'.\n"
+    "'xmldom select --help' explains paths.\n"
+    "Exit status: 0 when something is selected, 1 when nothing is, 2 for trouble.\n"
+    "\n"
+    "Example: xmldom path //address config.xml",
+    Make};
+
+}  // namespace tool

@@ -1,0 +1,66 @@
+// The command `select`: writes the nodes that a path selects as XML, or how many there are.
+// Each node is written as soon as the search meets it in the list of selected nodes.
+// Tested by tests/tool/select_test.bash.
+
+#include <tools/command/Arguments.h>
+#include <tools/command/FileCommand.h>
+#include <tools/command/Query.h>
+#include <tools/commands/Commands.h>
+#include <tools/document/DocumentLoad.h>
+
+#include <xmldom/dom/XMLDocument.h>
+
+#include <cstring>
+
+namespace tool {
+
+namespace {
+
+class SelectCommand : public FileCommand {
+ public:
+  SelectCommand() : FileCommand(kResults) {}
+
+  void Check() const override { m_query.Check(); }
+
+ protected:
+  void DeclareOptions(Arguments& arguments) override {
+    m_query.DeclareArguments(arguments);
+    arguments.AddFlag("--count", m_count, "Write only how many nodes are selected");
+  }
+
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
+      if (m_count) return;
+      const _bstr_t xml = node->Getxml();
+      results.Write(xml, std::strlen(xml));
+    });
+    if (m_count) {
+      results.Write(std::to_string(count));
+      results.EndLine();
+    }
+    return count > 0 ? ExitStatus::kDone : ExitStatus::kNo;
+  }
+
+ private:
+  Query m_query{Query::kAll};
+  bool m_count = false;
+};
+
+std::unique_ptr<Command> Make() { return std::make_unique<SelectCommand>(); }
+
+}  // namespace
+
+const CommandEntry kSelectCommand = {
+    "select", "Write the nodes that a path selects, as XML",
+    "A path is a row of element names with '/' between them, from the root element down; '*'\n"
+    "stands for any name, and '//' at the beginning searches at every depth. A name may be "
+    "followed\n"
+    "by conditions: [child='text'], [child=number], [@attribute='text'], [a/b/c='text'].\n"
+    "Exit status: 0 when something is selected, 1 when nothing is, 2 for trouble.\n"
+    "\n"
+    "Example: xmldom select \"//interface[@name='eth0']\" config.xml",
+    Make};
+
+}  // namespace tool

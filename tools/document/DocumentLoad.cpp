@@ -1,0 +1,74 @@
+// Has the library make the tree of a text, and turns its parse error into a message with a place.
+// The library takes a text to end at its first NUL, so a NUL byte is refused before it is loaded.
+// Tested by tests/tool/check_test.bash.
+
+#include <tools/document/DocumentLoad.h>
+
+#include <tools/io/Diagnostics.h>
+#include <tools/io/Input.h>
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/parse/ParseError.h>
+
+namespace tool {
+
+namespace {
+
+// How many characters of a tag a message shows.
+const std::size_t kTagLimit = 60;
+
+/// Whether a text that holds NUL bytes begins as XML in UTF-16 does: with a byte order mark or with
+/// '<' in two bytes.
+bool LooksLikeUtf16(const std::string& text) {
+  for (const char* beginning : {"\xFF\xFE", "\xFE\xFF"}) {
+    if (text.compare(0, 2, beginning) == 0) return true;
+  }
+  return text.compare(0, 2, "<\0", 2) == 0 || text.compare(0, 2, "\0<", 2) == 0;
+}
+
+LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
+  std::string reason = "NUL byte";
+  if (LooksLikeUtf16(text)) {
+    reason += "; the text looks like UTF-16, which has to be converted to UTF-8 first";
+  }
+  return {PositionOf(text, offset), reason};
+}
+
+LoadProblem ProblemOf(const IXMLDOMParseError& error) {
+  std::string reason = error.m_bstrReason;
+  // The source text of an error is the tag that it is about. It begins with something else when the
+  // library has found no tag there; that would tell a user nothing.
+  if (error.m_bstrSrcText[0] == '<') {
+    reason += ", near " + VisibleLine(error.m_bstrSrcText, kTagLimit);
+  }
+  const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
+                                   static_cast<std::size_t>(error.m_lLinePos) + 1};
+  return {position, reason};
+}
+
+}  // namespace
+
+XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem) {
+  const std::size_t nul = text.find('\0');
+  if (nul != std::string::npos) {
+    problem = ProblemOfNul(text, nul);
+    return nullptr;
+  }
+  XMLPtr<IXMLDOMDocument2> document;
+  Create(document.Out());
+  if (document->loadXML(text.c_str()) == VARIANT_TRUE) return document;
+
+  XMLPtr<IXMLDOMParseError> error;
+  document->get_parseError(error.Out());
+  problem = ProblemOf(*error);
+  return nullptr;
+}
+
+XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input) {
+  LoadProblem problem;
+  XMLPtr<IXMLDOMDocument2> document = LoadText(input.text, problem);
+  if (document == nullptr) ComplainAt(input.name, input.text, problem.position, problem.reason);
+  return document;
+}
+
+}  // namespace tool

@@ -1,0 +1,33 @@
+#ifndef XMLDOM_TOOLS_DOCUMENT_DOCUMENTLOAD_H
+#define XMLDOM_TOOLS_DOCUMENT_DOCUMENTLOAD_H
+
+#include <tools/io/SourceText.h>
+
+#include <xmldom/xmldom_ptr.h>
+
+#include <string>
+
+class IXMLDOMDocument2;
+
+namespace tool {
+
+struct Input;
+
+/// What is wrong with a text that is not well-formed, and where.
+struct LoadProblem {
+  SourcePosition position;
+  std::string reason;
+};
+
+/// Makes the tree of a text.
+/// Result: the document; null when the text is not well-formed. Out: `problem` then says why.
+XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
+
+/// Makes the tree of an input.
+/// Result: the document; null when the input is not well-formed. Effects: what is wrong is then
+/// written to standard error, with the place.
+XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input);
+
+}  // namespace tool
+
+#endif

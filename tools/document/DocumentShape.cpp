@@ -1,0 +1,89 @@
+// Merges the elements of a tree that have the same name below the same merged parent.
+// One walk over the tree; a hash table finds the merged element by its parent and its name.
+// Tested by tests/tool/tree_test.bash.
+
+#include <tools/document/DocumentShape.h>
+
+#include <xmldom/dom/XMLNode.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace tool {
+
+bool DocumentShape::Key::operator==(const Key& other) const {
+  return parent == other.parent && isAttribute == other.isAttribute &&
+         std::strcmp(name, other.name) == 0;
+}
+
+std::size_t DocumentShape::KeyHash::operator()(const Key& key) const {
+  // FNV-1a, of the parent and the kind of name first and then of the bytes of the name.
+  std::uint64_t hash = 14695981039346656037u;
+  const auto mix = [&hash](std::uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
+  mix(key.parent);
+  mix(key.isAttribute);
+  for (const char* c = key.name; *c != '\0'; ++c) mix(static_cast<unsigned char>(*c));
+  return static_cast<std::size_t>(hash);
+}
+
+DocumentShape::DocumentShape(const IXMLDOMNode* root, std::size_t levels) {
+  const IXMLDOMNode* node = root;
+  std::size_t level = 1;  // of `node`
+  // The merged element for the parent of `node`, or for its nearest ancestor that is shown.
+  std::size_t parent = kNone;
+  for (;;) {
+    if (node->m_eNodeType == NODE_TEXT) {
+      if (level - 1 <= levels) m_elements[parent].hasText = true;
+    } else if (level > levels) {
+      std::size_t& hidden = m_elements[parent].hiddenLevels;
+      hidden = std::max(hidden, level - levels);
+    }
+    const bool isShown = node->m_eNodeType != NODE_TEXT && level <= levels;
+    const std::size_t merged = isShown ? Merge(parent, node) : parent;
+
+    if (node->m_pFirstChild != nullptr) {
+      node = node->m_pFirstChild;
+      parent = merged;
+      ++level;
+      continue;
+    }
+    while (node != root && node->m_pNextSibling == nullptr) {
+      node = node->m_pParent;
+      --level;
+      if (level <= levels) parent = m_elements[parent].parent;
+    }
+    if (node == root) return;
+    node = node->m_pNextSibling;
+  }
+}
+
+std::size_t DocumentShape::Merge(std::size_t parent, const IXMLDOMNode* node) {
+  const auto placed = m_positions.emplace(Key{parent, false, node->m_pszNodeName}, 0);
+  if (placed.second) placed.first->second = Append(parent, node->m_pszNodeName);
+  const std::size_t position = placed.first->second;
+  Element& element = m_elements[position];
+  ++element.count;
+  for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
+       attribute = attribute->m_pNextSibling) {
+    const bool isNew = m_positions.emplace(Key{position, true, attribute->m_pszNodeName}, 0).second;
+    if (isNew) element.attributes.push_back(attribute->m_pszNodeName);
+  }
+  return position;
+}
+
+std::size_t DocumentShape::Append(std::size_t parent, const char* name) {
+  const std::size_t position = m_elements.size();
+  m_elements.push_back({name, 0, false, {}, 0, parent, kNone, kNone, kNone});
+  if (parent == kNone) return position;
+  std::size_t& lastChild = m_elements[parent].lastChild;
+  if (lastChild == kNone) {
+    m_elements[parent].firstChild = position;
+  } else {
+    m_elements[lastChild].nextSibling = position;
+  }
+  lastChild = position;
+  return position;
+}
+
+}  // namespace tool

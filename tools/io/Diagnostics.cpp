@@ -1,0 +1,58 @@
+// Writes messages to standard error, one write for each, so that those of several processes do not
+// mix within a line. Log events of the library come out the same way, through the logger's sink.
+// Tested by tests/tool/command_line_test.bash and tests/tool/input_test.bash.
+
+#include <tools/io/Diagnostics.h>
+
+#include <tools/io/SourceExcerpt.h>
+
+#include <xmldom/support/Logger.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace tool {
+
+namespace {
+
+const char kTool[] = "xmldom: ";
+
+// A failure is ignored: there is nowhere else to report it.
+void Say(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+
+/// Writes each line of a text as a message of the tool.
+void SayLines(const std::string& text) {
+  std::size_t begin = 0;
+  std::string lines;
+  while (begin < text.size()) {
+    const std::size_t end = std::min(text.find('\n', begin), text.size());
+    lines += kTool + text.substr(begin, end - begin) + "\n";
+    begin = end + 1;
+  }
+  Say(lines);
+}
+
+void SayLogEvent(const CLogEvent& event, void*) {
+  SayLines(event.title);
+  if (event.body != nullptr) SayLines(event.body);
+}
+
+}  // namespace
+
+void Complain(const std::string& text) { Say(kTool + text + "\n"); }
+
+void ComplainAbout(const std::string& file, const std::string& text) {
+  Complain(file + ": " + text);
+}
+
+void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
+                const std::string& reason) {
+  Say(file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column) + ": " +
+      reason + "\n" + SourceExcerpt(text, position));
+}
+
+void Remark(const std::string& file, const std::string& text) { Say(file + ": " + text + "\n"); }
+
+void SayLogEvents() { CLogger::SetSink(SayLogEvent, nullptr); }
+
+}  // namespace tool

@@ -1,0 +1,29 @@
+#ifndef XMLDOM_TOOLS_IO_DIAGNOSTICS_H
+#define XMLDOM_TOOLS_IO_DIAGNOSTICS_H
+
+#include <tools/io/SourceText.h>
+
+#include <string>
+
+namespace tool {
+
+/// Writes "xmldom: " and the text to standard error: what went wrong.
+void Complain(const std::string& text);
+
+/// The same about a file: "xmldom: FILE: TEXT".
+void ComplainAbout(const std::string& file, const std::string& text);
+
+/// Writes what went wrong at a place in a file as compilers do: "FILE:LINE:COLUMN: REASON", and
+/// below it the line of `text` with a caret under the column. `text` is the whole text of the file.
+void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
+                const std::string& reason);
+
+/// Writes "FILE: TEXT" to standard error: what --verbose tells of a file with which all is well.
+void Remark(const std::string& file, const std::string& text);
+
+/// From now on writes the log events of the library like messages of the tool, line by line.
+void SayLogEvents();
+
+}  // namespace tool
+
+#endif

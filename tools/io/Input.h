@@ -1,0 +1,34 @@
+#ifndef XMLDOM_TOOLS_IO_INPUT_H
+#define XMLDOM_TOOLS_IO_INPUT_H
+
+#include <cstddef>
+#include <string>
+
+namespace tool {
+
+/// The whole text of a file or of standard input.
+struct Input {
+  std::string name;  ///< As DisplayName gives it.
+  std::string text;
+};
+
+/// The name of an input in messages and results. `file` is an operand of the command line: the path
+/// of a file, or "-" for standard input.
+std::string DisplayName(const std::string& file);
+
+/// Reads the file that is called `file`, or standard input for "-", to its end.
+/// Result: whether it could be read. Out: `text` then holds it; otherwise `reason` tells why not.
+/// Bad input: a directory, or more bytes than the parser can take, cannot be read.
+bool ReadWhole(const std::string& file, std::string& text, std::string& reason);
+
+/// Reads an input in the same way. Result: whether it could be read.
+/// Effects: otherwise writes the reason to standard error.
+bool ReadInput(const std::string& file, Input& input);
+
+/// Writes to standard error what is wrong with the byte at `offset` of an input, and shows that
+/// byte.
+void ComplainAt(const Input& input, std::size_t offset, const std::string& reason);
+
+}  // namespace tool
+
+#endif
