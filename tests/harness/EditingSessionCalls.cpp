@@ -122,7 +122,9 @@ std::string EditingSession::Insert() {
   const Id node = AnyNewChild();
   const Id reference = AnyChildOf(parent);
   const Id content = m_model.Content(node);
-  RunEdit(m_model.InsertBefore(parent, node, reference), content, [&](IXMLDOMNode** out) {
+  const Result expected = m_model.InsertBefore(parent, node, reference);
+  // The parent goes with the siblings that followed the new child, when they alone have kept it.
+  RunEdit(expected, m_model.IsAlive(parent) ? content : kNone, [&](IXMLDOMNode** out) {
     return Real(parent)->insertBefore(Real(node), Real(reference), out);
   });
   return "insertBefore of " + Show(node) + " to " + Show(parent) + " before " + Show(reference);
@@ -198,7 +200,10 @@ int EditingSession::PredictInsert(Id target) {
 int EditingSession::PredictRemove(Id target) {
   const Id parent = m_model.At(target).parent;
   if (parent == kNone) return 0;
-  if (m_model.Remove(parent, target) == TreeModel::THROWN) return kThrown;
+  if (m_model.Remove(parent, target) == TreeModel::THROWN) {
+    m_model.Hold(target);  // the exception leaves with the reference of the call
+    return kThrown;
+  }
   m_model.Drop(target);
   return 1;
 }

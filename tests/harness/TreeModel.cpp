@@ -135,9 +135,13 @@ bool TreeModel::SetValue(Id node, const Value& text) {
 
 TreeModel::Id TreeModel::NodeToPlace(Id newChild, Id parent) const {
   const Id node = Content(newChild);
-  if (node == kNone || Contains(node, parent)) return kNone;
-  // What follows a node without parent would come along.
-  if (At(node).parent == kNone) {
+  return node == kNone || Contains(node, parent) ? kNone : node;
+}
+
+TreeModel::Id TreeModel::NodeToAppend(Id newChild, Id parent) const {
+  const Id node = NodeToPlace(newChild, parent);
+  // What follows a node without parent comes along.
+  if (node != kNone && At(node).parent == kNone) {
     for (Id next = At(node).next; next != kNone; next = At(next).next) {
       if (Contains(next, parent)) return kNone;
     }
@@ -171,7 +175,7 @@ void TreeModel::PlaceBefore(Id node, Id parent, Id next) {
 }
 
 TreeModel::Result TreeModel::Append(Id parent, Id newChild) {
-  const Id node = NodeToPlace(newChild, parent);
+  const Id node = NodeToAppend(newChild, parent);
   if (node == kNone) return REFUSED;
   if (node != newChild) Hold(node);
   if (Detach(node) == THROWN) return THROWN;
@@ -189,9 +193,10 @@ TreeModel::Result TreeModel::InsertBefore(Id parent, Id newChild, Id reference) 
   if (node == kNone) return REFUSED;
   if (node == reference || node == previous) return DONE;
   if (Detach(node) == THROWN) return THROWN;
-  Release(Get(node).next);
+  const Id followers = Get(node).next;
   PlaceBefore(node, parent, reference);
   (isFirst ? Get(parent).firstChild : Get(previous).next) = node;
+  Release(followers);
   return DONE;
 }
 
@@ -201,17 +206,21 @@ TreeModel::Result TreeModel::Replace(Id parent, Id newChild, Id old) {
   if (node == kNone) return REFUSED;
   if (node == old) return DONE;
   if (Detach(node) == THROWN) return THROWN;
-  Release(Get(node).next);
+  const Id followers = Get(node).next;
   Get(node).next = kNone;
   const bool isFirst = Get(parent).firstChild == old;
   const Id previous = isFirst ? kNone : Previous(old);
-  if (!isFirst && previous == kNone) return THROWN;
+  if (!isFirst && previous == kNone) {
+    Release(followers);
+    return THROWN;
+  }
   PlaceBefore(node, parent, Get(old).next);
   (isFirst ? Get(parent).firstChild : Get(previous).next) = node;
   ++Get(old).held;
   Get(old).next = kNone;
   Get(old).parent = kNone;
   SetOwner(old, kNone);
+  Release(followers);
   return DONE;
 }
 

@@ -92,6 +92,7 @@ class TreeModel {
   void SetOwner(Id node, Id owner);
   void LinkAtEnd(Id Record::*head, Id node, Id added);
   Id NodeToPlace(Id newChild, Id parent) const;
+  Id NodeToAppend(Id newChild, Id parent) const;
   Result Detach(Id node);
   void PlaceBefore(Id node, Id parent, Id next);
 
