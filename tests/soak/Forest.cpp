@@ -61,7 +61,7 @@ Forest::Forest(Random random, const ForestShape& shape) {
   AddDocument(random, shape);
   AddDocument(random, shape);
   for (int i = 0; i < shape.nodes; ++i) AddNode(random, shape);
-  for (int i = 0; i < shape.changesByHand; ++i) Change(random, shape);
+  for (int i = 0; i < shape.changesByHand; ++i) ChangeByHand(random, shape);
 }
 
 Forest::~Forest() {
@@ -126,7 +126,7 @@ void Forest::AddNode(Random& random, const ForestShape& shape) {
   }
 }
 
-void Forest::Change(Random& random, const ForestShape& shape) {
+void Forest::ChangeByHand(Random& random, const ForestShape& shape) {
   IXMLDOMNode* node = At(2 + random.Below(Count() - 2));
   switch (random.Below(6)) {
     case 0:
@@ -199,6 +199,16 @@ void Forest::Keep(int i) {
 IXMLDOMNode* Forest::HandOver(int i) {
   m_nodes[static_cast<std::size_t>(i)].kept = false;
   return At(i);
+}
+
+int Forest::LinksTo(const IXMLDOMNode* node) const {
+  int links = 0;
+  for (const Entry& entry : m_nodes) {
+    for (int which = 0; which < 3; ++which) {
+      if (*LinkOf(entry.node, which) == node) ++links;
+    }
+  }
+  return links;
 }
 
 int Forest::NumberOf(const void* node) const {

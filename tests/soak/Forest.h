@@ -58,6 +58,12 @@ class Forest {
   /// Gives the forest's own reference to node `i` to the caller.
   IXMLDOMNode* HandOver(int i);
 
+  /// Changes a link, an owner, a parent, a type or a text, as the shape allows.
+  void ChangeByHand(Random& random, const ForestShape& shape);
+
+  /// How many links of nodes that are alive lead to a node.
+  int LinksTo(const IXMLDOMNode* node) const;
+
   /// "#3" for node 3, "-" for null.
   std::string NameOf(const void* node) const;
 
@@ -76,7 +82,6 @@ class Forest {
 
   void AddDocument(Random& random, const ForestShape& shape);
   void AddNode(Random& random, const ForestShape& shape);
-  void Change(Random& random, const ForestShape& shape);
   void MoveLink(Random& random, bool shares);
   void ChangeTexts(Random& random, const ForestShape& shape);
   void Keep(int i);

@@ -28,8 +28,9 @@ std::string TranslateRandomly(Random random, Observer& observer) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
       out.Write(before.data(), static_cast<unsigned int>(before.size()));
-      results += std::to_string(translate(text.c_str(), out)) + "\n" + out.GetAsStr() + "\n" +
-                 std::to_string(out.m_uPosition) + " of " + std::to_string(out.m_uLength) + "\n";
+      results += std::to_string(translate(text.c_str(), out)) + "\n";
+      results += std::string(out.GetAsStr()) + "\n" + std::to_string(out.m_uPosition) + " of " +
+                 std::to_string(out.m_uLength) + "\n";
     });
   };
   return Difference(run(TranslateEntities), run(plain::TranslateEntities));
