@@ -37,6 +37,11 @@ char CharacterOf(const char* name, std::size_t length) {
 
 }  // namespace
 
+int& Reports() {
+  static int count = 0;
+  return count;
+}
+
 int TranslateEntities(const char* in, CMemFile& out) {
   if (in == nullptr) return 1;
   const char* ampersand = std::strchr(in, '&');
@@ -57,6 +62,7 @@ int TranslateEntities(const char* in, CMemFile& out) {
       if (character != '\0') {
         out.Write(&character, 1);
       } else {
+        ++Reports();
         CLogger::PostLogEventF(
             LOG_TYPE_DATA, LOG_SEVERITY_WARNING,
             "TranslateEntities FAILED to match entity at the begining of this string: '%s'",
@@ -70,6 +76,7 @@ int TranslateEntities(const char* in, CMemFile& out) {
     if (ampersand != nullptr) semicolon = std::strchr(ampersand, ';');
   }
   WriteRange(out, copied, copied + std::strlen(copied));
+  ++Reports();
   std::printf("Translate Entities: from <%s> to <%s>\n", in, out.GetAsStr());
   return result;
 }

@@ -6,6 +6,9 @@ class IXMLDOMNode;
 
 namespace plain {
 
+/// How many log events and printed lines there have been of these and other plain functions.
+int& Reports();
+
 /// What TranslateEntities does.
 int TranslateEntities(const char* in, CMemFile& out);
 

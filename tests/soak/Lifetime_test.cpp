@@ -13,6 +13,7 @@ ForestShape AnyShape(Random& random) {
   shape.nodes = 2 + random.Below(24);
   shape.changesByHand = random.OneIn(2) ? 0 : random.Below(10);
   shape.keepsAll = false;
+  shape.sharesNodes = false;  // a node is never in two chains
   shape.oneWitnessIn = random.OneOf(kOneWitnessIn);
   return shape;
 }

@@ -1,10 +1,10 @@
 #ifndef XMLDOM_TESTS_SOAK_OBSERVER_H
 #define XMLDOM_TESTS_SOAK_OBSERVER_H
 
+#include <xmldom/support/Logger.h>
+
 #include <functional>
 #include <string>
-
-#include "harness/LogCapture.h"
 
 /// Writes down what a call does that a caller can notice. While it lives, standard output and log
 /// events go to it.
@@ -21,10 +21,15 @@ class Observer {
   /// changed.
   std::string Observe(const std::function<void(std::string& results)>& call);
 
+  /// What a log sink sees beside each event: `look` is asked when one comes in. Null: nothing.
+  void LookAtEvents(const std::function<std::string()>& look) { m_look = look; }
+
  private:
+  static void Collect(const CLogEvent& event, void* context);
   std::string TakePrinted();
 
-  LogCapture m_log;
+  std::string m_events;
+  std::function<std::string()> m_look;
   int m_file;
   int m_stdout;
 };

@@ -67,9 +67,9 @@ std::string ReadRandomly(Random random, Observer& observer) {
                          : plain::GetStringValue(node, buffer, size);
     });
     // Two calls stand on different stacks.
-    const std::size_t frames = seen.find("Overrun was initiated from here:\", \"");
+    const std::size_t frames = seen.find("Overrun was initiated from here:\n");
     if (frames != std::string::npos) {
-      const std::size_t end = seen.find("\")\n", frames);
+      const std::size_t end = seen.find(">\n", frames);
       seen.erase(frames, end - frames);
     }
     return seen + (text == buffer ? "buffer " : "null ") + buffer + "\n";

@@ -28,6 +28,7 @@ std::string WriteAnyNode(Random& random, Observer& observer, Forest& forest) {
   const auto run = [&](bool library) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
+      observer.LookAtEvents([&] { return std::string(out.GetAsStr()); });
       if (library) {
         node->GetXMLHelper(out, depth, paged, first, count, currentPage, numPages, padTemplate,
                            masked, indexed, index);
@@ -35,6 +36,7 @@ std::string WriteAnyNode(Random& random, Observer& observer, Forest& forest) {
         plain::GetXMLHelper(node, out, depth, paged, first, count, currentPage, numPages,
                             padTemplate, masked, indexed, index);
       }
+      observer.LookAtEvents(nullptr);
       results += out.GetAsStr();
       results += std::to_string(out.m_uPosition) + " of " + std::to_string(out.m_uLength) + "\n";
     });
