@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
-#include <cstring>
-
 #include "harness/Trees.h"
 #include "plain/PlainSelection.h"
 #include "soak/Cases.h"
@@ -70,24 +68,42 @@ std::string SelectRandomly(Random random, Observer& observer) {
   return difference.empty() ? "" : "path " + path + "\n" + difference;
 }
 
+/// Hangs new elements below each other, many of one name, whose predicates say something.
+void NestElements(Forest& forest, Random& random) {
+  IXMLDOMNode* parent = forest.At(0);
+  for (int levels = 4 + random.Below(8); levels > 0; --levels) {
+    for (int i = random.Below(3); i > 0; --i) {
+      IXMLDOMNode* child = parent->AddChild(random.OneIn(2) ? "b" : "c", nullptr);
+      child->AddTextChild(random.OneIn(2) ? "x &amp; y" : "&foo;");
+      child->RealRelease();
+    }
+    IXMLDOMNode* nested = parent->AddChild(random.OneIn(4) ? "b" : "a", nullptr);
+    nested->RealRelease();
+    parent = nested;
+  }
+}
+
+/// A path that matches at many levels and rarely to its end.
+std::string NestedPath(Random& random) {
+  static const char* const kSteps[] = {"a", "a", "*", "*[b='x & y']", "a[b='x']", "a[c=1]", "b"};
+  std::string path = "//";
+  for (int steps = 1 + random.Below(3); steps > 0; --steps) {
+    path += std::string(random.OneOf(kSteps)) + "/";
+  }
+  return path + (random.OneIn(2) ? "d" : "c[b='1']");
+}
+
 /// `deep`: trees whose matched nodes nest more than six times.
 std::string SearchRandomly(Random random, Observer& observer, bool deep) {
   ForestShape shape;
-  shape.nodes = deep ? 16 + random.Below(14) : 2 + random.Below(20);
-  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  shape.nodes = deep ? random.Below(8) : 2 + random.Below(20);
+  shape.changesByHand = deep || random.OneIn(2) ? 0 : random.Below(8);
   Forest forest(random, shape);
   random.Next();
-  if (deep) {
-    // Elements that stand alone are hung below each other, so that the tree is as deep.
-    for (int i = 2; i < forest.Count(); ++i) {
-      if (forest.At(i)->m_eNodeType == NODE_TEXT && random.OneIn(2)) {
-        forest.At(i)->m_eNodeType = NODE_ELEMENT;
-      }
-    }
-  }
+  if (deep) NestElements(forest, random);
   IXMLDOMNode* node = random.OneIn(2) ? forest.At(0) : AnyNode(forest, random);
   std::string path = AnyPath(random, 4, !deep && random.OneIn(2));
-  if (deep) path = "//" + path.substr(std::strspn(path.c_str(), "/"));
+  if (deep) path = NestedPath(random);
   const bool byPath = random.OneIn(2);
   const int step = random.Below(5) - 1;
 
