@@ -105,7 +105,7 @@ std::string Builder::ErrorTag() const {
   while (end < input.size() && input[end] != '>' && input[end] != '\0') ++end;
   if (end < input.size() && input[end] == '>') ++end;
   const std::string tag = input.substr(start, end - start);
-  return tag.substr(0, 511);
+  return tag.substr(0, 511).c_str();
 }
 
 }  // namespace plain

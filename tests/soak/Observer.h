@@ -21,6 +21,9 @@ class Observer {
   /// changed.
   std::string Observe(const std::function<void(std::string& results)>& call);
 
+  /// Lets log events come here again, after another sink was set.
+  void Resume() { CLogger::SetSink(Collect, this); }
+
   /// What a log sink sees beside each event: `look` is asked when one comes in. Null: nothing.
   void LookAtEvents(const std::function<std::string()>& look) { m_look = look; }
 

@@ -72,7 +72,7 @@ std::string AnyDocument(Random& random) {
 std::string ManyEntities(Random& random) {
   static const char* const kValues[] = {"a &lt; b", "A&amp;B", "plain", "&#60;", "&#38;co; x"};
   std::string text = "<!DOCTYPE a [";
-  for (int i = 250 + random.Below(60); i > 0; --i) {
+  for (int i = 320 + random.Below(100); i > 0; --i) {
     text += "<!ENTITY e" + std::to_string(i) + " '" + random.OneOf(kValues) + "'>\n";
   }
   return text + "]><a>&e1;&e2;</a>";
