@@ -106,6 +106,31 @@ std::string EditingCall::Run(Forest& forest, bool library) const {
   return Name() + "gives " + std::to_string(result) + ", " + forest.NameOf(out) + "\n";
 }
 
+/// Lets a node that stands alone be followed by another such node, if both numbers are of one.
+void FollowByHand(Forest& forest, int first, int next) {
+  for (int number : {first, next}) {
+    const IXMLDOMNode* node = forest.At(number);
+    if (number < 2 || node->m_pParent != nullptr || forest.LinksTo(node) != 0) return;
+  }
+  if (first == next || forest.At(first)->m_pNextSibling != nullptr) return;
+  for (IXMLDOMNode* last = forest.At(next); last != nullptr; last = last->m_pNextSibling) {
+    if (last == forest.At(first)) return;
+  }
+  forest.At(next)->AddRef();
+  forest.At(first)->m_pNextSibling = forest.At(next);
+}
+
+/// Sometimes the new child is what stands, without a parent, before the node that is edited.
+void PreferNewChildBefore(const Forest& forest, EditingCall* call) {
+  if (call->kind != 1 && call->kind != 2) return;
+  for (int i = 2; i < forest.Count(); ++i) {
+    const IXMLDOMNode* node = forest.At(i);
+    if (node->m_pParent == nullptr && node->m_pNextSibling == forest.At(call->node)) {
+      call->newChild = i;
+    }
+  }
+}
+
 std::string EditRandomly(Random random, Observer& observer) {
   ForestShape shape;
   shape.nodes = 3 + random.Below(14);
@@ -122,7 +147,14 @@ std::string EditRandomly(Random random, Observer& observer) {
       two.ChangeByHand(again, shape);
       calls += "change by hand\n";
     }
-    const EditingCall call(random, one);
+    if (random.OneIn(3)) {
+      const int first = random.Below(one.Count());
+      const int next = random.Below(one.Count());
+      FollowByHand(one, first, next);
+      FollowByHand(two, first, next);
+    }
+    EditingCall call(random, one);
+    if (random.OneIn(2)) PreferNewChildBefore(one, &call);
     if (!call.CanBeMade(one)) continue;
     const std::string before = one.State();
     const auto run = [&](Forest& forest, bool library) {

@@ -53,7 +53,8 @@ void Replace(char*& text, const char* with) {
 }  // namespace
 
 void WitnessNode::Announce() {
-  if (m_record != nullptr) *m_record += " " + std::to_string(m_number);
+  if (m_record == nullptr) return;
+  *m_record += " " + std::to_string(m_number) + "/" + std::to_string(IXMLDOMDocument2::m_iObjCount);
   m_record = nullptr;
 }
 

@@ -9,7 +9,8 @@
 
 #include "soak/Random.h"
 
-/// A node of a class of one's own, which writes its number down when it is destroyed.
+/// A node of a class of one's own, which writes down its number, and how many documents there are,
+/// when it is destroyed.
 class WitnessNode : public IXMLDOMNode {
  public:
   WitnessNode(int number, std::string* record, IXMLDOMDocument2* owner, const char* name,
