@@ -2,6 +2,7 @@
 #include <xmldom/parse/XMLSax.h>
 #include <xmldom/xmldom.h>
 
+#include <functional>
 #include <string>
 
 #include "harness/HugeText.h"
@@ -144,6 +145,55 @@ TEST(ExpatImplHandlers, Are_not_called_any_more_once_one_has_thrown) {
   recorder.m_thrower = "default";
   EXPECT_THROW(recorder.Parse("<a>x<b/></a>", -1, true), std::string);
   EXPECT_EQ("start a", recorder.m_events);
+}
+
+namespace {
+
+/// A handler object whose handlers do what a case wants.
+class Caller : public CExpatImpl<Caller> {
+ public:
+  explicit Caller(std::function<void()> onStart) : m_onStart(onStart) { CreateParser(); }
+  ~Caller() { DestroyParser(); }
+
+  void OnStartElement(const char*, const char**) {
+    ++m_starts;
+    m_onStart();
+  }
+  void OnEndElement(const char*) {}
+  void OnDefault(const char*, int) {}
+
+  int m_starts = 0;
+
+ private:
+  std::function<void()> m_onStart;
+};
+
+}  // namespace
+
+TEST(ExpatImplHandlers, May_parse_another_text_which_keeps_its_exceptions_to_itself) {
+  Caller caller([] {
+    Recorder recorder;
+    recorder.m_thrower = "default";
+    EXPECT_THROW(recorder.Parse("<b>x</b>", -1, true), std::string);
+  });
+  EXPECT_TRUE(caller.Parse("<a><b/></a>", -1, true));
+  EXPECT_EQ(2, caller.m_starts);
+}
+
+TEST(ExpatImplHandlers, Called_by_hand_in_the_parse_of_another_parser_throw_to_their_caller) {
+  Recorder other;
+  other.m_thrower = "end";
+  Caller caller([&other] { EXPECT_THROW(Recorder::EndElementHandler(&other, "x"), std::string); });
+  EXPECT_TRUE(caller.Parse("<a><b/></a>", -1, true));
+  EXPECT_EQ(2, caller.m_starts);
+  EXPECT_TRUE(other.Parse("<a>", -1, false)) << "its own parser has been stopped";
+}
+
+TEST(ExpatImplHandlers, Called_by_hand_outside_a_parse_throw_to_their_caller) {
+  Recorder recorder;
+  recorder.m_thrower = "end";
+  EXPECT_THROW(Recorder::EndElementHandler(&recorder, "x"), std::string);
+  EXPECT_TRUE(recorder.Parse("<a>", -1, false));
 }
 
 // ---- Parse

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "harness/Allocation.h"
+#include "harness/ExpatVersion.h"
 #include "harness/LoadOutcome.h"
 #include "harness/LongText.h"
 #include "harness/Outline.h"
@@ -154,10 +155,20 @@ TEST(XMLSaxMemory, Of_a_text_is_that_of_its_bytes_alone) {
 
 namespace {
 
-/// More entities than may refer to others, which is logged while they are parsed.
+/// A text that ends in a log event: entities that nest too deep for the parser in use.
 std::string TextThatIsLogged() {
-  return "<!DOCTYPE a [" + Repeat("<!ENTITY e '&f;'>", 300) + "]><a/>";
+  std::string entities = "<!ENTITY e0 ''>";
+  for (int i = 1; i < 300; ++i) {
+    entities += "<!ENTITY e" + std::to_string(i) + " '&e" + std::to_string(i - 1) + ";'>";
+  }
+  return "<!DOCTYPE a [" + entities + "]><a/>";
 }
+
+/// All cases run with a parser for which they do.
+class XMLSaxExceptions : public testing::Test {
+ private:
+  ExpatVersion m_recursing{2, 6, 4};
+};
 
 /// While it lives, every log event throws 5.
 class ThrowingLog {
@@ -173,13 +184,13 @@ class ThrowingLog {
 
 }  // namespace
 
-TEST(XMLSaxExceptions, Pass_out_of_the_load_of_a_text) {
+TEST_F(XMLSaxExceptions, Pass_out_of_the_load_of_a_text) {
   const Document document = NewDocument();
   const ThrowingLog log;
   EXPECT_THROW(document->loadXML(TextThatIsLogged().c_str()), int);
 }
 
-TEST(XMLSaxExceptions, Are_thrown_once) {
+TEST_F(XMLSaxExceptions, Are_thrown_once) {
   const Document document = NewDocument();
   {
     const ThrowingLog log;
@@ -188,7 +199,7 @@ TEST(XMLSaxExceptions, Are_thrown_once) {
   EXPECT_EQ(VARIANT_TRUE, document->loadXML("<a/>"));
 }
 
-TEST(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
+TEST_F(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
   const Document document = NewDocument();
   TemporaryFile file(TextThatIsLogged());
   const ThrowingLog log;
@@ -197,11 +208,11 @@ TEST(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
   EXPECT_EQ(VARIANT_FALSE, success);
 }
 
-TEST(XMLSaxExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
+TEST_F(XMLSaxExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
   const Document document = NewDocument();
   TemporaryFile file(TextThatIsLogged());
   const RefusingLog log;
   short success = VARIANT_FALSE;
-  EXPECT_EQ("CXMLSax - more than 256 entities refer to other entities",
+  EXPECT_EQ("CXMLSax - more than 256 entities refer to each other in a chain",
             ThrownMessage([&] { document->load(file.Path(), &success); }));
 }

@@ -1,55 +1,176 @@
 #include <xmldom/parse/EntityNesting.h>
 
-#include <cstring>
+#include <expat.h>
+#include <stringprep.h>
 
 namespace xmldom {
 
 namespace {
 
-/// Whether the '&' at `p` can begin a reference to an entity. It does not when it begins a
-/// reference to a character, but for the '&' itself, which is one only once the value has been
-/// read. One that the piece cuts off counts, since Expat may cut a long literal anywhere.
-bool CanReferToEntity(const char* p, const char* end) {
-  ++p;
-  if (p == end || *p != '#') return true;
-  ++p;
-  const bool isHexadecimal = p != end && *p == 'x';
-  if (isHexadecimal) ++p;
-  const char* ampersand = isHexadecimal ? "26" : "38";
-  while (p != end && *p == '0') ++p;
-  for (; *ampersand != '\0' && p != end; ++p, ++ampersand) {
-    if (*p != *ampersand) return false;
-  }
-  return p == end || *p == ';';
-}
+bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-/// Whether a piece of markup holds a reference to an entity.
-bool RefersToEntity(const char* text, int length) {
-  const char* end = text + length;
-  for (const char* p = text; p != end; ++p) {
-    if (*p == '&' && CanReferToEntity(p, end)) return true;
+bool IsQuote(char c) { return c == '"' || c == '\''; }
+
+/// Whether a name, behind its kind, is one of those that mean the same in every document, whatever
+/// it declares.
+bool IsPredefined(const std::string& word) {
+  for (const char* name : {"&lt", "&gt", "&amp", "&quot", "&apos"}) {
+    if (word == name) return true;
   }
   return false;
 }
 
-bool Is(const char* text, int length, const char* token) {
-  return length == static_cast<int>(std::strlen(token)) &&
-         std::strncmp(text, token, static_cast<std::size_t>(length)) == 0;
-}
+int DigitOf(char c) { return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10; }
 
 }  // namespace
 
-bool EntityNesting::Allows(const char* text, int length) {
-  if (Is(text, length, "<!ENTITY")) {
-    m_insideDeclaration = true;
-    m_refers = false;
-  } else if (Is(text, length, ">")) {
-    m_insideDeclaration = false;
-  } else if (m_insideDeclaration && !m_refers && RefersToEntity(text, length)) {
-    m_refers = true;
-    ++m_count;
+EntityNesting::EntityNesting()
+    : m_place(OUTSIDE),
+      m_quote('\0'),
+      m_run(0),
+      m_kind('&'),
+      m_isReference(false),
+      m_hasAmpersand(false),
+      m_base(0),
+      m_number(0) {}
+
+bool EntityNesting::IsPossible() {
+  const XML_Expat_Version version = XML_ExpatVersionInfo();
+  return version.major < 2 || (version.major == 2 && version.minor < 7);
+}
+
+bool EntityNesting::Observe(const char* text, int length) {
+  for (const char* const end = text + length; text != end && !IsTooDeep(); ++text) Read(*text);
+  return !IsTooDeep();
+}
+
+void EntityNesting::Read(char c) {
+  switch (m_place) {
+    case OUTSIDE:
+      if (c == '<') m_place = MARKUP;
+      break;
+    case MARKUP:
+      m_place = c == '?' ? INSTRUCTION : c == '!' ? KEYWORD : OUTSIDE;
+      m_run = 0;
+      m_word.clear();
+      break;
+    case INSTRUCTION:
+      if (c == '>' && m_run > 0) m_place = OUTSIDE;
+      m_run = c == '?';
+      break;
+    case COMMENT:
+      if (c == '>' && m_run > 1) m_place = OUTSIDE;
+      m_run = c == '-' ? m_run + 1 : 0;
+      break;
+    case KEYWORD:
+      ReadKeyword(c);
+      break;
+    case NAME:
+      ReadName(c);
+      break;
+    case BEFORE_VALUE:
+    case REST:
+      ReadRest(c);
+      break;
+    case VALUE:
+      ReadValue(c);
+      break;
   }
-  return m_count <= kMost;
+}
+
+void EntityNesting::ReadKeyword(char c) {
+  if (c == '-' || (c >= 'A' && c <= 'Z')) {
+    m_word += c;
+    if (m_word == "--") m_place = COMMENT;
+    return;
+  }
+  m_place = m_word == "ENTITY" ? NAME : REST;
+  m_kind = '&';
+  m_word.clear();
+  if (m_place == REST) ReadRest(c);
+}
+
+void EntityNesting::ReadName(char c) {
+  if (!IsSpace(c)) {
+    if (c == '%' && m_word.empty()) {
+      m_kind = c;
+    } else {
+      if (m_word.empty()) m_word = m_kind;
+      m_word += c;
+    }
+  } else if (!m_word.empty()) {
+    // A declaration that binds nobody: nothing is ever expanded by it.
+    m_place = IsPredefined(m_word) ? REST : BEFORE_VALUE;
+    if (m_place == BEFORE_VALUE) m_chains.Declare(m_word.data(), m_word.size());
+  }
+}
+
+/// Up to the end of a declaration, or of that part of the document type that stands before others.
+/// A literal that comes next behind the name of an entity is its value; all others say nothing.
+void EntityNesting::ReadRest(char c) {
+  if (m_quote != '\0') {
+    if (c == m_quote) m_quote = '\0';
+  } else if (IsQuote(c)) {
+    m_quote = c;
+    if (m_place == BEFORE_VALUE) m_place = VALUE;
+    m_isReference = m_hasAmpersand = false;
+  } else if (c == '>' || c == '[') {
+    m_place = OUTSIDE;
+  } else if (!IsSpace(c)) {
+    m_place = REST;
+  }
+}
+
+/// References to characters are replaced when a value is read, so that they can spell a reference
+/// to an entity. What looks like a reference to a character in the replacement text is one there,
+/// and no name of an entity.
+void EntityNesting::ReadValue(char c) {
+  if (m_base != 0) {
+    ReadCharacterReference(c);
+    return;
+  }
+  if (m_hasAmpersand) {
+    m_hasAmpersand = false;
+    if (c == '#') {
+      m_base = 10;
+      m_number = 0;
+      return;
+    }
+    ReadReplacementText('&');
+  }
+  if (c == '&') {
+    m_hasAmpersand = true;
+  } else if (c == m_quote) {
+    m_quote = '\0';
+    m_place = REST;
+  } else {
+    ReadReplacementText(c);
+  }
+}
+
+void EntityNesting::ReadCharacterReference(char c) {
+  if (c == 'x') {
+    m_base = 16;
+  } else if (c != ';') {
+    m_number = m_number * static_cast<unsigned>(m_base) + static_cast<unsigned>(DigitOf(c));
+  } else {
+    char bytes[8];
+    const int count = stringprep_unichar_to_utf8(static_cast<uint32_t>(m_number), bytes);
+    for (int i = 0; i < count; ++i) ReadReplacementText(bytes[i]);
+    m_base = 0;
+  }
+}
+
+void EntityNesting::ReadReplacementText(char c) {
+  if (c == m_kind) {
+    m_word = c;
+    m_isReference = true;
+  } else if (m_isReference && c == ';') {
+    m_chains.Refer(m_word.data(), m_word.size());
+    m_isReference = false;
+  } else if (m_isReference && c != '\0') {
+    m_word += c;
+  }
 }
 
 }  // namespace xmldom

@@ -17,7 +17,10 @@
 ///
 /// All that work on a parser, but for CreateParser and DestroyParser, assert that there is one.
 /// Exceptions: one that leaves a handler must not cross Expat's frames, for which a target may have
-/// no unwind tables. The trampolines keep it and stop the parser; Parse throws it on.
+/// no unwind tables. The trampolines keep it and stop the parser; Parse throws it on. Until then
+/// Expat may go on calling the trampolines, which return at once. Parses may run within a handler,
+/// of other parsers. A trampoline that is called by hand, not by the parse of its own parser, lets
+/// every exception through.
 template <class _T>
 class CExpatImpl {
  public:
@@ -83,12 +86,14 @@ class CExpatImpl {
       if (whole > INT_MAX) return false;
       length = static_cast<int>(whole);
     }
-    std::exception_ptr thrown;
-    std::exception_ptr* const outer = Thrown();
-    Thrown() = &thrown;
+    Run run = {this, Innermost(), nullptr};
+    Innermost() = &run;
     const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
-    Thrown() = outer;
-    if (thrown != nullptr) std::rethrow_exception(thrown);
+    Innermost() = run.outer;
+    if (run.thrown != nullptr) {
+      XML_SetUserData(m_p, static_cast<_T*>(this));
+      std::rethrow_exception(run.thrown);
+    }
     return parsed;
   }
 
@@ -141,9 +146,17 @@ class CExpatImpl {
   XML_Parser m_p;  ///< The parser, or null.
 
  private:
+  /// One call of Parse.
+  struct Run {
+    CExpatImpl* parser;
+    Run* outer;                 ///< The parse in whose handler this one was begun, or null.
+    std::exception_ptr thrown;  ///< What a handler threw.
+  };
+
   template <class Call>
   static void Forward(void* userData, Call call) {
     _T* handler = static_cast<_T*>(userData);
+    if (handler == nullptr) return;
     try {
       call(handler);
     } catch (...) {
@@ -153,19 +166,21 @@ class CExpatImpl {
 
   /// Keeps the exception that is being handled, and stops the parser.
   void Keep() {
-    if (Thrown() == nullptr) throw;  // No parse is running: a trampoline was called by hand.
-    *Thrown() = std::current_exception();
-    // A parser that has been stopped may still report the end of the element that it is in.
-    EnableElementHandler(false);
-    EnableDefaultHandler(false, false);
+    Run* const run = Innermost();
+    if (run == nullptr || run->parser != this) throw;  // A trampoline was called by hand.
+    run->thrown = std::current_exception();
+    // A parser that has been stopped still reports the end of the element that it is in, and the
+    // rest of a text that it converts from another encoding. It reads the pointer to the handler
+    // without a test there, so that no handler may be taken back; without user data they do
+    // nothing.
+    XML_SetUserData(m_p, nullptr);
     XML_StopParser(m_p, XML_FALSE);
   }
 
-  /// Where the innermost parse of this thread keeps what a handler threw; null when none is
-  /// running.
-  static std::exception_ptr*& Thrown() {
-    static thread_local std::exception_ptr* thrown = nullptr;
-    return thrown;
+  /// The innermost parse of this thread; null when none is running.
+  static Run*& Innermost() {
+    static thread_local Run* run = nullptr;
+    return run;
   }
 };
 

@@ -38,30 +38,40 @@ void CXMLSax::StartLoad() {
 bool CXMLSax::LoadXML(const char* text) {
   StartLoad();
   const char* whole = text == nullptr ? "" : text;
-  return ParseWhole(whole, std::strlen(whole));
+  const Outcome outcome = ParseWhole(whole, std::strlen(whole));
+  Post(outcome);
+  return outcome.parsed;
 }
 
 HRESULT CXMLSax::LoadFromFile(const char* path) {
-  xmldom::FileText file;
-  if (!file.Open(path)) return E_FILENOTOPENED;
+  Outcome outcome = {false, false, 0};
   try {
+    xmldom::FileText file;
+    if (!file.Open(path)) return E_FILENOTOPENED;
     StartLoad();
     file.Read(INT_MAX);
     file.Close();
     const bool fits = file.Size() <= INT_MAX;
-    return ParseWhole(file.Text(), fits ? std::strlen(file.Text()) : file.Size()) ? S_OK : S_FALSE;
+    outcome = ParseWhole(file.Text(), fits ? std::strlen(file.Text()) : file.Size());
   } catch (CLogException*) {
     throw;
   } catch (...) {
     return S_FALSE;
   }
+  try {
+    Post(outcome);
+  } catch (CLogException*) {
+    throw;
+  } catch (...) {
+    return S_FALSE;
+  }
+  return outcome.parsed ? S_OK : S_FALSE;
 }
 
-bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
+CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length) {
+  Outcome outcome = {false, false, 0};
   if (length > INT_MAX) {
-    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
-                           "CXMLSax - a text of %llu bytes is larger than the parser's limit of %d",
-                           length, INT_MAX);
+    outcome.excess = length;
     // An empty text gives the parser an error to tell.
     text = "";
     length = 0;
@@ -69,10 +79,9 @@ bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
   xmldom::GrowingTree tree(m_pDocument, m_pNodeStack);
   xmldom::EntityNesting nesting;
   m_pTree = &tree;
-  m_pEntityNesting = &nesting;
-  bool parsed = false;
+  if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;
   try {
-    parsed = Parse(text, static_cast<int>(length), true);
+    outcome.parsed = Parse(text, static_cast<int>(length), true);
   } catch (...) {
     EndParse();
     try {
@@ -84,10 +93,26 @@ bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
   }
   EndParse();
   tree.Finish();
-  return parsed;
+  outcome.nestsTooDeep = nesting.IsTooDeep();
+  return outcome;
 }
 
 void CXMLSax::EndParse() {
   m_pTree = nullptr;
   m_pEntityNesting = nullptr;
+}
+
+/// Posts why a text was refused. A sink may load into the document again or release it, and with it
+/// this builder: nothing of either is used from here on.
+void CXMLSax::Post(const Outcome& outcome) {
+  if (outcome.excess > 0) {
+    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
+                           "CXMLSax - a text of %llu bytes is larger than the parser's limit of %d",
+                           outcome.excess, INT_MAX);
+  }
+  if (outcome.nestsTooDeep) {
+    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
+                           "CXMLSax - more than %d entities refer to each other in a chain",
+                           xmldom::EntityChains::kMost);
+  }
 }

@@ -59,8 +59,16 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   char* GetErrorStr(char* buffer, int size);
 
  private:
+  /// What became of a text.
+  struct Outcome {
+    bool parsed;
+    bool nestsTooDeep;          ///< Refused for a chain of entities.
+    unsigned long long excess;  ///< The size of a text that was refused for it, else 0.
+  };
+
   XMLDOM_HIDDEN void StartLoad();
-  XMLDOM_HIDDEN bool ParseWhole(const char* text, unsigned long long length);
+  XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
+  XMLDOM_HIDDEN static void Post(const Outcome& outcome);
   XMLDOM_HIDDEN void EndParse();
   XMLDOM_HIDDEN IXMLDOMNode* TopNode() const;
   XMLDOM_HIDDEN bool Drops(const char* text, int length) const;

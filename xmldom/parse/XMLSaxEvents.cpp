@@ -1,4 +1,3 @@
-#include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeReference.h>
@@ -118,11 +117,8 @@ __attribute__((noinline)) void CXMLSax::OnOtherDefault(const char* text, int len
   }
 }
 
-/// Stops the parser at declarations that it could only expand with a large stack.
+/// Stops the parser at declarations that it could only expand with a large stack. It may still be
+/// told the rest of the piece that it is at.
 void CXMLSax::WatchProlog(const char* text, int length) {
-  if (m_pEntityNesting->Allows(text, length)) return;
-  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
-                         "CXMLSax - more than %d entities refer to other entities",
-                         xmldom::EntityNesting::kMost);
-  XML_StopParser(m_p, XML_FALSE);
+  if (!m_pEntityNesting->Observe(text, length)) XML_StopParser(m_p, XML_FALSE);
 }

@@ -1,0 +1,44 @@
+#ifndef XMLDOM_TESTS_SOAK_OBSERVER_H
+#define XMLDOM_TESTS_SOAK_OBSERVER_H
+
+#include <xmldom/support/Logger.h>
+
+#include <functional>
+#include <string>
+
+/// Writes down what a call does that a caller can notice. While it lives, standard output and log
+/// events go to it.
+class Observer {
+ public:
+  Observer();
+  ~Observer();
+
+  Observer(const Observer&) = delete;
+  Observer& operator=(const Observer&) = delete;
+
+  /// Runs `call`, which appends its results to its argument. Result: those lines, then what was
+  /// thrown, logged and printed, the library's error code, and each count of live objects that has
+  /// changed.
+  std::string Observe(const std::function<void(std::string& results)>& call);
+
+  /// Lets log events come here again, after another sink was set.
+  void Resume() { CLogger::SetSink(Collect, this); }
+
+  /// What a log sink sees beside each event: `look` is asked when one comes in. Null: nothing.
+  void LookAtEvents(const std::function<std::string()>& look) { m_look = look; }
+
+ private:
+  static void Collect(const CLogEvent& event, void* context);
+  std::string TakePrinted();
+
+  std::string m_events;
+  std::function<std::string()> m_look;
+  int m_file;
+  int m_stdout;
+};
+
+/// The first line in which two observations differ, with some lines before it and both wholes;
+/// empty when they are equal.
+std::string Difference(const std::string& library, const std::string& plain);
+
+#endif

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+#include <xmldom/xmldom.h>
+
+#include "harness/Trees.h"
+#include "plain/PlainSelection.h"
+#include "soak/Cases.h"
+#include "soak/Forest.h"
+#include "soak/RandomPaths.h"
+
+namespace {
+
+std::string NamesOf(const Forest& forest, IXMLDOMNodeList* list) {
+  std::string names = std::to_string(list->m_nCount) + ":";
+  while (IXMLDOMNode* node = list->NextNode()) {
+    names += " " + forest.NameOf(node);
+    node->RealRelease();
+  }
+  return names + "\n";
+}
+
+std::string NamesOf(const Forest& forest, const std::vector<IXMLDOMNode*>& list) {
+  std::string names = std::to_string(list.size()) + ":";
+  for (IXMLDOMNode* node : list) names += " " + forest.NameOf(node);
+  return names + "\n";
+}
+
+std::string SelectRandomly(Random random, Observer& observer) {
+  ForestShape shape;
+  shape.nodes = 2 + random.Below(20);
+  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  Forest forest(random, shape);
+  random.Next();
+  IXMLDOMNode* node = random.OneIn(2) ? forest.At(0) : AnyNode(forest, random);
+  const std::string path = AnyPath(random, 4, random.OneIn(4));
+  const int kind = random.Below(4);
+  const int step = random.Below(6) - 1;
+  const std::string before = forest.State();
+  const auto run = [&](bool library) {
+    return observer.Observe([&](std::string& results) {
+      if (kind < 2) {
+        if (!library) {
+          results += NamesOf(forest, plain::SelectNodes(node, path.c_str()));
+          return;
+        }
+        const Ref<IXMLDOMNodeList> list(kind == 0 ? node->SelectNodes(path.c_str())
+                                                  : node->SelectNodes(_bstr_t(path.c_str())));
+        results += NamesOf(forest, list);
+        return;
+      }
+      CXPathList steps;
+      library ? steps.ParsePath(path.c_str()) : plain::ParsePath(steps, path.c_str());
+      if (library) {
+        const Ref<IXMLDOMNodeList> list(new IXMLDOMNodeList);
+        kind == 2 ? forest.At(0)->SelectNodesHelper(node, steps, list, step)
+                  : forest.At(0)->SelectNodesTraverse(node, steps, list);
+        results += NamesOf(forest, list);
+      } else {
+        std::vector<IXMLDOMNode*> list;
+        kind == 2 ? plain::SelectNodesHelper(node, steps, &list, step)
+                  : plain::SelectNodesTraverse(node, steps, &list);
+        results += NamesOf(forest, list);
+      }
+    });
+  };
+  const std::string library = run(true);
+  const std::string after = forest.State();
+  const std::string difference = Difference(library + after, run(false) + before);
+  return difference.empty() ? "" : "path " + path + "\n" + difference;
+}
+
+/// Hangs new elements below each other, many of one name, whose predicates say something.
+void NestElements(Forest& forest, Random& random) {
+  IXMLDOMNode* parent = forest.At(0);
+  for (int levels = 4 + random.Below(8); levels > 0; --levels) {
+    for (int i = random.Below(3); i > 0; --i) {
+      IXMLDOMNode* child = parent->AddChild(random.OneIn(2) ? "b" : "c", nullptr);
+      child->AddTextChild(random.OneIn(2) ? "x &amp; y" : "&foo;");
+      child->RealRelease();
+    }
+    IXMLDOMNode* nested = parent->AddChild(random.OneIn(4) ? "b" : "a", nullptr);
+    nested->RealRelease();
+    parent = nested;
+  }
+}
+
+/// A path that matches at many levels and rarely to its end.
+std::string NestedPath(Random& random) {
+  static const char* const kSteps[] = {"a", "a", "*", "*[b='x & y']", "a[b='x']", "a[c=1]", "b"};
+  std::string path = "//";
+  for (int steps = 1 + random.Below(3); steps > 0; --steps) {
+    path += std::string(random.OneOf(kSteps)) + "/";
+  }
+  return path + (random.OneIn(2) ? "d" : "c[b='1']");
+}
+
+/// `deep`: trees whose matched nodes nest more than six times.
+std::string SearchRandomly(Random random, Observer& observer, bool deep) {
+  ForestShape shape;
+  shape.nodes = deep ? random.Below(8) : 2 + random.Below(20);
+  shape.changesByHand = deep || random.OneIn(2) ? 0 : random.Below(8);
+  Forest forest(random, shape);
+  random.Next();
+  if (deep) NestElements(forest, random);
+  IXMLDOMNode* node = random.OneIn(2) ? forest.At(0) : AnyNode(forest, random);
+  std::string path = AnyPath(random, 4, !deep && random.OneIn(2));
+  if (deep) path = NestedPath(random);
+  const bool byPath = random.OneIn(2);
+  const int step = random.Below(5) - 1;
+
+  CXPathList list;
+  plain::ParsePath(list, path.c_str());
+  plain::SingleSearch search(list);
+  const std::string before = forest.State();
+  const std::string plainly = observer.Observe([&](std::string& results) {
+    IXMLDOMNode* found = nullptr;
+    IXMLDOMNode* start = list.m_bAbsolute && byPath ? node->m_pOwnerDocument : node;
+    if (byPath && path == "/") {
+      found = node;
+    } else if (start != nullptr) {
+      found = search.Run(start, byPath ? -1 : step);
+    }
+    results += forest.NameOf(found) + "\n";
+  });
+  if (search.HasGivenUp()) return "";
+  const std::string library = observer.Observe([&](std::string& results) {
+    IXMLDOMNode* found = nullptr;
+    if (byPath) {
+      found = node->SelectSingleNode(path.c_str());
+    } else {
+      CXPathList own;
+      own.ParsePath(path.c_str());
+      found = forest.At(0)->SelectSingleNodeHelper(node, own, step);
+    }
+    results += forest.NameOf(found) + "\n";
+    if (found != nullptr) found->RealRelease();
+  });
+  const std::string difference = Difference(library + forest.State(), plainly + before);
+  return difference.empty()
+             ? ""
+             : "path " + path + " from " + forest.NameOf(node) +
+                   (search.HasLeftOut() ? ", with repeats left out\n" : "\n") + difference;
+}
+
+/// All that a path list shows.
+std::string Describe(CXPathList& list) {
+  std::string text = Text(list.m_pszPrefix) + ", " + std::to_string(list.m_nCount) + " steps, " +
+                     (list.m_bAbsolute ? "absolute, " : "") +
+                     (list.m_bDescendant ? "descendant" : "") + "\n";
+  int i = 0;
+  for (CStrListElt* step = list.m_pFirst; step != nullptr; step = step->m_pNext, ++i) {
+    text += std::string("<") + step->m_pszString + ">";
+    if (list.m_ppIndex == nullptr || list.m_ppIndex[i] != step->m_pszString) text += " not indexed";
+    if (step->m_pNext == nullptr && list.m_pLast != step) text += " not last";
+  }
+  return text + "\n";
+}
+
+std::string ParseRandomly(Random random, Observer& observer) {
+  static const char* const kPieces[] = {"/",     "/", "//", "[", "]", "a",
+                                        "b='x'", "'", ".",  " ", "\""};
+  std::string paths[3];
+  for (std::string& path : paths) {
+    path = random.OneIn(2) ? AnyPath(random, 4, true) : "";
+    for (int pieces = random.Below(8); pieces > 0; --pieces) path += random.OneOf(kPieces);
+  }
+  const int count = 1 + random.Below(3);
+  const auto run = [&](bool library) {
+    return observer.Observe([&](std::string& results) {
+      CXPathList list;
+      for (int i = 0; i < count; ++i) {
+        const char* path = paths[i].c_str();
+        results += std::to_string(library ? list.ParsePath(path) : plain::ParsePath(list, path));
+        results += " " + Describe(list);
+        library ? list.CreateIndex() : plain::CreateIndex(list);
+        results += Describe(list);
+      }
+    });
+  };
+  return Difference(run(true), run(false));
+}
+
+TEST(SoakSelection, Paths_are_cut_as_plainly) { RunCases("path parsing", ParseRandomly); }
+
+TEST(SoakSelection, All_nodes_are_selected_as_by_recursion) {
+  RunCases("selection", SelectRandomly);
+}
+
+TEST(SoakSelection, The_first_node_is_found_as_by_recursion) {
+  RunCases("single search", [](Random random, Observer& observer) {
+    return SearchRandomly(random, observer, false);
+  });
+}
+
+TEST(SoakSelection, Below_six_matched_nodes_no_search_is_repeated) {
+  RunCases("deep single search", [](Random random, Observer& observer) {
+    return SearchRandomly(random, observer, true);
+  });
+}
+
+}  // namespace
