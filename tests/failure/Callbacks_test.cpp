@@ -45,7 +45,7 @@ std::string ChainOfEntities() {
   return xml + "]><a/>";
 }
 
-const Place kPlaces[] = {
+const Place kSlots[] = {
     {"SetValue",
      [](IXMLDOMDocument2* document) {
        document->SetValue("new");
@@ -276,7 +276,7 @@ void ExpectSame(const Outcome& expected, const Outcome& actual) {
 
 class Callbacks : public testing::TestWithParam<Place> {};
 
-INSTANTIATE_TEST_SUITE_P(All, Callbacks, testing::ValuesIn(kPlaces));
+INSTANTIATE_TEST_SUITE_P(All, Callbacks, testing::ValuesIn(kSlots));
 
 TEST_P(Callbacks, May_do_what_they_like_with_all_but_the_tree_at_hand) {
   const Outcome expected = Observe(GetParam(), nullptr);

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_TESTS_PLAIN_PLAINEDITING_H
 #define XMLDOM_TESTS_PLAIN_PLAINEDITING_H
 
-#include <xmldom/Results.h>
+#include <xmldom/dom/Results.h>
 
 class IXMLDOMNode;
 

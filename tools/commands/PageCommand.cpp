@@ -10,8 +10,8 @@
 #include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/text/XMLWriter.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/XMLWriter.h>
 
 #include <climits>
 #include <cstring>

@@ -8,9 +8,9 @@
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 
-#include <xmldom/text/EntityTranslation.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/EntityTranslation.h>
 
 namespace tool {
 

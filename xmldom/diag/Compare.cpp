@@ -38,7 +38,7 @@ class Comparison {
   /// Compares two nodes and all below. Result: whether they are equal.
   bool Compare(const Pair& top) {
     if (OpenPair(top, m_topDepth)) {
-      xmldom::WalkChain<xmldom::HeapTrail>(top.first->m_pFirstChild, *this);
+      xmldom::WalkChain<xmldom::SideTrail>(top.first->m_pFirstChild, *this);
       if (!m_differs) ClosePair(m_topDepth);
     }
     return !m_differs;

@@ -9,7 +9,7 @@
 namespace xmldom {
 
 /// How often chain ends had to be forgotten.
-extern unsigned long long g_uChainAge;
+extern unsigned long long g_uChainGeneration;
 
 /// The last node of the chain that starts at `node`, which must not be null.
 inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
@@ -32,7 +32,7 @@ inline void AppendBehind(IXMLDOMNode* last, IXMLDOMNode*& head, IXMLDOMNode* nod
 }
 
 /// Makes AppendToChain forget where chains end: a node is going, or leaves its chain.
-inline void ForgetChainEnds() { ++g_uChainAge; }
+inline void InvalidateChainEnds() { ++g_uChainGeneration; }
 
 /// The first node of exactly that name in the chain, borrowed, or null.
 inline IXMLDOMNode* FindInChain(IXMLDOMNode* head, const char* name) {

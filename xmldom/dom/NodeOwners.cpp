@@ -17,7 +17,7 @@
 
 namespace xmldom {
 
-unsigned long long g_uOwnerAge = 0;
+unsigned long long g_uOwnerGeneration = 0;
 
 namespace {
 
@@ -41,8 +41,9 @@ struct OwnedChain {
   const IXMLDOMNode* node;
   const IXMLDOMNode* next;
   const IXMLDOMDocument2* owner;
-  unsigned long long ownerAge;
-  unsigned long long chainAge;  // the addresses are those of the same nodes while this is the same
+  unsigned long long ownerGeneration;
+  unsigned long long
+      chainGeneration;  // the addresses are those of the same nodes while this is the same
 };
 
 OwnedChain& LastOwnedChain() {
@@ -54,10 +55,10 @@ bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
   if (next == nullptr) return true;
   // Nodes that have lost their owner can have others below them that still have one.
   if (owner == nullptr || next->m_pOwnerDocument != owner) return false;
-  if (g_uOwnerAge == 0) return true;
+  if (g_uOwnerGeneration == 0) return true;
   const OwnedChain& chain = LastOwnedChain();
   return (next == chain.node || next == chain.next) && owner == chain.owner &&
-         chain.ownerAge == g_uOwnerAge && chain.chainAge == g_uChainAge;
+         chain.ownerGeneration == g_uOwnerGeneration && chain.chainGeneration == g_uChainGeneration;
 }
 
 }  // namespace
@@ -68,7 +69,7 @@ void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner) {
     return;
   }
   OwnerSetter setter(owner);
-  WalkChain<OwnerLinkTrail>(node, setter);
+  WalkChain<InPlaceTrail>(node, setter);
 }
 
 void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
@@ -79,8 +80,8 @@ void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
     node->m_pNextSibling = next;
     SetOwners(node, owner);
   }
-  if (g_uOwnerAge != 0) {
-    LastOwnedChain() = OwnedChain{node, next, owner, g_uOwnerAge, g_uChainAge};
+  if (g_uOwnerGeneration != 0) {
+    LastOwnedChain() = OwnedChain{node, next, owner, g_uOwnerGeneration, g_uChainGeneration};
   }
 }
 

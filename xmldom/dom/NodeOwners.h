@@ -8,7 +8,7 @@
 namespace xmldom {
 
 /// How often a call may have left siblings with different owners; 0 while none has.
-extern unsigned long long g_uOwnerAge;
+extern unsigned long long g_uOwnerGeneration;
 
 /// Gives `node`, its following siblings and all below them one owner, attributes aside.
 /// Cost: linear in the nodes visited; nothing is allocated.
@@ -16,7 +16,7 @@ void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner);
 
 /// To be called when a call gives a node another owner than its neighbours may have.
 inline void NoteOwnersDiffer(const IXMLDOMNode* node) {
-  if (node->m_pParent != nullptr || g_uOwnerAge != 0) ++g_uOwnerAge;
+  if (node->m_pParent != nullptr || g_uOwnerGeneration != 0) ++g_uOwnerGeneration;
 }
 
 /// Links `node`, which has no following sibling, before `next`, and gives it, all that then follow

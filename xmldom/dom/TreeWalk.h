@@ -6,21 +6,25 @@
 
 #include <cstddef>
 
-// The one way to walk a tree. Neither the depth nor the breadth of a tree touches the call stack:
-// the way back up is kept in a trail, of which there are two kinds.
+// Walking trees without recursion: neither the depth nor the breadth of a tree touches the call
+// stack. The nodes above the current one are kept in a trail, of which there are two kinds.
+// Everything that reads a tree is a visitor of these walks. Two loops stand for themselves, because
+// they do not visit each node once: SingleNodeSearch::Run tests nodes repeatedly, and the
+// destructor of a node takes the links apart on its way.
 
 namespace xmldom {
 
-/// A trail in memory of its own. It does not rely on parent links, which an application can leave
-/// null or stale.
-typedef Stack<IXMLDOMNode*, 32> HeapTrail;
+/// A trail in memory beside the tree. Parent links are not used, because an application can leave
+/// them null or dangling.
+typedef Stack<IXMLDOMNode*, 32> SideTrail;
 
-/// A trail in the owner links of the nodes walked, for the walks that set those links anyway: they
-/// run while nodes are destroyed, where nothing may be allocated. A node's link is free to be set
-/// once the walk has come back to it.
-class OwnerLinkTrail {
+/// A trail in the owner links of the nodes themselves (link inversion), for walks that set the
+/// owner of every node they visit: these run while nodes are destroyed, where nothing may be
+/// allocated. Invariant: the owner link of a node on the trail holds the node above it, until the
+/// walk has come back to the node; the visitor's Leave then sets the owner.
+class InPlaceTrail {
  public:
-  OwnerLinkTrail() : m_top(nullptr) {}
+  InPlaceTrail() : m_top(nullptr) {}
 
   void Push(IXMLDOMNode* node) {
     node->m_pOwnerDocument = reinterpret_cast<IXMLDOMDocument2*>(m_top);
@@ -39,7 +43,7 @@ class OwnerLinkTrail {
   IXMLDOMNode* m_top;
 };
 
-/// Walks the chain of siblings that starts at `head`, and what the visitor asks for below, in
+/// Walks the chain of siblings that starts at `head`, and what the visitor asks for below them, in
 /// document order. The visitor has
 ///
 ///   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth)
@@ -50,12 +54,12 @@ class OwnerLinkTrail {
 ///   bool IsDone() const
 ///     asked after each call of Enter and of Leave; true ends the walk at once.
 ///
-/// `depth` is 0 for the chain of `head`. Nothing may be unlinked during the walk.
-/// Effects: what the visitor throws; std::bad_alloc when memory for a HeapTrail is out.
+/// `depth` is that of the chain of `head`, and one more for each level below it. Nothing may be
+/// unlinked during the walk.
+/// Effects: what the visitor throws; std::bad_alloc when memory for a SideTrail is out.
 template <class Trail, class Visitor>
-void WalkChain(IXMLDOMNode* head, Visitor& visitor) {
+void WalkChain(IXMLDOMNode* head, Visitor& visitor, std::size_t depth = 0) {
   Trail trail;
-  std::size_t depth = 0;
   IXMLDOMNode* node = head;
   for (;;) {
     if (node != nullptr) {
@@ -76,6 +80,16 @@ void WalkChain(IXMLDOMNode* head, Visitor& visitor) {
     }
     node = node->m_pNextSibling;
   }
+}
+
+/// Walks one node, which is at depth 0 and whose siblings are left alone, and what the visitor asks
+/// for below it, as WalkChain does.
+template <class Trail, class Visitor>
+void WalkTree(IXMLDOMNode* top, Visitor& visitor) {
+  IXMLDOMNode* below = visitor.Enter(top, 0);
+  if (below == nullptr || visitor.IsDone()) return;
+  WalkChain<Trail>(below, visitor, 1);
+  if (!visitor.IsDone()) visitor.Leave(top, 0);
 }
 
 /// A visitor that has nothing to do on the way back and never ends the walk early.

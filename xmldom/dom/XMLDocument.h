@@ -45,10 +45,10 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   HRESULT get_parseError(IXMLDOMParseError** ppError);
 
   /// Loads a text; null counts as empty. Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE.
-  /// Effects: a text over INT_MAX bytes does not parse, nor one that declares a chain of more than 256
-  /// entities that each refer to the next where Expat expands them by recursion (before 2.7). Either
-  /// is logged when the load has ended (type 18, severity 3). Attributes clear the error code.
-  /// Cost: linear in the text.
+  /// Effects: a text over INT_MAX bytes does not parse, nor one that declares a chain of more than
+  /// 256 entities that each refer to the next where Expat expands them by recursion (before 2.7).
+  /// Either is logged when the load has ended (type 18, severity 3). Attributes clear the error
+  /// code. Cost: linear in the text.
   short loadXML(const char* xml);
   /// Loads a text as the other one does. Out: what that returns. Result: S_OK; S_FALSE when it did
   /// not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.

@@ -24,7 +24,7 @@ class NodeFinder : public xmldom::PreOrderVisitor {
   /// Walks the attributes that were met. Result: whether the node was found at last.
   bool FinishAttributes() {
     while (!m_found && !m_attributeChains.IsEmpty()) {
-      xmldom::WalkChain<xmldom::HeapTrail>(m_attributeChains.Pop(), *this);
+      xmldom::WalkChain<xmldom::SideTrail>(m_attributeChains.Pop(), *this);
     }
     return m_found;
   }
@@ -51,10 +51,9 @@ bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
   if (movesAlone && IsLeaf(top)) return top == node;
   NodeFinder finder(node);
   if (movesAlone) {
-    IXMLDOMNode* below = finder.Enter(top, 0);
-    if (!finder.IsDone()) xmldom::WalkChain<xmldom::HeapTrail>(below, finder);
+    xmldom::WalkTree<xmldom::SideTrail>(top, finder);
   } else {
-    xmldom::WalkChain<xmldom::HeapTrail>(top, finder);
+    xmldom::WalkChain<xmldom::SideTrail>(top, finder);
   }
   return finder.FinishAttributes();
 }
@@ -152,7 +151,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     if (m_pFirstChild != oldChild) {
       link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;
     }
-    xmldom::ForgetChainEnds();
+    xmldom::InvalidateChainEnds();
     PlaceBefore(node, this, oldChild->m_pNextSibling);
     *link = node;
     oldChild->m_pNextSibling = nullptr;
@@ -173,7 +172,7 @@ HRESULT IXMLDOMNode::removeChild(IXMLDOMNode* oldChild, IXMLDOMNode** out) {
 
 void IXMLDOMNode::RemoveNodeFromTree() {
   if (m_pParent == nullptr) return;
-  xmldom::ForgetChainEnds();
+  xmldom::InvalidateChainEnds();
   if (m_pParent->m_pFirstChild == this) {
     m_pParent->m_pFirstChild = m_pNextSibling;
   } else {

@@ -20,7 +20,7 @@ void Release(IXMLDOMNode*& p) { Release<IXMLDOMNode>(p); }
 
 namespace {
 
-using xmldom::OwnerLinkTrail;
+using xmldom::InPlaceTrail;
 using xmldom::PreOrderVisitor;
 using xmldom::WalkChain;
 
@@ -44,7 +44,7 @@ struct OwnerClearer : PreOrderVisitor {
 /// Clears the nodes of a chain that is `depth` levels below the destroyed node.
 void ClearChain(IXMLDOMNode* head, int depth) {
   OwnerClearer clearer(depth);
-  WalkChain<OwnerLinkTrail>(head, clearer);
+  WalkChain<InPlaceTrail>(head, clearer);
 }
 
 /// Whether dropping one reference destroys the node by nothing but its own destructor.
@@ -215,7 +215,7 @@ IXMLDOMNode* NewNode(IXMLDOMDocument2* document, tagDOMNodeType type, const char
 }  // namespace xmldom
 
 IXMLDOMNode::~IXMLDOMNode() {
-  xmldom::ForgetChainEnds();
+  xmldom::InvalidateChainEnds();
   if (!IsBare(*this)) ReleaseLinks(this);
   std::free(m_pszNodeName);
   std::free(m_pszValue);
@@ -223,7 +223,7 @@ IXMLDOMNode::~IXMLDOMNode() {
 }
 
 void IXMLDOMNode::ClearNode(bool bFreeName) {
-  xmldom::ForgetChainEnds();
+  xmldom::InvalidateChainEnds();
   // Deliberate: the reverse of the order of destruction.
   Release(m_pFirstAttribute);
   Release(m_pFirstChild);

@@ -54,8 +54,8 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   /// Fills `buffer` with the tag around the current position, cut to `size` - 1 bytes; "undefined"
   /// when Expat has none. A `size` below 1 writes nothing. Result: `buffer`.
   char* GetErrorTag(char* buffer, int size);
-  /// Fills `buffer` with reason, tag (which may have several lines), line and column, cut to `size` - 1 bytes.
-  /// Result: `buffer`.
+  /// Fills `buffer` with reason, tag (which may have several lines), line and column, cut to `size`
+  /// - 1 bytes. Result: `buffer`.
   char* GetErrorStr(char* buffer, int size);
 
  private:

@@ -6,7 +6,7 @@
 
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/Reports.h>
+#include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
 
@@ -24,7 +24,7 @@ using xmldom::XPathTest;
 
 /// Reports a predicate without ']'. Result: false, for the step that fails.
 bool ReportTermination() {
-  xmldom::Notices::Add();
+  xmldom::ReportCount::Add();
   CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "IXMLDOMNode::MatchQuery - unexpected termination while expecting ']'");
   return false;
@@ -32,7 +32,7 @@ bool ReportTermination() {
 
 /// Reports a character that stands where a predicate would begin. Result: false.
 bool ReportCharacter(char c) {
-  xmldom::Notices::Add();
+  xmldom::ReportCount::Add();
   CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                          "IXMLDOMNode::MatchQuery - invalid query, got '%c' when expecting '['", c);
   return false;
@@ -92,12 +92,10 @@ bool Satisfies(IXMLDOMNode* candidate, const XPathTest& test) {
 /// Walks the candidates of a predicate, one segment a level, up to the first that satisfies it.
 class CandidateSearch {
  public:
-  /// `firstSegment`: the segment that the candidates at depth 0 belong to.
-  CandidateSearch(const XPathPredicate& predicate, std::size_t firstSegment)
-      : m_predicate(predicate), m_firstSegment(firstSegment), m_found(false) {}
+  explicit CandidateSearch(const XPathPredicate& predicate)
+      : m_predicate(predicate), m_found(false) {}
 
-  IXMLDOMNode* Enter(IXMLDOMNode* candidate, std::size_t depth) {
-    const std::size_t i = m_firstSegment + depth;
+  IXMLDOMNode* Enter(IXMLDOMNode* candidate, std::size_t i) {
     const XPathSegment& segment = m_predicate.segments[i];
     if (candidate->m_eNodeType != (segment.isAttribute ? NODE_ATTRIBUTE : NODE_ELEMENT)) {
       return nullptr;
@@ -122,14 +120,13 @@ class CandidateSearch {
 
  private:
   const XPathPredicate& m_predicate;
-  std::size_t m_firstSegment;
   bool m_found;
 };
 
 /// Whether a child or an attribute of the node satisfies the predicate.
 bool HasSatisfying(IXMLDOMNode* node, const XPathPredicate& predicate) {
-  CandidateSearch search(predicate, 0);
-  xmldom::WalkChain<xmldom::HeapTrail>(search.HeadOfCandidates(node, 0), search);
+  CandidateSearch search(predicate);
+  xmldom::WalkChain<xmldom::SideTrail>(search.HeadOfCandidates(node, 0), search);
   return search.IsDone();
 }
 
@@ -171,10 +168,7 @@ int IXMLDOMNode::MatchesSubquery(const char* predicate) {
 int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {
   if (candidate == nullptr || predicate == nullptr) return 0;
   const XPathPredicate parsed(xmldom::WholeText(predicate));
-  CandidateSearch top(parsed, 0);
-  IXMLDOMNode* below = top.Enter(candidate, 0);
-  if (top.IsDone() || below == nullptr) return top.IsDone();
-  CandidateSearch search(parsed, 1);
-  xmldom::WalkChain<xmldom::HeapTrail>(below, search);
+  CandidateSearch search(parsed);
+  xmldom::WalkTree<xmldom::SideTrail>(candidate, search);
   return search.IsDone();
 }

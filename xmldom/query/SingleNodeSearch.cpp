@@ -1,6 +1,6 @@
 #include <xmldom/query/SingleNodeSearch.h>
 
-#include <xmldom/dom/Reports.h>
+#include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/query/NodeMatch.h>
 
@@ -73,7 +73,7 @@ IXMLDOMNode* FollowDots(IXMLDOMNode* node, const XPathSteps& steps, int* k) {
 
 IXMLDOMNode* FindChain(IXMLDOMNode* head, const XPathSteps& steps, int firstStep) {
   ChainFinder finder(steps, firstStep);
-  WalkChain<HeapTrail>(head, finder);
+  WalkChain<SideTrail>(head, finder);
   return finder.Found();
 }
 
@@ -86,10 +86,10 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
       m_meetings(0),
       m_leftOutSince(0),
       m_leftOutInFrames(0),
-      m_heardBefore(Notices::Count()),
-      m_heard(m_heardBefore),
+      m_reportsBefore(ReportCount::Now()),
+      m_reports(m_reportsBefore),
       m_matchedFrames(0),
-      m_framesThatHeard(0),
+      m_framesWithReports(0),
       m_next(nullptr),
       m_found(nullptr) {}
 
@@ -113,9 +113,9 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
 /// does.
 IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
   DescendantFinder finder(m_steps.At(0));
-  WalkChain<HeapTrail>(node->m_pFirstChild, finder);
-  if (!finder.IsDone() && Notices::Count() != m_heardBefore) {
-    WalkChain<HeapTrail>(node->m_pFirstChild, finder);
+  WalkChain<SideTrail>(node->m_pFirstChild, finder);
+  if (!finder.IsDone() && ReportCount::Now() != m_reportsBefore) {
+    WalkChain<SideTrail>(node->m_pFirstChild, finder);
   }
   return finder.Found();
 }
@@ -125,7 +125,7 @@ IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
 bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
   if (m_remembers && !Begin(node, k)) return false;
   if (k >= 0 && !MatchesStep(node, m_steps.At(k))) {
-    Listen();
+    NoteReports();
     if (!m_descendant || node->m_pFirstChild == nullptr) return false;
     Push(Frame{node, 0, false, true}, node, k);
     return true;
@@ -134,7 +134,7 @@ bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
     m_found = node;
     return false;
   }
-  Listen();
+  NoteReports();
   int childStep = k + 1;
   IXMLDOMNode* arrived = FollowDots(node, m_steps, &childStep);
   if (arrived == nullptr) return false;
@@ -186,15 +186,15 @@ IXMLDOMNode* SingleNodeSearch::ChildToSearch(IXMLDOMNode* child) {
 
 /// Whether searches that have failed, or are open, are met once more.
 bool SingleNodeSearch::MayRepeat() const {
-  return Notices::Count() != m_heardBefore && m_visits < kMostTests * m_tested &&
+  return ReportCount::Now() != m_reportsBefore && m_visits < kMostTests * m_tested &&
          m_meetings < kMostMeetings * m_tested;
 }
 
 /// Notes whether anything was heard since the last time: all frames that are open now have.
-void SingleNodeSearch::Listen() {
-  if (Notices::Count() == m_heard) return;
-  m_heard = Notices::Count();
-  m_framesThatHeard = m_frames.Size();
+void SingleNodeSearch::NoteReports() {
+  if (ReportCount::Now() == m_reports) return;
+  m_reports = ReportCount::Now();
+  m_framesWithReports = m_frames.Size();
 }
 
 /// All children of the innermost search have failed: repeats them as far as that can matter.
@@ -202,7 +202,7 @@ void SingleNodeSearch::FinishChildren() {
   Frame& frame = m_frames.Top();
   if (m_descendant && !frame.repeats) {
     const bool isOuter = m_matchedFrames <= kMostRepeats;
-    if (m_remembers || (isOuter && m_framesThatHeard == m_frames.Size())) {
+    if (m_remembers || (isOuter && m_framesWithReports == m_frames.Size())) {
       if (!isOuter && m_leftOutSince == 0) {
         m_leftOutSince = m_traces.Top().visit;
         m_leftOutInFrames = m_frames.Size();
@@ -213,7 +213,7 @@ void SingleNodeSearch::FinishChildren() {
     // Searched with step 0 before, at the start, the chains have been tested too.
     if (frame.childStep != 0) {
       m_found = FindChain(frame.node->m_pFirstChild, m_steps, 0);
-      Listen();
+      NoteReports();
       if (m_found != nullptr) return;
     }
   }
@@ -234,7 +234,7 @@ void SingleNodeSearch::Close() {
   if (m_leftOutInFrames == m_frames.Size()) m_leftOutSince = m_leftOutInFrames = 0;
   const Frame frame = m_frames.Pop();
   m_matchedFrames -= frame.matched;
-  if (m_framesThatHeard > m_frames.Size()) m_framesThatHeard = m_frames.Size();
+  if (m_framesWithReports > m_frames.Size()) m_framesWithReports = m_frames.Size();
   if (m_remembers) m_memory.At(frame.node, m_traces.Pop().step).isOpen = false;
   MoveTo(frame.node->m_pNextSibling);
 }

@@ -74,7 +74,7 @@ class SingleNodeSearch {
   void MoveTo(IXMLDOMNode* child);
   IXMLDOMNode* ChildToSearch(IXMLDOMNode* child);
   bool MayRepeat() const;
-  void Listen();
+  void NoteReports();
 
   const XPathSteps& m_steps;
   const bool m_descendant;
@@ -86,12 +86,13 @@ class SingleNodeSearch {
   std::size_t m_meetings;         // tests, and searches that were left out one by one
   std::size_t m_leftOutSince;     // what was tested from this visit on is left out; 0 for nothing
   std::size_t m_leftOutInFrames;  // while there are so many frames
-  const unsigned long m_heardBefore;  // notices before all this
-  unsigned long m_heard;              // notices so far
+  const unsigned long m_reportsBefore;  // notices before all this
+  unsigned long m_reports;              // notices so far
   Stack<Frame, 32> m_frames;
-  std::size_t m_matchedFrames;    // how many of them are of matched nodes
-  std::size_t m_framesThatHeard;  // how many of them, from the outermost on, have heard from below
-  IXMLDOMNode* m_next;            // child of the innermost frame to be searched next, or null
+  std::size_t m_matchedFrames;  // how many of them are of matched nodes
+  std::size_t
+      m_framesWithReports;  // how many of them, from the outermost on, have heard from below
+  IXMLDOMNode* m_next;      // child of the innermost frame to be searched next, or null
   IXMLDOMNode* m_found;
 };
 

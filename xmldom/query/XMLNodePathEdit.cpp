@@ -97,7 +97,7 @@ class Fragment {
     m_content = m_document->m_pFirstChild;
     // Attributes keep the owner that they were made with, which dies with the edit.
     AttributeOwnerSetter setter(parent->m_pOwnerDocument);
-    xmldom::WalkChain<xmldom::HeapTrail>(m_content, setter);
+    xmldom::WalkChain<xmldom::SideTrail>(m_content, setter);
     return true;
   }
 

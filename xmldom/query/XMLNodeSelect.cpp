@@ -9,7 +9,7 @@
 
 namespace {
 
-using xmldom::HeapTrail;
+using xmldom::SideTrail;
 using xmldom::WalkChain;
 using xmldom::XPathSteps;
 
@@ -42,7 +42,7 @@ void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result
     return;
   }
   StepCollector collector(steps, step, result);
-  WalkChain<HeapTrail>(node->m_pFirstChild, collector);
+  WalkChain<SideTrail>(node->m_pFirstChild, collector);
 }
 
 /// Lets every element it walks be the context whose children begin the match.
@@ -77,7 +77,7 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
 void CollectEverywhere(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result) {
   Collect(node, steps, result, 0);
   ContextVisitor visitor(steps, result);
-  WalkChain<HeapTrail>(node->m_pFirstChild, visitor);
+  WalkChain<SideTrail>(node->m_pFirstChild, visitor);
 }
 
 IXMLDOMNode* StartOf(IXMLDOMNode* node, const CXPathList& list) {

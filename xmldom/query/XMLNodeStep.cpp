@@ -4,7 +4,7 @@
 
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/Reports.h>
+#include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/query/XPathStep.h>
 
@@ -33,7 +33,7 @@ HeapText CopyValue(const char* text, bool* quoted) {
 
 int IXMLDOMNode::ParseXPathQuery(const char* query, char** name, char** predicates) {
   if (query == nullptr || name == nullptr || predicates == nullptr) {
-    xmldom::Notices::Add();
+    xmldom::ReportCount::Add();
     CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                            "IXMLDOMNode::ParseXPathQuery - called with NULL query or name");
     return 0;

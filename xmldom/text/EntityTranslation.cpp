@@ -1,7 +1,7 @@
 #include <xmldom/text/EntityTranslation.h>
 
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/Reports.h>
+#include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/text/TextOutput.h>
 
@@ -12,8 +12,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-
-unsigned long xmldom::Notices::s_count = 0;
 
 namespace {
 
@@ -84,7 +82,7 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
     if (reference.begin[1] == '#') {
       WriteCharacter(reference.begin + 2, out);
     } else if (!WritePredefined(reference, out)) {
-      xmldom::Notices::Add();
+      xmldom::ReportCount::Add();
       CLogger::PostLogEventF(
           xmldom::kLogData, xmldom::kSeverityWarning,
           "TranslateEntities FAILED to match entity at the begining of this string: '%s'",
@@ -98,7 +96,7 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
   xmldom::WriteText(out, rest);
 
   if (!l_bDebugEntities) return result;
-  xmldom::Notices::Add();
+  xmldom::ReportCount::Add();
   std::printf("Translate Entities: from <%s> to <%s>\n", pszIn, out.GetAsStr());
   return result;
 }

@@ -12,7 +12,7 @@ void IXMLDOMNode::GetPathToNode(CMemFile& out) {
 }
 
 void IXMLDOMNode::GetPathToNodeHelper(IXMLDOMNode* pNode, CMemFile& out) {
-  xmldom::HeapTrail fromNodeUp;
+  xmldom::SideTrail fromNodeUp;
   for (; pNode != nullptr; pNode = pNode->m_pParent) fromNodeUp.Push(pNode);
   while (!fromNodeUp.IsEmpty()) {
     const IXMLDOMNode* node = fromNodeUp.Pop();

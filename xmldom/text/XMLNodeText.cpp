@@ -45,7 +45,7 @@ void IXMLDOMNode::GetTextHelper(CMemFile& out) const {
   if (node == nullptr) return;
   TextCollector collector(out);
   collector.AppendTextChildren(node);
-  xmldom::WalkChain<xmldom::HeapTrail>(node->m_pFirstChild, collector);
+  xmldom::WalkChain<xmldom::SideTrail>(node->m_pFirstChild, collector);
 }
 
 BSTR IXMLDOMNode::GetTextAsBSTR() const {

@@ -272,7 +272,7 @@ void IXMLDOMNode::GetXMLHelper(CMemFile& out, int iDepth, IXMLDOMNode* pPagedNod
   const bool indexed = bIndexed && node == this;
   IXMLDOMNode* below = writer.EnterTop(node, indexed, indexed ? nIndex : 0);
   if (below != nullptr) {
-    xmldom::WalkChain<xmldom::HeapTrail>(below, writer);
+    xmldom::WalkChain<xmldom::SideTrail>(below, writer);
     writer.LeaveTop(node);
   }
   writer.Finish();

@@ -1,0 +1,5 @@
+// The count of reports that searches compare. Tested by tests/query/SingleNodeSearch_test.cpp.
+
+#include <xmldom/dom/ReportCount.h>
+
+unsigned long xmldom::ReportCount::s_count = 0;
