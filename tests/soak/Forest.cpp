@@ -127,7 +127,7 @@ void Forest::AddNode(Random& random, const ForestShape& shape) {
   }
 }
 
-void Forest::ChangeByHand(Random& random, const ForestShape& shape) {
+bool Forest::ChangeByHand(Random& random, const ForestShape& shape) {
   IXMLDOMNode* node = At(2 + random.Below(Count() - 2));
   switch (random.Below(6)) {
     case 0:
@@ -147,8 +147,9 @@ void Forest::ChangeByHand(Random& random, const ForestShape& shape) {
       ChangeTexts(random, shape);
       break;
     default:
-      MoveLink(random, shape.sharesNodes && random.OneIn(4));
+      return MoveLink(random, shape.sharesNodes && random.OneIn(4));
   }
+  return false;
 }
 
 void Forest::ChangeTexts(Random& random, const ForestShape& shape) {
@@ -161,11 +162,14 @@ void Forest::ChangeTexts(Random& random, const ForestShape& shape) {
 }
 
 /// Takes the node behind some link, with all that hangs behind it, out of its place, or leaves it
-/// there if it `shares`, and lets it stand alone or hangs it up elsewhere. Makes no cycle.
-void Forest::MoveLink(Random& random, bool shares) {
-  IXMLDOMNode** link = LinkOf(At(random.Below(Count())), random.Below(3));
+/// there if it `shares`, and lets it stand alone or hangs it up elsewhere. Makes no cycle. Result:
+/// whether a chain was cut so that its first and its last two nodes are linked as before.
+bool Forest::MoveLink(Random& random, bool shares) {
+  const int whichLink = random.Below(3);
+  IXMLDOMNode** link = LinkOf(At(random.Below(Count())), whichLink);
   IXMLDOMNode* target = *link;
-  if (target == nullptr) return;
+  if (target == nullptr) return false;
+  const bool cutsMiddle = whichLink == 0 && target->m_pNextSibling != nullptr && !shares;
   if (shares) {
     target->AddRef();
   } else {
@@ -180,7 +184,7 @@ void Forest::MoveLink(Random& random, bool shares) {
   }
   if (!random.OneIn(4) && !Reaches(target, holder)) {
     *LinkOf(holder, which) = target;
-    return;
+    return cutsMiddle;
   }
   Entry& entry = m_nodes[static_cast<std::size_t>(NumberOf(target))];
   if (entry.kept) {
@@ -188,6 +192,7 @@ void Forest::MoveLink(Random& random, bool shares) {
   } else {
     entry.kept = true;  // with the reference of the link
   }
+  return cutsMiddle;
 }
 
 void Forest::Keep(int i) {

@@ -59,8 +59,9 @@ class Forest {
   /// Gives the forest's own reference to node `i` to the caller.
   IXMLDOMNode* HandOver(int i);
 
-  /// Changes a link, an owner, a parent, a type or a text, as the shape allows.
-  void ChangeByHand(Random& random, const ForestShape& shape);
+  /// Changes a link, an owner, a parent, a type or a text, as the shape allows. Result: whether a
+  /// chain was cut so that its first and its last two nodes are linked as before.
+  bool ChangeByHand(Random& random, const ForestShape& shape);
 
   /// How many links of nodes that are alive lead to a node.
   int LinksTo(const IXMLDOMNode* node) const;
@@ -83,7 +84,7 @@ class Forest {
 
   void AddDocument(Random& random, const ForestShape& shape);
   void AddNode(Random& random, const ForestShape& shape);
-  void MoveLink(Random& random, bool shares);
+  bool MoveLink(Random& random, bool shares);
   void ChangeTexts(Random& random, const ForestShape& shape);
   void Keep(int i);
   int NumberOf(const void* node) const;
