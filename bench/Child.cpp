@@ -1,5 +1,6 @@
-#include "measure/Forked.h"
+#include "Child.h"
 
+#include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,12 +12,11 @@ namespace bench {
 
 namespace {
 
-/// Ends the process without what would be done at its end: that is the original's business.
-[[noreturn]] void WorkAndExit(const std::function<Timing()>& work, int out) {
+/// Ends the process without what is done at its end: that is the business of the original.
+[[noreturn]] void WorkAndExit(const std::function<double()>& work, int out) {
   try {
-    const Timing timing = work();
-    const ssize_t written = write(out, &timing, sizeof timing);
-    _exit(written == static_cast<ssize_t>(sizeof timing) ? 0 : 1);
+    const double result = work();
+    _exit(write(out, &result, sizeof result) == static_cast<ssize_t>(sizeof result) ? 0 : 1);
   } catch (const std::exception& exception) {
     std::cerr << exception.what() << std::endl;
     _exit(1);
@@ -25,7 +25,8 @@ namespace {
 
 }  // namespace
 
-Timing RunForked(const std::function<Timing()>& work) {
+double ResultOfChild(const std::function<double()>& work) {
+  malloc_trim(0);  // Free pages would be copied when the child writes to them.
   int ends[2];
   if (pipe(ends) != 0) throw std::runtime_error("no pipe");
   const pid_t child = fork();
@@ -33,15 +34,15 @@ Timing RunForked(const std::function<Timing()>& work) {
   if (child == 0) WorkAndExit(work, ends[1]);
 
   close(ends[1]);
-  Timing timing = {};
-  const ssize_t length = read(ends[0], &timing, sizeof timing);
+  double result = 0;
+  const ssize_t length = read(ends[0], &result, sizeof result);
   close(ends[0]);
   int status = 0;
   waitpid(child, &status, 0);
-  if (length != static_cast<ssize_t>(sizeof timing) || status != 0) {
+  if (length != static_cast<ssize_t>(sizeof result) || status != 0) {
     throw std::runtime_error("a measurement has failed");
   }
-  return timing;
+  return result;
 }
 
 }  // namespace bench
