@@ -161,15 +161,19 @@ bool TextsEqual(const char* a, const char* b) {
   return a == nullptr || b == nullptr ? a == b : std::strcmp(a, b) == 0;
 }
 
+bool TreesEqual(const Node* a, const Node* b);
+
 bool ChainsEqual(const Node* a, const Node* b) {
   for (; a != nullptr && b != nullptr; a = a->next, b = b->next) {
-    if (a->type != b->type || !TextsEqual(a->name, b->name) || !TextsEqual(a->value, b->value) ||
-        !ChainsEqual(a->firstAttribute, b->firstAttribute) ||
-        !ChainsEqual(a->firstChild, b->firstChild)) {
-      return false;
-    }
+    if (!TreesEqual(a, b)) return false;
   }
   return a == b;
+}
+
+bool TreesEqual(const Node* a, const Node* b) {
+  return a->type == b->type && TextsEqual(a->name, b->name) && TextsEqual(a->value, b->value) &&
+         ChainsEqual(a->firstAttribute, b->firstAttribute) &&
+         ChainsEqual(a->firstChild, b->firstChild);
 }
 
 /// Takes what stands at `rest` before one of the characters `ends`, and moves `rest` there.
@@ -258,7 +262,7 @@ class LinkedTree : public Tree {
   std::size_t SelectFirst(const char* path) override { return Selection(m_root, path, 1).Count(); }
 
   std::size_t Equals(Tree& other) override {
-    return ChainsEqual(m_root, static_cast<LinkedTree&>(other).m_root);
+    return TreesEqual(m_root, static_cast<LinkedTree&>(other).m_root);
   }
 
   void Append(const char* name, std::size_t count) override {
