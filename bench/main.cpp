@@ -28,7 +28,7 @@ const std::size_t kLargeNodes = 100000;  // of one whose tree does not
 /// How often something is done between two looks at the clock that has to be prepared each time:
 /// so often that some milliseconds pass.
 std::int64_t RepetitionsOfPrepared(const Sample& sample) {
-  return std::max<std::int64_t>(kLargeNodes / sample.nodes, 2);
+  return std::max<std::int64_t>(kLargeNodes / sample.nodes, 1);
 }
 
 /// One repetition that the benchmark library asks for. It has a process of its own.
