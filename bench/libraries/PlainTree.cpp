@@ -105,58 +105,6 @@ void OnOther(void* userData, const XML_Char* text, int length) {
   builder.text.append(text, static_cast<std::size_t>(length));
 }
 
-void AppendEscaped(const char* value, std::string& out) {
-  static const char specials[] = "&<>\"'";
-  static const char* const escapes[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;"};
-  for (;;) {
-    const std::size_t plain = std::strcspn(value, specials);
-    out.append(value, plain);
-    value += plain;
-    if (*value == '\0') return;
-    out += escapes[std::strchr(specials, *value) - specials];
-    ++value;
-  }
-}
-
-void AppendIndent(std::size_t depth, std::string& out) {
-  out += '\n';
-  out.append(2 * depth, ' ');
-}
-
-void AppendXml(const Node* node, std::size_t depth, std::string& out) {
-  if (node->type == Type::kText) {
-    out += node->value;
-    return;
-  }
-  (out += '<') += node->name;
-  for (const Node* attribute = node->firstAttribute; attribute != nullptr;
-       attribute = attribute->next) {
-    ((out += ' ') += attribute->name) += "=\"";
-    AppendEscaped(attribute->value, out);
-    out += '"';
-  }
-  if (node->firstChild == nullptr) {
-    out += "/>";
-    return;
-  }
-  out += '>';
-  for (const Node* child = node->firstChild; child != nullptr; child = child->next) {
-    if (child->type == Type::kElement) AppendIndent(depth + 1, out);
-    AppendXml(child, depth + 1, out);
-  }
-  if (node->lastChild->type == Type::kElement) AppendIndent(depth, out);
-  ((out += "</") += node->name) += '>';
-}
-
-/// Appends all texts below, as they were written, joined by one blank.
-void AppendText(const Node* node, std::string& out) {
-  for (const Node* child = node->firstChild; child != nullptr; child = child->next) {
-    if (child->type == Type::kText && !out.empty()) out += ' ';
-    if (child->type == Type::kText) out += child->value;
-    AppendText(child, out);
-  }
-}
-
 bool TextsEqual(const char* a, const char* b) {
   return a == nullptr || b == nullptr ? a == b : std::strcmp(a, b) == 0;
 }
@@ -245,18 +193,6 @@ class LinkedTree : public Tree {
  public:
   explicit LinkedTree(Node* root) : m_root(root) {}
   ~LinkedTree() override { DestroyChain(m_root); }
-
-  std::size_t Write() override {
-    std::string out;
-    AppendXml(m_root, 0, out);
-    return !out.empty();
-  }
-
-  std::size_t Text() override {
-    std::string out;
-    AppendText(m_root, out);
-    return !out.empty();
-  }
 
   std::size_t SelectAll(const char* path) override { return Selection(m_root, path, 0).Count(); }
   std::size_t SelectFirst(const char* path) override { return Selection(m_root, path, 1).Count(); }
