@@ -40,8 +40,12 @@ std::size_t SelectFirst(Work& work, const std::string& path, std::size_t expecte
   return found == kNotOffered ? kNotOffered : found == expected;
 }
 
-std::size_t DoLoad(Work& work) { return (work.tree = work.Load()) != nullptr; }
-std::size_t DoLoadAndDestroy(Work& work) { return work.Load() != nullptr; }
+std::size_t DoLoad(Work& work) {
+  work.tree = work.Load();
+  return work.tree == nullptr ? kNotOffered : 1;
+}
+
+std::size_t DoLoadAndDestroy(Work& work) { return work.Load() == nullptr ? kNotOffered : 1; }
 
 std::size_t DoDestroy(Work& work) {
   work.tree.reset();
@@ -111,8 +115,8 @@ std::size_t TryOut(const Operation& operation, const Library& library, const Sam
   if (library.name == kExpatOnly && operation.name != "load") return kNotOffered;
   if (library.resolvesNamespaces && sample.isNamespaced && UsesPath(operation)) return kNotOffered;
   Work work = {library, sample, nullptr, nullptr};
-  if (work.Load() == nullptr) return kNotOffered;
   operation.prepare(work);
+  if (work.tree == nullptr && operation.prepare != PrepareNothing) return kNotOffered;
   const std::size_t outcome = operation.act(work);
   if (outcome == 0) {
     throw std::runtime_error(library.name + " does not do " + operation.name + " on " +
