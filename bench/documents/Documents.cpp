@@ -61,7 +61,7 @@ void OnEnd(void* userData, const XML_Char*) {
   counter.isInText = false;
 }
 
-void OnOther(void* userData, const XML_Char* text, int length) {
+void OnDefault(void* userData, const XML_Char* text, int length) {
   Counter& counter = *static_cast<Counter*>(userData);
   if (counter.depth == 0 || IsBlank(text, length)) return;
   if (!counter.isInText) ++counter.sample.nodes;
@@ -75,7 +75,7 @@ void OnOther(void* userData, const XML_Char* text, int length) {
 
 void CountNodes(Sample& sample) {
   Counter counter = {sample, 0, false};
-  const ExpatHandlers handlers = {OnStart, OnEnd, OnOther};
+  const ExpatHandlers handlers = {OnStart, OnEnd, OnDefault};
   if (!ParseText(sample.text, handlers, &counter)) {
     throw std::runtime_error(sample.name + " is not well-formed");
   }

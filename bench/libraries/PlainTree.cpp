@@ -123,7 +123,7 @@ void OnEnd(void* userData, const XML_Char*) {
   builder.open = builder.open->parent;
 }
 
-void OnOther(void* userData, const XML_Char* text, int length) {
+void OnDefault(void* userData, const XML_Char* text, int length) {
   Builder& builder = *static_cast<Builder*>(userData);
   if (builder.open == nullptr || IsBlank(text, length)) return;
   builder.text.append(text, static_cast<std::size_t>(length));
@@ -240,7 +240,7 @@ TreePointer TreeUnlessRefused(bool isParsed, const Builder& builder) {
   return tree;
 }
 
-const ExpatHandlers kHandlers = {OnStart, OnEnd, OnOther};
+const ExpatHandlers kHandlers = {OnStart, OnEnd, OnDefault};
 
 TreePointer Load(const std::string& text) {
   Builder builder;
