@@ -268,7 +268,9 @@ def ratio_table(results, sets):
     rows = []
     for name, operation in OPERATIONS.items():
         ratios = [results.ratios(name, sets, library, operation.base) for library in LIBRARIES]
-        rows.append([operation.title, operation.base] + [fixed(each and each.mean) for each in ratios])
+        if any(ratios):
+            cells = [fixed(each and each.mean) for each in ratios]
+            rows.append([operation.title, operation.base] + cells)
     return table(["operation", "in multiples of"] + LIBRARIES, rows)
 
 
@@ -398,7 +400,8 @@ def write_page(results, path):
         half_spread=fixed(spreads[len(spreads) // 2] * 100, 1),
         most_spread=fixed(spreads[len(spreads) * 9 // 10] * 100, 1),
         goals=all_goals(results),
-        plots="\n\n".join(f"![{OPERATIONS[each].title}](performance/{each}.svg)" for each in PLOTTED),
+        plots="\n\n".join(
+            f"![{OPERATIONS[each].title}](performance/{each}.svg)" for each in PLOTTED),
         small_ratios=ratio_table(results, ["small"]),
         all_ratios=ratio_table(results, SETS),
         documents=document_table(results),
@@ -422,6 +425,7 @@ if len(sys.argv) != 3:
     sys.exit(__doc__)
 elif sys.argv[1] == "--goals":
     found = Results(sys.argv[2])
-    print(document_table(found), ratio_table(found, SETS), goal_table(speed_goals(found)), sep="\n\n")
+    measured = [row for row in speed_goals(found) if row[3] != "n/a"]
+    print(document_table(found), ratio_table(found, SETS), goal_table(measured), sep="\n\n")
 else:
     write_page(Results(sys.argv[1]), sys.argv[2])
