@@ -6,12 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "Operation.h"
-
 namespace bench {
 
-/// A document that one library has loaded. A member may be called only when the library offers the
-/// operation.
+/// The result of an operation that a library does not offer.
+const std::size_t kNotOffered = static_cast<std::size_t>(-1);
+
+/// A document that one library has loaded. Each member is an operation; a library overrides those
+/// that it offers.
 class Tree {
  public:
   Tree() = default;
@@ -20,64 +21,65 @@ class Tree {
   Tree(const Tree&) = delete;
   Tree& operator=(const Tree&) = delete;
 
-  /// Writes the whole document as indented text into memory. Result: whether there was any.
-  virtual bool Write();
+  /// Writes the whole document as indented text into memory. Result: 1, or 0 for an empty text.
+  virtual std::size_t Write() { return kNotOffered; }
 
-  /// Collects the text below the root element. Result: whether there was any.
-  virtual bool Text();
+  /// Collects the text below the root element. Result: 1, or 0 for an empty text.
+  virtual std::size_t Text() { return kNotOffered; }
 
   /// Result: how many nodes the path selects.
-  virtual std::size_t SelectAll(const char* path);
+  virtual std::size_t SelectAll(const char* /*path*/) { return kNotOffered; }
 
-  /// Result: whether the path selects any node.
-  virtual bool SelectFirst(const char* path);
+  /// Result: 1 when the path selects a node, 0 when it selects none.
+  virtual std::size_t SelectFirst(const char* /*path*/) { return kNotOffered; }
 
-  /// Compares with a tree of the same library.
-  virtual bool Equals(Tree& other);
+  /// Compares with a tree of the same library. Result: 1 when they are equal, 0 when not.
+  virtual std::size_t Equals(Tree& /*other*/) { return kNotOffered; }
 
   /// Adds an element of that name behind the last child of the root element, `count` times.
-  virtual void Append(const char* name, std::size_t count);
+  virtual void Append(const char* /*name*/, std::size_t /*count*/) {}
 
   /// Adds an element of that name before the first child of the root element, `count` times.
-  virtual void InsertFirst(const char* name, std::size_t count);
+  virtual void InsertFirst(const char* /*name*/, std::size_t /*count*/) {}
 
   /// Takes the first child of the root element out and destroys it, `count` times.
-  virtual void RemoveFirst(std::size_t count);
+  virtual void RemoveFirst(std::size_t /*count*/) {}
 
-  /// Result: the heap bytes of the nodes, their names and their values alone; 0 from a library that
-  /// does not show them.
+  /// Result: the heap bytes of the nodes, their names and their values alone; 0 from a library
+  /// whose nodes do not show them.
   virtual std::size_t RecordBytes() const { return 0; }
 };
 
-/// One library, as far as it is measured here.
-class Library {
- public:
-  Library() = default;
-  virtual ~Library() = default;
+typedef std::unique_ptr<Tree> TreePointer;
 
-  Library(const Library&) = delete;
-  Library& operator=(const Library&) = delete;
-
-  virtual std::string Name() const = 0;     ///< In results and on the command line.
-  virtual std::string Version() const = 0;  ///< Name and version for readers.
-
-  virtual bool Offers(Operation operation) const = 0;
-
-  /// Whether a name in a path has to tell its namespace, which the paths here do not.
-  virtual bool ResolvesNamespaces() const { return false; }
-
-  /// Loads a text that stays where it is. Result: null when the library refuses it.
-  virtual std::unique_ptr<Tree> Load(const std::string& text) const = 0;
-
+/// One of the libraries that are measured.
+struct Library {
+  std::string name;         // in the results
+  std::string version;      // name and version for readers
+  bool resolvesNamespaces;  // a name in a path selects nothing in a default namespace
+  /// Loads a text that outlives the tree. Result: null when the library refuses it.
+  TreePointer (*load)(const std::string& text);
   /// Loads a file in the library's own way. Result: null when the library refuses it.
-  virtual std::unique_ptr<Tree> LoadFile(const std::string& path) const = 0;
+  TreePointer (*loadFile)(const std::string& path);
 };
 
-/// All libraries, xmldom first.
-const std::vector<std::unique_ptr<Library>>& AllLibraries();
+// Each is defined in libraries/, in the file of its name.
+Library Xmldom();
+Library PlainTree();
+Library ExpatOnly();
+Library Pugixml();
+Library Libxml2();
+Library Tinyxml2();
+Library XercesC();
 
-/// The library of that name; null when there is none.
-const Library* FindLibrary(const std::string& name);
+/// The name of the library that parses and keeps nothing: it offers no operation but "load".
+const char* const kExpatOnly = "expat";
+
+/// All libraries, xmldom first.
+const std::vector<Library>& AllLibraries();
+
+/// The library of that name, which must exist.
+const Library& FindLibrary(const std::string& name);
 
 }  // namespace bench
 

@@ -1,13 +1,45 @@
-#include "documents/Shapes.h"
-
 #include <algorithm>
-#include <stdexcept>
+#include <random>
 
-#include "documents/Words.h"
+#include "documents/Documents.h"
+
+// The generated documents.
 
 namespace bench {
 
 namespace {
+
+/// Where generated documents get their contents from: the same sequence in every run.
+class Words {
+ public:
+  /// A number below `limit`.
+  std::size_t Number(std::size_t limit) { return m_engine() % limit; }
+
+  /// One of a few choices.
+  template <std::size_t N>
+  const char* OneOf(const char* const (&choices)[N]) {
+    return choices[Number(N)];
+  }
+
+  std::string Word() {
+    static const char* const words[] = {
+        "anchor", "basket", "copper",  "dune",    "ember", "furrow", "gate", "harbour",
+        "island", "jetty",  "kestrel", "lantern", "moor",  "needle", "oak",  "pebble",
+        "quarry", "reed",   "sluice",  "thicket", "umber", "valley", "weir", "yard",
+    };
+    return OneOf(words);
+  }
+
+  /// Words with blanks between them.
+  std::string Line(std::size_t count) {
+    std::string line = Word();
+    for (; count > 1; --count) line += ' ' + Word();
+    return line;
+  }
+
+ private:
+  std::mt19937 m_engine{20240229};  // every standard library gives the same numbers
+};
 
 /// How many pieces of `nodesOfOne` nodes each make a document of `nodes` nodes.
 std::size_t Pieces(std::size_t nodes, std::size_t nodesOfOne) {
@@ -164,13 +196,6 @@ const std::vector<Shape>& AllShapes() {
       {"depth", Depth},
   };
   return shapes;
-}
-
-const Shape& FindShape(const std::string& name) {
-  for (const Shape& shape : AllShapes()) {
-    if (shape.name == name) return shape;
-  }
-  throw std::logic_error("no shape " + name);
 }
 
 }  // namespace bench

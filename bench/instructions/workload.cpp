@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "documents/Shapes.h"
+#include "documents/Documents.h"
 
 // A little of everything that the library is measured for, always the same. Callgrind counts the
 // instructions of CountedWorkload alone.

@@ -3,7 +3,7 @@
 #include <libxml/xmlversion.h>
 #include <libxml/xpath.h>
 
-#include "libraries/Libraries.h"
+#include "Library.h"
 
 namespace bench {
 
@@ -31,14 +31,14 @@ class Libxml2Tree : public Tree {
     xmlFreeDoc(m_document);
   }
 
-  bool Write() override {
+  std::size_t Write() override {
     xmlChar* text = nullptr;
     int length = 0;
     xmlDocDumpFormatMemory(m_document, &text, &length, 1);
     return TakeText(text);
   }
 
-  bool Text() override { return TakeText(xmlNodeGetContent(Root())); }
+  std::size_t Text() override { return TakeText(xmlNodeGetContent(Root())); }
 
   std::size_t SelectAll(const char* path) override {
     PrepareQueries();
@@ -48,7 +48,7 @@ class Libxml2Tree : public Tree {
     return static_cast<std::size_t>(count);
   }
 
-  bool SelectFirst(const char* path) override {
+  std::size_t SelectFirst(const char* path) override {
     // The form that lets the library stop at the first node.
     return SelectAll(("(" + std::string(path) + ")[1]").c_str()) != 0;
   }
@@ -94,30 +94,21 @@ class Libxml2Tree : public Tree {
   xmlXPathContextPtr m_queries;
 };
 
-class Libxml2 : public Library {
- public:
-  std::string Name() const override { return "libxml2"; }
-  std::string Version() const override { return "libxml2 " LIBXML_DOTTED_VERSION; }
-  bool Offers(Operation operation) const override { return operation != Operation::kCompare; }
-  bool ResolvesNamespaces() const override { return true; }
+TreePointer TreeOf(xmlDocPtr document) {
+  return TreePointer(document == nullptr ? nullptr : new Libxml2Tree(document));
+}
 
-  std::unique_ptr<Tree> Load(const std::string& text) const override {
-    const int length = static_cast<int>(text.size());
-    return TreeOf(xmlReadMemory(text.data(), length, nullptr, nullptr, kOptions));
-  }
+TreePointer Load(const std::string& text) {
+  const int length = static_cast<int>(text.size());
+  return TreeOf(xmlReadMemory(text.data(), length, nullptr, nullptr, kOptions));
+}
 
-  std::unique_ptr<Tree> LoadFile(const std::string& path) const override {
-    return TreeOf(xmlReadFile(path.c_str(), nullptr, kOptions));
-  }
-
- private:
-  static std::unique_ptr<Tree> TreeOf(xmlDocPtr document) {
-    return std::unique_ptr<Tree>(document == nullptr ? nullptr : new Libxml2Tree(document));
-  }
-};
+TreePointer LoadFile(const std::string& path) {
+  return TreeOf(xmlReadFile(path.c_str(), nullptr, kOptions));
+}
 
 }  // namespace
 
-std::unique_ptr<Library> MakeLibxml2() { return std::unique_ptr<Library>(new Libxml2); }
+Library Libxml2() { return {"libxml2", "libxml2 " LIBXML_DOTTED_VERSION, true, Load, LoadFile}; }
 
 }  // namespace bench

@@ -1,81 +1,261 @@
-#include "libraries/Libraries.h"
-#include "plain/PlainNode.h"
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "Library.h"
+#include "libraries/Expat.h"
+
+// The plainest linked tree that can be made of Expat's events: every node, name and value is a
+// block of the C heap, and every walk is the shortest that does the job. It is what a tree over
+// Expat costs before it has any features.
 
 namespace bench {
 
+enum class Type { kElement, kAttribute, kText };
+
+struct Node {
+  Node* next;
+  Node* parent;
+  Node* firstChild;
+  Node* lastChild;
+  Node* firstAttribute;
+  char* name;   // null for a text
+  char* value;  // null for an element; a text's is as it was written, an attribute's decoded
+  Type type;
+};
+
+bool TreesEqual(const Node* a, const Node* b);
+
 namespace {
 
-class PlainTree : public Tree {
- public:
-  explicit PlainTree(PlainNode* root) : m_root(root) {}
-  ~PlainTree() override { DestroyPlainNode(m_root); }
+bool TextsEqual(const char* a, const char* b) {
+  return a == nullptr || b == nullptr ? a == b : std::strcmp(a, b) == 0;
+}
 
-  bool Write() override {
-    std::string out;
-    WritePlainNode(m_root, 0, out);
-    return !out.empty();
+bool ChainsEqual(const Node* a, const Node* b) {
+  for (; a != nullptr && b != nullptr; a = a->next, b = b->next) {
+    if (!TreesEqual(a, b)) return false;
   }
-
-  bool Text() override {
-    std::string out;
-    CollectPlainText(m_root, out);
-    return !out.empty();
-  }
-
-  std::size_t SelectAll(const char* path) override {
-    return SelectPlainNodes(m_root, SplitPath(path), 0).size();
-  }
-
-  bool SelectFirst(const char* path) override {
-    return !SelectPlainNodes(m_root, SplitPath(path), 1).empty();
-  }
-
-  bool Equals(Tree& other) override {
-    return SamePlainTree(m_root, static_cast<PlainTree&>(other).m_root);
-  }
-
-  void Append(const char* name, std::size_t count) override {
-    for (; count > 0; --count) AppendPlainChild(m_root, NewElement(name));
-  }
-
-  void InsertFirst(const char* name, std::size_t count) override {
-    for (; count > 0; --count) PrependPlainChild(m_root, NewElement(name));
-  }
-
-  void RemoveFirst(std::size_t count) override {
-    for (; count > 0; --count) DestroyPlainNode(UnlinkFirstPlainChild(m_root));
-  }
-
- private:
-  static PlainNode* NewElement(const char* name) {
-    return NewPlainNode(PlainType::kElement, name, nullptr, 0);
-  }
-
-  PlainNode* m_root;
-};
-
-class Plain : public Library {
- public:
-  std::string Name() const override { return "plain"; }
-  std::string Version() const override { return "plain linked tree over Expat"; }
-  bool Offers(Operation) const override { return true; }
-
-  std::unique_ptr<Tree> Load(const std::string& text) const override {
-    return TreeOf(BuildPlainTree(text));
-  }
-
-  std::unique_ptr<Tree> LoadFile(const std::string& path) const override {
-    return TreeOf(BuildPlainTreeOfFile(path));
-  }
-
- private:
-  static std::unique_ptr<Tree> TreeOf(PlainNode* root) {
-    return std::unique_ptr<Tree>(root == nullptr ? nullptr : new PlainTree(root));
-  }
-};
+  return a == b;
+}
 
 }  // namespace
 
-std::unique_ptr<Library> MakePlainTree() { return std::unique_ptr<Library>(new Plain); }
+/// Has external linkage because g++ expands its recursion less without, which makes it slower.
+bool TreesEqual(const Node* a, const Node* b) {
+  return a->type == b->type && TextsEqual(a->name, b->name) && TextsEqual(a->value, b->value) &&
+         ChainsEqual(a->firstAttribute, b->firstAttribute) &&
+         ChainsEqual(a->firstChild, b->firstChild);
+}
+
+namespace {
+
+char* Copy(const char* text, std::size_t length) {
+  char* copy = static_cast<char*>(std::malloc(length + 1));
+  if (copy == nullptr) throw std::bad_alloc();
+  std::memcpy(copy, text, length);
+  copy[length] = '\0';
+  return copy;
+}
+
+/// Makes a detached node with copies of name and value, each of which may be null.
+Node* NewNode(Type type, const char* name, const char* value, std::size_t valueLength) {
+  Node* node = static_cast<Node*>(std::calloc(1, sizeof(Node)));
+  if (node == nullptr) throw std::bad_alloc();
+  node->type = type;
+  if (name != nullptr) node->name = Copy(name, std::strlen(name));
+  if (value != nullptr) node->value = Copy(value, valueLength);
+  return node;
+}
+
+/// Frees a node with all its siblings behind it and everything below them.
+void DestroyChain(Node* node) {
+  while (node != nullptr) {
+    Node* next = node->next;
+    DestroyChain(node->firstAttribute);
+    DestroyChain(node->firstChild);
+    std::free(node->name);
+    std::free(node->value);
+    std::free(node);
+    node = next;
+  }
+}
+
+void AppendChild(Node* parent, Node* child) {
+  child->parent = parent;
+  (parent->lastChild == nullptr ? parent->firstChild : parent->lastChild->next) = child;
+  parent->lastChild = child;
+}
+
+struct Builder {
+  Node* root = nullptr;
+  Node* open = nullptr;  // the innermost open element
+  std::string text;      // what stands in it since the last tag
+
+  void FlushText() {
+    if (text.empty()) return;
+    AppendChild(open, NewNode(Type::kText, nullptr, text.data(), text.size()));
+    text.clear();
+  }
+};
+
+void OnStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
+  Builder& builder = *static_cast<Builder*>(userData);
+  Node* element = NewNode(Type::kElement, name, nullptr, 0);
+  Node** link = &element->firstAttribute;
+  for (; attributes[0] != nullptr; attributes += 2) {
+    *link = NewNode(Type::kAttribute, attributes[0], attributes[1], std::strlen(attributes[1]));
+    (*link)->parent = element;
+    link = &(*link)->next;
+  }
+  if (builder.open == nullptr) {
+    builder.root = element;
+  } else {
+    builder.FlushText();
+    AppendChild(builder.open, element);
+  }
+  builder.open = element;
+}
+
+void OnEnd(void* userData, const XML_Char*) {
+  Builder& builder = *static_cast<Builder*>(userData);
+  builder.FlushText();
+  builder.open = builder.open->parent;
+}
+
+void OnDefault(void* userData, const XML_Char* text, int length) {
+  Builder& builder = *static_cast<Builder*>(userData);
+  if (builder.open == nullptr || IsBlank(text, length)) return;
+  builder.text.append(text, static_cast<std::size_t>(length));
+}
+
+/// Takes what stands at `rest` before one of the characters `ends`, and moves `rest` there.
+std::string Take(const char*& rest, const char* ends) {
+  const std::size_t length = std::strcspn(rest, ends);
+  rest += length;
+  return std::string(rest - length, length);
+}
+
+/// Selects with a path of one of the forms that are measured: "//name",
+/// "//name[@attribute='value']" and "/a/b/c".
+class Selection {
+ public:
+  /// Stops at `most` nodes; 0 stands for all.
+  Selection(const Node* root, const char* path, std::size_t most) : m_most(most) {
+    const bool isDescendant = path[1] == '/';
+    if (isDescendant) ++path;
+    while (*path == '/') m_names.push_back(Take(++path, "/["));
+    if (*path == '[') {
+      m_attribute = Take(path += std::strlen("[@"), "=");
+      m_value = Take(path += std::strlen("='"), "'");
+    }
+    isDescendant ? Descend(root) : Step(root, 0);
+  }
+
+  std::size_t Count() const { return m_found.size(); }
+
+ private:
+  /// Selects at a node and at all below it. Result: whether there are enough.
+  bool Descend(const Node* node) {
+    if (Step(node, 0)) return true;
+    for (const Node* child = node->firstChild; child != nullptr; child = child->next) {
+      if (child->type == Type::kElement && Descend(child)) return true;
+    }
+    return false;
+  }
+
+  /// Selects with the steps from `step` on at a node. Result: whether there are enough.
+  bool Step(const Node* node, std::size_t step) {
+    if (node->type != Type::kElement || m_names[step] != node->name) return false;
+    if (step + 1 == m_names.size()) {
+      if (!HasAttribute(node)) return false;
+      m_found.push_back(node);
+      return m_found.size() == m_most;
+    }
+    for (const Node* child = node->firstChild; child != nullptr; child = child->next) {
+      if (Step(child, step + 1)) return true;
+    }
+    return false;
+  }
+
+  bool HasAttribute(const Node* node) const {
+    if (m_attribute.empty()) return true;
+    for (const Node* attribute = node->firstAttribute; attribute != nullptr;
+         attribute = attribute->next) {
+      if (m_attribute == attribute->name) return m_value == attribute->value;
+    }
+    return false;
+  }
+
+  const std::size_t m_most;
+  std::vector<std::string> m_names;  // of the steps
+  std::string m_attribute;           // empty when the last step has no predicate
+  std::string m_value;
+  std::vector<const Node*> m_found;
+};
+
+class LinkedTree : public Tree {
+ public:
+  explicit LinkedTree(Node* root) : m_root(root) {}
+  ~LinkedTree() override { DestroyChain(m_root); }
+
+  std::size_t SelectAll(const char* path) override { return Selection(m_root, path, 0).Count(); }
+  std::size_t SelectFirst(const char* path) override { return Selection(m_root, path, 1).Count(); }
+
+  std::size_t Equals(Tree& other) override {
+    return TreesEqual(m_root, static_cast<LinkedTree&>(other).m_root);
+  }
+
+  void Append(const char* name, std::size_t count) override {
+    for (; count > 0; --count) AppendChild(m_root, NewNode(Type::kElement, name, nullptr, 0));
+  }
+
+  void InsertFirst(const char* name, std::size_t count) override {
+    for (; count > 0; --count) {
+      Node* child = NewNode(Type::kElement, name, nullptr, 0);
+      child->parent = m_root;
+      child->next = m_root->firstChild;
+      m_root->firstChild = child;
+      if (m_root->lastChild == nullptr) m_root->lastChild = child;
+    }
+  }
+
+  void RemoveFirst(std::size_t count) override {
+    for (; count > 0; --count) {
+      Node* child = m_root->firstChild;
+      m_root->firstChild = child->next;
+      if (m_root->firstChild == nullptr) m_root->lastChild = nullptr;
+      child->next = nullptr;
+      DestroyChain(child);
+    }
+  }
+
+ private:
+  Node* m_root;
+};
+
+TreePointer TreeUnlessRefused(bool isParsed, const Builder& builder) {
+  TreePointer tree(new LinkedTree(builder.root));
+  if (!isParsed) tree.reset();
+  return tree;
+}
+
+const ExpatHandlers kHandlers = {OnStart, OnEnd, OnDefault};
+
+TreePointer Load(const std::string& text) {
+  Builder builder;
+  const bool isParsed = ParseText(text, kHandlers, &builder);
+  return TreeUnlessRefused(isParsed, builder);
+}
+
+TreePointer LoadFile(const std::string& path) {
+  Builder builder;
+  const bool isParsed = ParseFile(path, kHandlers, &builder);
+  return TreeUnlessRefused(isParsed, builder);
+}
+
+}  // namespace
+
+Library PlainTree() { return {"plain", "plain linked tree over Expat", false, Load, LoadFile}; }
 
 }  // namespace bench

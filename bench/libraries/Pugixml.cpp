@@ -1,6 +1,6 @@
 #include <pugixml.hpp>
 
-#include "libraries/Libraries.h"
+#include "Library.h"
 
 namespace bench {
 
@@ -34,13 +34,13 @@ class PugixmlTree : public Tree {
  public:
   pugi::xml_document& Document() { return m_document; }
 
-  bool Write() override {
+  std::size_t Write() override {
     StringWriter writer;
     m_document.save(writer, "  ");
     return writer.HasText();
   }
 
-  bool Text() override {
+  std::size_t Text() override {
     std::string out;
     CollectText(m_document.document_element(), out);
     return !out.empty();
@@ -48,8 +48,8 @@ class PugixmlTree : public Tree {
 
   std::size_t SelectAll(const char* path) override { return m_document.select_nodes(path).size(); }
 
-  bool SelectFirst(const char* path) override {
-    return static_cast<bool>(m_document.select_node(path));
+  std::size_t SelectFirst(const char* path) override {
+    return m_document.select_node(path) ? 1 : 0;
   }
 
   void Append(const char* name, std::size_t count) override {
@@ -71,32 +71,24 @@ class PugixmlTree : public Tree {
   pugi::xml_document m_document;
 };
 
-class Pugixml : public Library {
- public:
-  std::string Name() const override { return "pugixml"; }
+TreePointer Load(const std::string& text) {
+  std::unique_ptr<PugixmlTree> tree(new PugixmlTree);
+  if (!tree->Document().load_buffer(text.data(), text.size())) return nullptr;
+  return tree;
+}
 
-  std::string Version() const override {
-    return "pugixml " + std::to_string(PUGIXML_VERSION / 1000) + "." +
-           std::to_string(PUGIXML_VERSION % 1000 / 10);
-  }
-
-  bool Offers(Operation operation) const override { return operation != Operation::kCompare; }
-
-  std::unique_ptr<Tree> Load(const std::string& text) const override {
-    std::unique_ptr<PugixmlTree> tree(new PugixmlTree);
-    if (!tree->Document().load_buffer(text.data(), text.size())) return nullptr;
-    return tree;
-  }
-
-  std::unique_ptr<Tree> LoadFile(const std::string& path) const override {
-    std::unique_ptr<PugixmlTree> tree(new PugixmlTree);
-    if (!tree->Document().load_file(path.c_str())) return nullptr;
-    return tree;
-  }
-};
+TreePointer LoadFile(const std::string& path) {
+  std::unique_ptr<PugixmlTree> tree(new PugixmlTree);
+  if (!tree->Document().load_file(path.c_str())) return nullptr;
+  return tree;
+}
 
 }  // namespace
 
-std::unique_ptr<Library> MakePugixml() { return std::unique_ptr<Library>(new Pugixml); }
+Library Pugixml() {
+  const std::string version = "pugixml " + std::to_string(PUGIXML_VERSION / 1000) + "." +
+                              std::to_string(PUGIXML_VERSION % 1000 / 10);
+  return {"pugixml", version, false, Load, LoadFile};
+}
 
 }  // namespace bench

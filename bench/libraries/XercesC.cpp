@@ -9,7 +9,9 @@
 #include <xercesc/util/XMLUni.hpp>
 #include <xercesc/util/XercesVersion.hpp>
 
-#include "libraries/Libraries.h"
+#include <cstring>
+
+#include "Library.h"
 
 namespace bench {
 
@@ -30,56 +32,48 @@ class WideText {
   XMLCh* m_text;
 };
 
-struct ReleaseDocument {
-  void operator()(xercesc::DOMDocument* document) const { document->release(); }
+struct Releaser {
+  template <class T>
+  void operator()(T* object) const {
+    object->release();
+  }
 };
-typedef std::unique_ptr<xercesc::DOMDocument, ReleaseDocument> Document;
-
-struct ReleaseSerializer {
-  void operator()(xercesc::DOMLSSerializer* serializer) const { serializer->release(); }
-};
-
-struct ReleaseOutput {
-  void operator()(xercesc::DOMLSOutput* output) const { output->release(); }
-};
-
-struct ReleaseResult {
-  void operator()(xercesc::DOMXPathResult* result) const { result->release(); }
-};
+template <class T>
+using Owned = std::unique_ptr<T, Releaser>;
+typedef Owned<xercesc::DOMDocument> Document;
 
 class XercesTree : public Tree {
  public:
   explicit XercesTree(Document document) : m_document(std::move(document)) {}
 
-  bool Write() override {
+  std::size_t Write() override {
     const XMLCh features[] = {xercesc::chLatin_L, xercesc::chLatin_S, xercesc::chNull};
     xercesc::DOMImplementation* implementation =
         xercesc::DOMImplementationRegistry::getDOMImplementation(features);
-    const std::unique_ptr<xercesc::DOMLSSerializer, ReleaseSerializer> serializer(
-        implementation->createLSSerializer());
+    const Owned<xercesc::DOMLSSerializer> serializer(implementation->createLSSerializer());
     serializer->getDomConfig()->setParameter(xercesc::XMLUni::fgDOMWRTFormatPrettyPrint, true);
-    const std::unique_ptr<xercesc::DOMLSOutput, ReleaseOutput> output(
-        implementation->createLSOutput());
+    const Owned<xercesc::DOMLSOutput> output(implementation->createLSOutput());
     xercesc::MemBufFormatTarget target;
     output->setByteStream(&target);
     serializer->write(m_document.get(), output.get());
     return target.getLen() != 0;
   }
 
-  bool Text() override {
+  std::size_t Text() override {
     const XMLCh* text = Root()->getTextContent();
     return text != nullptr && *text != 0;
   }
 
   std::size_t SelectAll(const char* path) override {
+    if (std::strchr(path, '[') != nullptr) return kNotOffered;
     const WideText widePath(path);
-    const std::unique_ptr<xercesc::DOMXPathResult, ReleaseResult> result(
+    const Owned<xercesc::DOMXPathResult> result(
         m_document->evaluate(widePath.Get(), Root(), nullptr,
                              xercesc::DOMXPathResult::ORDERED_NODE_SNAPSHOT_TYPE, nullptr));
     return result->getSnapshotLength();
   }
 
-  bool Equals(Tree& other) override {
+  std::size_t Equals(Tree& other) override {
     return Root()->isEqualNode(static_cast<XercesTree&>(other).Root());
   }
 
@@ -107,64 +101,44 @@ class XercesTree : public Tree {
   Document m_document;
 };
 
-class XercesC : public Library {
+/// Throws what is an error, so that a text that is refused gives no tree.
+class StrictErrors : public xercesc::ErrorHandler {
  public:
-  XercesC() { xercesc::XMLPlatformUtils::Initialize(); }
-  ~XercesC() override { xercesc::XMLPlatformUtils::Terminate(); }
-
-  std::string Name() const override { return "xerces-c"; }
-  std::string Version() const override { return "Xerces-C " XERCES_FULLVERSIONDOT; }
-
-  bool Offers(Operation operation) const override {
-    switch (operation) {
-      case Operation::kSelectAttribute:
-      case Operation::kFirstFound:
-      case Operation::kFirstAbsent:
-        return false;
-      default:
-        return true;
-    }
-  }
-
-  std::unique_ptr<Tree> Load(const std::string& text) const override {
-    const xercesc::MemBufInputSource source(reinterpret_cast<const XMLByte*>(text.data()),
-                                            text.size(), "document", false);
-    return Parse([&source](xercesc::XercesDOMParser& parser) { parser.parse(source); });
-  }
-
-  std::unique_ptr<Tree> LoadFile(const std::string& path) const override {
-    return Parse([&path](xercesc::XercesDOMParser& parser) { parser.parse(path.c_str()); });
-  }
-
- private:
-  /// Throws what is an error, so that a text that is refused gives no tree.
-  class StrictErrors : public xercesc::ErrorHandler {
-   public:
-    void warning(const xercesc::SAXParseException&) override {}
-    void error(const xercesc::SAXParseException& exception) override { throw exception; }
-    void fatalError(const xercesc::SAXParseException& exception) override { throw exception; }
-    void resetErrors() override {}
-  };
-
-  template <class Start>
-  static std::unique_ptr<Tree> Parse(const Start& start) {
-    xercesc::XercesDOMParser parser;
-    StrictErrors errors;
-    parser.setErrorHandler(&errors);
-    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
-    parser.setLoadExternalDTD(false);
-    parser.setCreateEntityReferenceNodes(false);
-    try {
-      start(parser);
-    } catch (const xercesc::SAXParseException&) {
-      return nullptr;
-    }
-    return std::unique_ptr<Tree>(new XercesTree(Document(parser.adoptDocument())));
-  }
+  void warning(const xercesc::SAXParseException&) override {}
+  void error(const xercesc::SAXParseException& exception) override { throw exception; }
+  void fatalError(const xercesc::SAXParseException& exception) override { throw exception; }
+  void resetErrors() override {}
 };
+
+/// `source` is whatever the parser takes.
+template <class Source>
+TreePointer Parse(const Source& source) {
+  xercesc::XercesDOMParser parser;
+  StrictErrors errors;
+  parser.setErrorHandler(&errors);
+  parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+  parser.setLoadExternalDTD(false);
+  parser.setCreateEntityReferenceNodes(false);
+  try {
+    parser.parse(source);
+  } catch (const xercesc::SAXParseException&) {
+    return nullptr;
+  }
+  return TreePointer(new XercesTree(Document(parser.adoptDocument())));
+}
+
+TreePointer Load(const std::string& text) {
+  return Parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()),
+                                          text.size(), "document", false));
+}
+
+TreePointer LoadFile(const std::string& path) { return Parse(path.c_str()); }
 
 }  // namespace
 
-std::unique_ptr<Library> MakeXercesC() { return std::unique_ptr<Library>(new XercesC); }
+Library XercesC() {
+  xercesc::XMLPlatformUtils::Initialize();
+  return {"xerces-c", "Xerces-C " XERCES_FULLVERSIONDOT, false, Load, LoadFile};
+}
 
 }  // namespace bench

@@ -1,18 +1,15 @@
 #include <malloc.h>
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
 
-#include "libraries/Libraries.h"
+#include "Library.h"
 
 namespace bench {
 
 namespace {
 
 /// Whether a text that the library handed over has any characters; frees it.
-bool TakeText(BSTR text) {
-  const bool any = text != nullptr && *text != '\0';
-  SysFreeString(text);
-  return any;
-}
+std::size_t HasText(BSTR text) { return *XMLBstr::Adopt(text).c_str() != '\0'; }
 
 /// A block of the heap, its header included.
 std::size_t BlockBytes(void* block) {
@@ -30,94 +27,74 @@ std::size_t ChainBytes(IXMLDOMNode* node) {
 
 class XmldomTree : public Tree {
  public:
-  XmldomTree() : m_document(nullptr) { Create(&m_document); }
-  ~XmldomTree() override { Release(m_document); }
+  XmldomTree() { Create(m_document.Out()); }
 
-  IXMLDOMDocument2* Document() { return m_document; }
+  IXMLDOMDocument2* Document() { return m_document.Get(); }
 
-  bool Write() override { return TakeText(m_document->GetXML()); }
+  std::size_t Write() override { return HasText(m_document->GetXML()); }
 
-  bool Text() override { return TakeText(m_document->GetTextAsBSTR()); }
+  std::size_t Text() override { return HasText(m_document->GetTextAsBSTR()); }
 
   std::size_t SelectAll(const char* path) override {
-    IXMLDOMNodeList* list = m_document->SelectNodes(path);
-    const int count = list->m_nCount;
-    Release(list);
-    return static_cast<std::size_t>(count);
+    return static_cast<std::size_t>(Adopt(m_document->SelectNodes(path))->m_nCount);
   }
 
-  bool SelectFirst(const char* path) override {
-    IXMLDOMNode* node = m_document->SelectSingleNode(path);
-    const bool found = node != nullptr;
-    Release(node);
-    return found;
+  std::size_t SelectFirst(const char* path) override {
+    return Adopt(m_document->SelectSingleNode(path)) ? 1 : 0;
   }
 
-  bool Equals(Tree& other) override {
+  std::size_t Equals(Tree& other) override {
     CMemFile report(0);
-    IXMLDOMDocument2* document = static_cast<XmldomTree&>(other).m_document;
-    return CompareXMLNodes(m_document, document, report, 0) != 0;
+    IXMLDOMDocument2* document = static_cast<XmldomTree&>(other).Document();
+    return CompareXMLNodes(Document(), document, report, 0) != 0;
   }
 
   void Append(const char* name, std::size_t count) override {
-    IXMLDOMNode* root = m_document->m_pFirstChild;
-    for (; count > 0; --count) {
-      IXMLDOMNode* child = root->AddChild(name, nullptr);
-      Release(child);
-    }
+    for (; count > 0; --count) Adopt(Root()->AddChild(name, nullptr));
   }
 
   void InsertFirst(const char* name, std::size_t count) override {
-    IXMLDOMNode* root = m_document->m_pFirstChild;
+    IXMLDOMNode* root = Root();
     for (; count > 0; --count) {
-      IXMLDOMNode* child = new IXMLDOMNode(m_document, name, nullptr, NODE_ELEMENT);
-      IXMLDOMNode* first = root->m_pFirstChild;
-      if (first == nullptr) {
+      IXMLDOMNode* child = new IXMLDOMNode(Document(), name, nullptr, NODE_ELEMENT);
+      if (root->m_pFirstChild == nullptr) {
         root->appendChild(child, nullptr);
       } else {
-        root->insertBefore(child, first, nullptr);
+        root->insertBefore(child, root->m_pFirstChild, nullptr);
       }
     }
   }
 
   void RemoveFirst(std::size_t count) override {
-    IXMLDOMNode* root = m_document->m_pFirstChild;
-    for (; count > 0; --count) {
-      IXMLDOMNode* child = nullptr;
-      root->removeChild(root->m_pFirstChild, &child);
-      Release(child);
-    }
+    IXMLDOMNode* root = Root();
+    XMLPtr<IXMLDOMNode> child;
+    for (; count > 0; --count) root->removeChild(root->m_pFirstChild, child.Out());
   }
 
-  std::size_t RecordBytes() const override { return ChainBytes(m_document->m_pFirstChild); }
+  std::size_t RecordBytes() const override { return ChainBytes(Root()); }
 
  private:
-  IXMLDOMDocument2* m_document;
+  IXMLDOMNode* Root() const { return m_document->m_pFirstChild; }
+
+  XMLPtr<IXMLDOMDocument2> m_document;
 };
 
-class Xmldom : public Library {
- public:
-  std::string Name() const override { return "xmldom"; }
-  std::string Version() const override { return "xmldom " XMLDOM_BENCH_XMLDOM_VERSION; }
-  bool Offers(Operation) const override { return true; }
+TreePointer Load(const std::string& text) {
+  std::unique_ptr<XmldomTree> tree(new XmldomTree);
+  if (tree->Document()->loadXML(text.c_str()) != VARIANT_TRUE) return nullptr;
+  return tree;
+}
 
-  std::unique_ptr<Tree> Load(const std::string& text) const override {
-    std::unique_ptr<XmldomTree> tree(new XmldomTree);
-    if (tree->Document()->loadXML(text.c_str()) != VARIANT_TRUE) return nullptr;
-    return tree;
-  }
-
-  std::unique_ptr<Tree> LoadFile(const std::string& path) const override {
-    std::unique_ptr<XmldomTree> tree(new XmldomTree);
-    short loaded = VARIANT_FALSE;
-    tree->Document()->load(const_cast<char*>(path.c_str()), &loaded);
-    if (loaded != VARIANT_TRUE) return nullptr;
-    return tree;
-  }
-};
+TreePointer LoadFile(const std::string& path) {
+  std::unique_ptr<XmldomTree> tree(new XmldomTree);
+  short loaded = VARIANT_FALSE;
+  tree->Document()->load(const_cast<char*>(path.c_str()), &loaded);
+  if (loaded != VARIANT_TRUE) return nullptr;
+  return tree;
+}
 
 }  // namespace
 
-std::unique_ptr<Library> MakeXmldom() { return std::unique_ptr<Library>(new Xmldom); }
+Library Xmldom() { return {"xmldom", "xmldom " XMLDOM_BENCH_VERSION, false, Load, LoadFile}; }
 
 }  // namespace bench

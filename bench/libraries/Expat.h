@@ -1,5 +1,5 @@
-#ifndef XMLDOM_BENCH_PARSING_EXPATFEED_H
-#define XMLDOM_BENCH_PARSING_EXPATFEED_H
+#ifndef XMLDOM_BENCH_LIBRARIES_EXPAT_H
+#define XMLDOM_BENCH_LIBRARIES_EXPAT_H
 
 #include <expat.h>
 
@@ -19,6 +19,9 @@ bool ParseText(const std::string& text, const ExpatHandlers& handlers, void* use
 
 /// Parses a file in pieces. Result: whether it could be read and is well-formed.
 bool ParseFile(const std::string& path, const ExpatHandlers& handlers, void* userData);
+
+/// Whether the characters are white space alone.
+bool IsBlank(const XML_Char* text, int length);
 
 }  // namespace bench
 

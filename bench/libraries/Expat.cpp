@@ -1,19 +1,23 @@
-#include "parsing/ExpatFeed.h"
+#include "libraries/Expat.h"
 
+#include <cctype>
 #include <cstdio>
 #include <memory>
-#include <type_traits>
+
+#include "Library.h"
+
+// Parsing with Expat alone, which is the floor of every load over Expat.
 
 namespace bench {
 
 namespace {
 
+const int kPieceSize = 65536;
+
 struct ParserDeleter {
   void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
-typedef std::unique_ptr<std::remove_pointer<XML_Parser>::type, ParserDeleter> Parser;
-
-const int kPieceSize = 65536;
+typedef std::unique_ptr<XML_ParserStruct, ParserDeleter> Parser;
 
 Parser MakeParser(const ExpatHandlers& handlers, void* userData) {
   Parser parser(XML_ParserCreate(nullptr));
@@ -21,6 +25,20 @@ Parser MakeParser(const ExpatHandlers& handlers, void* userData) {
   XML_SetElementHandler(parser.get(), handlers.start, handlers.end);
   XML_SetDefaultHandlerExpand(parser.get(), handlers.other);
   return parser;
+}
+
+void IgnoreStart(void*, const XML_Char*, const XML_Char**) {}
+void IgnoreEnd(void*, const XML_Char*) {}
+void IgnoreOther(void*, const XML_Char*, int) {}
+
+const ExpatHandlers kIgnore = {IgnoreStart, IgnoreEnd, IgnoreOther};
+
+TreePointer Load(const std::string& text) {
+  return TreePointer(ParseText(text, kIgnore, nullptr) ? new Tree : nullptr);
+}
+
+TreePointer LoadFile(const std::string& path) {
+  return TreePointer(ParseFile(path, kIgnore, nullptr) ? new Tree : nullptr);
 }
 
 }  // namespace
@@ -39,13 +57,20 @@ bool ParseFile(const std::string& path, const ExpatHandlers& handlers, void* use
   for (;;) {
     void* piece = XML_GetBuffer(parser.get(), kPieceSize);
     if (piece == nullptr) return false;
-    const std::size_t length = std::fread(piece, 1, kPieceSize, file.get());
-    const bool isLast = length < static_cast<std::size_t>(kPieceSize);
-    if (XML_ParseBuffer(parser.get(), static_cast<int>(length), isLast) == XML_STATUS_ERROR) {
-      return false;
-    }
+    const int length = static_cast<int>(std::fread(piece, 1, kPieceSize, file.get()));
+    const bool isLast = length < kPieceSize;
+    if (XML_ParseBuffer(parser.get(), length, isLast) == XML_STATUS_ERROR) return false;
     if (isLast) return std::ferror(file.get()) == 0;
   }
 }
+
+bool IsBlank(const XML_Char* text, int length) {
+  for (int i = 0; i < length; ++i) {
+    if (!std::isspace(static_cast<unsigned char>(text[i]))) return false;
+  }
+  return true;
+}
+
+Library ExpatOnly() { return {kExpatOnly, XML_ExpatVersion(), false, Load, LoadFile}; }
 
 }  // namespace bench
