@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
 
 #include "plain/PlainEditing.h"
 #include "plain/PlainLifetime.h"
@@ -131,6 +132,14 @@ void PreferNewChildBefore(const Forest& forest, EditingCall* call) {
   }
 }
 
+/// What the node class asks of those who change links or owners themselves: a release makes the
+/// library look at chains anew, and RecurseSetDocument for a node with a parent at the owners of
+/// all siblings.
+void NoteChangesByHand() {
+  const XMLPtr<IXMLDOMNode> parent = Adopt(new IXMLDOMNode(nullptr, "p", nullptr, NODE_ELEMENT));
+  Adopt(parent->AddChild("c", nullptr))->RecurseSetDocument(nullptr);
+}
+
 std::string EditRandomly(Random random, Observer& observer) {
   ForestShape shape;
   shape.nodes = 3 + random.Below(14);
@@ -139,12 +148,14 @@ std::string EditRandomly(Random random, Observer& observer) {
   Forest one(random, shape);
   Forest two(random, shape);
   random.Next();
+  if (shape.changesByHand != 0) NoteChangesByHand();
   std::string calls;
   for (int count = 2 + random.Below(6); count > 0; --count) {
     if (random.OneIn(5)) {
       Random again = random;
       one.ChangeByHand(random, shape);
       two.ChangeByHand(again, shape);
+      NoteChangesByHand();
       calls += "change by hand\n";
     }
     if (random.OneIn(3)) {
@@ -152,6 +163,7 @@ std::string EditRandomly(Random random, Observer& observer) {
       const int next = random.Below(one.Count());
       FollowByHand(one, first, next);
       FollowByHand(two, first, next);
+      NoteChangesByHand();
     }
     EditingCall call(random, one);
     if (random.OneIn(2)) PreferNewChildBefore(one, &call);
