@@ -54,11 +54,13 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   /// Fills `buffer` with the tag around the current position, cut to `size` - 1 bytes; "undefined"
   /// when Expat has none. A `size` below 1 writes nothing. Result: `buffer`.
   char* GetErrorTag(char* buffer, int size);
-  /// Fills `buffer` with reason, tag (which may have several lines), line and column, cut to `size` - 1 bytes.
-  /// Result: `buffer`.
+  /// Fills `buffer` with reason, tag (which may have several lines), line and column, cut to `size`
+  /// - 1 bytes. Result: `buffer`.
   char* GetErrorStr(char* buffer, int size);
 
  private:
+  friend class IXMLDOMDocument2;
+
   /// What became of a text.
   struct Outcome {
     bool parsed;
@@ -66,6 +68,7 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
     unsigned long long excess;  ///< The size of a text that was refused for it, else 0.
   };
 
+  XMLDOM_HIDDEN XML_Error LoadError();
   XMLDOM_HIDDEN void StartLoad();
   XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
   XMLDOM_HIDDEN static void Post(const Outcome& outcome);
@@ -75,6 +78,9 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   XMLDOM_HIDDEN void OnOtherDefault(const char* text, int length);
   XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
 
+  // From the start of a load to its parse XML_ERROR_NO_MEMORY, the only reason why it could end
+  // there; else XML_ERROR_NONE.
+  XML_Error m_errorBeforeParse;
   // Both only while a parse runs:
   xmldom::GrowingTree* m_pTree;
   xmldom::EntityNesting* m_pEntityNesting;
