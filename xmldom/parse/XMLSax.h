@@ -22,6 +22,14 @@ extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 
 /// Builds the tree of a document from Expat's events. A document makes one for each load and keeps
 /// it until the next, so that its parse error can be asked for.
+///
+/// While a load runs, code of an application runs only in handlers that it has installed on m_p
+/// with Expat's functions (XML_SetCommentHandler and the like), and in what these call. A handler
+/// may load, build, change and release other documents; query and read the tree that grows, which
+/// holds all but the text since the last tag; take references to its nodes, and release its own. It
+/// must not change that tree, release the document or load into it. Nothing may be thrown out of
+/// such a handler, since it is Expat that calls it: one of a class that derives from CExpatImpl may
+/// throw, and so may a log sink, whose events a load posts when it has ended.
 class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
  public:
   /// A builder without parser; `document` is not referenced.
