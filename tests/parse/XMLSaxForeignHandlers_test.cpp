@@ -41,7 +41,7 @@ TEST(XMLSaxForeignHandlers, May_load_build_change_and_release_other_documents) {
     EXPECT_TRUE(LoadWithComments(document, kXml, [&older] {
       const Document other = Load("<x><y/></x>");
       EXPECT_EQ(VARIANT_FALSE, NewDocument()->loadXML("<x>"));
-      EXPECT_EQ(S_OK, other->AppendChildAtXPath("/x/y", "<z/>"));
+      EXPECT_TRUE(other->AppendChildAtXPath("/x/y", "<z/>"));
       EXPECT_EQ("x[y[z]]", Outline(other));
       older.Reset();
     }));
