@@ -6,6 +6,7 @@
 #include <string>
 
 #include "harness/Allocation.h"
+#include "harness/AllocationFailure.h"
 #include "harness/ExpatVersion.h"
 #include "harness/LoadOutcome.h"
 #include "harness/LongText.h"
@@ -132,6 +133,88 @@ TEST(XMLSaxMemory, Is_out_for_a_file_that_cannot_be_read_whole) {
   }
   EXPECT_EQ(kNotParsed, outcome);
   EXPECT_EQ("", Outline(document));
+}
+
+// ---- What get_parseError tells of it
+
+namespace {
+
+Ref<IXMLDOMParseError> ErrorOf(IXMLDOMDocument2* document) {
+  Ref<IXMLDOMParseError> error;
+  document->get_parseError(error.Out());
+  return error;
+}
+
+/// Loads a file with memory for `allowed` allocations of all but the parser.
+LoadOutcome LoadFileWithin(IXMLDOMDocument2* document, char* path, int allowed) {
+  LoadOutcome outcome = {S_OK, kFlagUntouched};
+  AllocationFailure limit(allowed, AllocationFailure::ALL_BUT_EXPAT);
+  try {
+    outcome.result = document->load(path, &outcome.flag);
+  } catch (const std::bad_alloc&) {
+    // Not even the builder could be made.
+  }
+  return outcome;
+}
+
+}  // namespace
+
+TEST(XMLSaxMemory, Of_a_file_is_told_as_out_until_the_parse_begins_and_as_aborted_then) {
+  TemporaryFile file(kXml);
+  int outBefore = 0;
+  int outWithin = 0;
+  for (int allowed = 0;; ++allowed) {
+    SCOPED_TRACE(allowed);
+    const Document document = NewDocument();
+    const LoadOutcome outcome = LoadFileWithin(document, file.Path(), allowed);
+    if (document->m_pSax == nullptr) continue;
+    const long code = ErrorOf(document)->m_lErrorCode;
+    if (outcome == kParsed) {
+      EXPECT_EQ(XML_ERROR_NONE, code);
+      break;
+    }
+    EXPECT_EQ(kNotParsed, outcome);
+    EXPECT_TRUE(code == XML_ERROR_ABORTED || (code == XML_ERROR_NO_MEMORY && outWithin == 0))
+        << code;
+    ++(code == XML_ERROR_NO_MEMORY ? outBefore : outWithin);
+  }
+  EXPECT_LE(1, outBefore);
+  EXPECT_LE(11, outWithin);
+}
+
+TEST(XMLSaxMemory, Of_a_text_is_told_as_out_when_the_load_cannot_even_begin) {
+  const Document document = NewDocument();
+  int outBefore = 0;
+  for (int allowed = 0; !LoadWithin(document, allowed); ++allowed) {
+    SCOPED_TRACE(allowed);
+    if (document->m_pSax == nullptr) continue;
+    if (ErrorOf(document)->m_lErrorCode == XML_ERROR_NO_MEMORY) ++outBefore;
+    EXPECT_NE(XML_ERROR_NONE, ErrorOf(document)->m_lErrorCode);
+  }
+  EXPECT_LE(1, outBefore);
+  EXPECT_EQ(XML_ERROR_NONE, ErrorOf(document)->m_lErrorCode);
+}
+
+TEST(XMLSaxMemory, That_was_out_before_the_parse_is_told_in_words_and_only_until_the_next_load) {
+  if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
+  TemporaryFile file("<a>" + LongText() + "</a>");
+  const Document document = NewDocument();
+  short flag = kFlagUntouched;
+  {
+    const NoMoreMemory limit;
+    document->load(file.Path(), &flag);
+  }
+  BSTR message = nullptr;
+  EXPECT_EQ(S_OK, ErrorOf(document)->get_errormessage(&message));
+  EXPECT_EQ("Error 1 (out of memory) at line 1, column 0, offending tag undefined",
+            TakeBstr(message));
+  char line[256];
+  EXPECT_EQ("Parsing error \"out of memory\", tag \"undefined\", line 1, column 0",
+            Text(document->m_pSax->GetErrorStr(line, sizeof line)));
+  EXPECT_EQ(XML_ERROR_NONE, document->m_pSax->GetErrorCode()) << "which asks the parser alone";
+
+  document->loadXML("<a/>");
+  EXPECT_EQ(XML_ERROR_NONE, ErrorOf(document)->m_lErrorCode);
 }
 
 // ---- What texts take

@@ -56,7 +56,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// Loads a file; a NUL byte ends it. Out: whether it parsed. Result: S_OK; S_FALSE when it did
   /// not parse; E_FILENOTOPENED when it could not be opened or `path` is null, the tree then stays;
   /// E_ARGUMENT for a null `pbSuccess`, and nothing is loaded. Effects: those of loading a text. A
-  /// CLogException* passes through; any other exception while it is read and parsed gives S_FALSE.
+  /// CLogException* passes through; any other exception while it is read and parsed gives S_FALSE:
+  /// out of memory then has the code 1 before the parse has begun, and 35 within it.
   HRESULT load(char* path, short* pbSuccess);
 
   /// Out: the root element with a reference added, or null. Result: S_OK; S_FALSE when the document

@@ -90,6 +90,11 @@ class CExpatImpl {
     Innermost() = &run;
     const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
     Innermost() = run.outer;
+    // An Expat without input context has parsed in the caller's memory, and counts lines there when
+    // it is asked for one. Asked now, while the text lives, it remembers the answer.
+    int offset = 0;
+    int size = 0;
+    if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
     if (run.thrown != nullptr) {
       XML_SetUserData(m_p, static_cast<_T*>(this));
       std::rethrow_exception(run.thrown);

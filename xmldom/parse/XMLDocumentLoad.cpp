@@ -41,7 +41,7 @@ HRESULT IXMLDOMDocument2::get_parseError(IXMLDOMParseError** ppError) {
   try {
     if (m_pSax != nullptr) {
       char tag[512];
-      error->m_lErrorCode = m_pSax->GetErrorCode();
+      error->m_lErrorCode = m_pSax->LoadError();
       error->m_lFilePos = m_pSax->GetCurrentByteCount();
       error->m_lLine = m_pSax->GetCurrentLineNumber();
       error->m_lLinePos = m_pSax->GetCurrentColumnNumber();

@@ -16,6 +16,7 @@ CXMLSax::CXMLSax(IXMLDOMDocument2* document)
     : m_pNodeStack(nullptr),
       m_pDocument(document),
       m_bFirstElement(false),
+      m_errorBeforeParse(XML_ERROR_NONE),
       m_pTree(nullptr),
       m_pEntityNesting(nullptr) {
   ++m_iObjCount;
@@ -28,6 +29,7 @@ CXMLSax::~CXMLSax() {
 }
 
 void CXMLSax::StartLoad() {
+  m_errorBeforeParse = XML_ERROR_NO_MEMORY;
   delete m_pNodeStack;
   m_pNodeStack = nullptr;
   m_bFirstElement = true;
@@ -80,6 +82,7 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
   xmldom::EntityNesting nesting;
   m_pTree = &tree;
   if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;
+  m_errorBeforeParse = XML_ERROR_NONE;
   try {
     outcome.parsed = Parse(text, static_cast<int>(length), true);
   } catch (...) {

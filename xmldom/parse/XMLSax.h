@@ -22,6 +22,14 @@ extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 
 /// Builds the tree of a document from Expat's events. A document makes one for each load and keeps
 /// it until the next, so that its parse error can be asked for.
+///
+/// While a load runs, code of an application runs only in handlers that it has installed on m_p
+/// with Expat's functions (XML_SetCommentHandler and the like), and in what these call. A handler
+/// may load, build, change and release other documents; query and read the tree that grows, which
+/// holds all but the text since the last tag; take references to its nodes, and release its own. It
+/// must not change that tree, release the document or load into it. Nothing may be thrown out of
+/// such a handler, since it is Expat that calls it: one of a class that derives from CExpatImpl may
+/// throw, and so may a log sink, whose events a load posts when it has ended.
 class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
  public:
   /// A builder without parser; `document` is not referenced.
@@ -59,6 +67,8 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   char* GetErrorStr(char* buffer, int size);
 
  private:
+  friend class IXMLDOMDocument2;
+
   /// What became of a text.
   struct Outcome {
     bool parsed;
@@ -66,6 +76,7 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
     unsigned long long excess;  ///< The size of a text that was refused for it, else 0.
   };
 
+  XMLDOM_HIDDEN XML_Error LoadError();
   XMLDOM_HIDDEN void StartLoad();
   XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
   XMLDOM_HIDDEN static void Post(const Outcome& outcome);
@@ -75,6 +86,9 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   XMLDOM_HIDDEN void OnOtherDefault(const char* text, int length);
   XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
 
+  // From the start of a load to its parse XML_ERROR_NO_MEMORY, the only reason why it could end
+  // there; else XML_ERROR_NONE.
+  XML_Error m_errorBeforeParse;
   // Both only while a parse runs:
   xmldom::GrowingTree* m_pTree;
   xmldom::EntityNesting* m_pEntityNesting;

@@ -24,6 +24,12 @@ int FindTag(const char* context, int offset, int size, int* begin) {
 
 }  // namespace
 
+/// The code of what ended the load: that of Expat, which knows nothing of what came before its
+/// parse.
+XML_Error CXMLSax::LoadError() {
+  return m_errorBeforeParse == XML_ERROR_NONE ? GetErrorCode() : m_errorBeforeParse;
+}
+
 char* CXMLSax::GetErrorTag(char* buffer, int size) {
   if (buffer == nullptr || size < 1) return buffer;
   int offset = 0;
@@ -46,7 +52,7 @@ char* CXMLSax::GetErrorTag(char* buffer, int size) {
 char* CXMLSax::GetErrorStr(char* buffer, int size) {
   if (buffer == nullptr || size < 1) return buffer;
   char tag[256];
-  const char* reason = XML_ErrorString(GetErrorCode());
+  const char* reason = XML_ErrorString(LoadError());
   std::snprintf(buffer, static_cast<std::size_t>(size),
                 "Parsing error \"%s\", tag \"%s\", line %d, column %d",
                 reason == nullptr ? "(null)" : reason, GetErrorTag(tag, sizeof tag),

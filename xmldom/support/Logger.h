@@ -37,8 +37,9 @@ struct CLogEvent {
 /// That call is not over while the sink runs. The sink may load, build and release other documents,
 /// read and query any tree, release its own references and set another sink. It must not change or
 /// release the tree that the call works on, load into its document, or touch what the call was
-/// given, except to append to the buffer that XML is written into. Events of what the sink calls
-/// come to it again: it has to end that itself.
+/// given, except to append to the buffer that XML is written into. Only the events of a load come
+/// when it has ended: there the sink may also load into the document, or release it. Events of what
+/// the sink calls come to it again: it has to end that itself.
 typedef void (*LogSink)(const CLogEvent& event, void* context);
 
 /// Gives the XML of a node as a new BSTR.
