@@ -1,7 +1,7 @@
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
+#include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
-#include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNode.h>

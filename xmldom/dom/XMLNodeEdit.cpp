@@ -1,8 +1,8 @@
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeOwners.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/support/LogException.h>
 
 namespace {
@@ -146,7 +146,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
   IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_STAY);
   if (node == nullptr) return E_ARGUMENT;
   if (node != oldChild) {
-    xmldom::NodeReference followers(Detach(node));
+    XMLPtr<IXMLDOMNode> followers = Adopt(Detach(node));
     IXMLDOMNode** link = &m_pFirstChild;
     if (m_pFirstChild != oldChild) {
       link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;
