@@ -1,3 +1,7 @@
+// Adding children, texts, siblings and attributes to a node, and changing values. New nodes go to
+// the end of their chain, which NodeChain.h knows for chains that grew recently. Tested by
+// tests/dom/XMLNodeBuild_test.cpp and tests/dom/XMLNodeBuildValues_test.cpp.
+
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NewNode.h>

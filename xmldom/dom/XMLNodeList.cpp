@@ -1,5 +1,6 @@
-// Lists of nodes and maps of attributes. Links are made in blocks, and the first request for an
-// earlier item makes an index of the links. Tested by tests/dom/XMLNodeList_test.cpp.
+// Lists of nodes and maps of attributes: singly linked lists with a cursor. Links are made in
+// blocks, and the first request for an item before the cursor makes an index of the links. Tested
+// by tests/dom/XMLNodeList_test.cpp.
 
 #include <xmldom/dom/XMLNodeList.h>
 
@@ -16,12 +17,14 @@ int IXMLDOMNodeList::m_iObjCount = 0;
 
 namespace {
 
+// In links. Each block has twice the size of the one before, up to the largest.
 const unsigned kSmallestBlock = 8;
 const unsigned kLargestBlock = 512;
 
 }  // namespace
 
-/// The links stand behind it.
+/// The head of a block of memory; its links follow it directly, and are used from the last one
+/// down. Blocks live as long as their list.
 struct IXMLDOMNodeList::Block {
   Block* next;
   unsigned size;  // in links
@@ -86,6 +89,7 @@ int IXMLDOMNodeList::Add(IXMLDOMNode* node) {
   if (m_pHead == nullptr) {
     m_pHead = link;
   } else {
+    // An application may have linked nodes behind the tail, or have set it to null.
     if (m_pTail == nullptr) m_pTail = m_pHead;
     while (m_pTail->m_pNext != nullptr) m_pTail = m_pTail->m_pNext;
     m_pTail->m_pNext = link;
