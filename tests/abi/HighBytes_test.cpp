@@ -93,7 +93,7 @@ TEST(HighBytes, Stand_in_the_steps_of_a_path) {
     const std::string path = "/" + byte + "/" + byte + "b[@x='" + byte + "']";
     const LogCapture log;
     const Node found(document->SelectSingleNode(path.c_str()));
-    EXPECT_EQ(child.get(), found.get());
+    EXPECT_EQ(child.Get(), found.Get());
     EXPECT_TRUE(log.Events().empty());
   }
 }

@@ -70,7 +70,7 @@ TEST_F(NodeOwners, Every_call_of_RecurseSetDocument_counts) {
   for (int i = 0; i < 3; ++i) {
     SCOPED_TRACE(i);
     Insert(0);
-    At(m_root, {2 + i})->RecurseSetDocument(i == 1 ? nullptr : m_other.get());
+    At(m_root, {2 + i})->RecurseSetDocument(i == 1 ? nullptr : m_other.Get());
     Insert(0);
     EXPECT_EQ("", NotOwnedBy(m_document, m_document));
   }

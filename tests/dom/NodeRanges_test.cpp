@@ -56,22 +56,22 @@ void Remove(IXMLDOMNode* parent, IXMLDOMNode* child) {
 TEST(XMLPtrRanges, Children_are_all_children_in_document_order) {
   Document document = Load("<a>text<b/><c/>tail</a>");
   EXPECT_EQ("#Text b c ", Names(Children(Root(document))));
-  EXPECT_EQ("a ", Names(Children(document.get())));
+  EXPECT_EQ("a ", Names(Children(document.Get())));
   EXPECT_EQ("", Names(Children(At(document, {0, 1}))));
 }
 
 TEST(XMLPtrRanges, Attributes_are_all_attributes_in_document_order) {
   Document document = Load("<a x='1' y='2'><b z='3'/>text</a>");
   EXPECT_EQ("x y ", Names(Attributes(Root(document))));
-  EXPECT_EQ("", Names(Attributes(document.get())));
+  EXPECT_EQ("", Names(Attributes(document.Get())));
   EXPECT_EQ("", Names(Attributes(At(document, {0, 1}))));
 }
 
 TEST(XMLPtrRanges, Selected_are_all_selected_nodes) {
   Document document = Load("<a><b/><c/><b><b/></b></a>");
   EXPECT_EQ("b b ", Names(Selected(Root(document), "b")));
-  EXPECT_EQ("b b b ", Names(Selected(document.get(), "//b")));
-  EXPECT_EQ(3, Selected(document.get(), "//b").Count());
+  EXPECT_EQ("b b b ", Names(Selected(document.Get(), "//b")));
+  EXPECT_EQ(3, Selected(document.Get(), "//b").Count());
 }
 
 TEST(XMLPtrRanges, Listed_are_the_nodes_of_a_list) {
@@ -90,7 +90,7 @@ TEST(XMLPtrRanges, Listed_are_the_nodes_of_a_list) {
 
 TEST(XMLPtrRanges, take_pointers_of_every_kind) {
   Document document = Load("<a x='1'><b/></a>");
-  const XMLPtr<IXMLDOMDocument2> owner = Share(document.get());
+  const XMLPtr<IXMLDOMDocument2> owner = Share(document.Get());
   const NodePtr root = Share(Root(document));
   EXPECT_EQ("a ", Names(Children(owner)));
   EXPECT_EQ("b ", Names(Children(root)));
@@ -336,7 +336,7 @@ TEST(XMLPtrRanges, selected_nodes_stay_whatever_is_removed) {
   const auto removeAll = [root](IXMLDOMNode*, const std::string&) {
     while (root->m_pFirstChild != nullptr) Remove(root, root->m_pFirstChild);
   };
-  EXPECT_EQ("bbb", NamesWithEdits(Selected(document.get(), "//b"), removeAll));
+  EXPECT_EQ("bbb", NamesWithEdits(Selected(document.Get(), "//b"), removeAll));
   EXPECT_EQ("a", Outline(document));
 }
 

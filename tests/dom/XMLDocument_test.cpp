@@ -38,7 +38,7 @@ TEST(XMLDocumentCreate, Gives_an_empty_node_of_type_document_that_owns_itself) {
   EXPECT_EQ("Document Root", Text(document->m_pszNodeName));
   EXPECT_EQ(nullptr, document->m_pszValue);
   EXPECT_EQ(NODE_DOCUMENT, document->m_eNodeType);
-  EXPECT_EQ(document.get(), document->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), document->m_pOwnerDocument);
   EXPECT_EQ(nullptr, document->m_pParent);
   EXPECT_EQ(nullptr, document->m_pFirstChild);
   EXPECT_EQ(nullptr, document->m_pFirstAttribute);
@@ -124,7 +124,7 @@ TEST(XMLDocumentCreateNode, Makes_a_detached_node_of_this_document_without_value
   EXPECT_EQ("name", Text(node->m_pszNodeName));
   EXPECT_EQ(nullptr, node->m_pszValue);
   EXPECT_EQ(NODE_TEXT, node->m_eNodeType);
-  EXPECT_EQ(document.get(), node->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), node->m_pOwnerDocument);
   EXPECT_EQ(nullptr, node->m_pParent);
   EXPECT_EQ(1, node->GetRefCount());
   EXPECT_EQ(nullptr, document->m_pFirstChild);
@@ -199,7 +199,7 @@ TEST(XMLDocumentElement, Is_the_root_element_with_a_reference_added) {
   const Document document = Load("<!-- c --><a/><!-- d -->");
   Node root;
   EXPECT_EQ(S_OK, document->get_documentElement(root.Out()));
-  EXPECT_EQ(Root(document), root.get());
+  EXPECT_EQ(Root(document), root.Get());
   EXPECT_EQ(2, root->GetRefCount());
 }
 

@@ -27,7 +27,7 @@ TEST(XMLNodeBuildValues, AddAttribute_keeps_the_order_of_the_calls) {
   const IXMLDOMNode* attribute = Root(document)->m_pFirstAttribute;
   EXPECT_EQ(NODE_ATTRIBUTE, attribute->m_eNodeType);
   EXPECT_EQ(Root(document), attribute->m_pParent);
-  EXPECT_EQ(document.get(), attribute->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), attribute->m_pOwnerDocument);
   EXPECT_EQ(1, attribute->GetRefCount());
 }
 

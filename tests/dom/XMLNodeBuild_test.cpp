@@ -19,7 +19,7 @@ TEST(XMLNodeBuild, AddChild_links_a_node_as_last_child_and_takes_its_reference_o
   EXPECT_EQ(1, Root(document)->AddChild(child));
   EXPECT_EQ("a[b c]", Outline(document));
   EXPECT_EQ(Root(document), child->m_pParent);
-  EXPECT_EQ(document.get(), child->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), child->m_pOwnerDocument);
   EXPECT_EQ(1, child->GetRefCount());
 }
 
@@ -37,10 +37,10 @@ TEST(XMLNodeBuild, AddChild_gives_a_whole_subtree_its_owner_but_not_the_attribut
   other->m_pFirstChild = nullptr;  // its reference goes to the new parent
   Root(document)->AddChild(subtree);
   for (IXMLDOMNode* node : {subtree, At(subtree, {0}), At(subtree, {0, 0})}) {
-    EXPECT_EQ(document.get(), node->m_pOwnerDocument) << node->m_pszNodeName;
+    EXPECT_EQ(document.Get(), node->m_pOwnerDocument) << node->m_pszNodeName;
   }
-  EXPECT_EQ(other.get(), subtree->m_pFirstAttribute->m_pOwnerDocument);
-  EXPECT_EQ(other.get(), At(subtree, {0})->m_pFirstAttribute->m_pOwnerDocument);
+  EXPECT_EQ(other.Get(), subtree->m_pFirstAttribute->m_pOwnerDocument);
+  EXPECT_EQ(other.Get(), At(subtree, {0})->m_pFirstAttribute->m_pOwnerDocument);
 }
 
 TEST(XMLNodeBuild, AddChild_takes_following_siblings_along) {
@@ -49,7 +49,7 @@ TEST(XMLNodeBuild, AddChild_takes_following_siblings_along) {
   Node follower(head->AddSibling("d", nullptr));
   Root(document)->AddChild(head);
   EXPECT_EQ("a[b c d]", Outline(document));
-  EXPECT_EQ(document.get(), follower->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), follower->m_pOwnerDocument);
   EXPECT_EQ(nullptr, follower->m_pParent);
 }
 
@@ -70,7 +70,7 @@ TEST(XMLNodeBuild, AddChild_of_a_wide_or_deep_tree_needs_no_stack) {
     IXMLDOMNode* subtree = Root(other);
     other->m_pFirstChild = nullptr;
     OnSmallStack([&] { Root(document)->AddChild(subtree); });
-    EXPECT_EQ(document.get(), At(subtree, {0})->m_pOwnerDocument);
+    EXPECT_EQ(document.Get(), At(subtree, {0})->m_pOwnerDocument);
   }
 }
 
@@ -82,7 +82,7 @@ TEST(XMLNodeBuild, AddChild_makes_an_element_and_hands_it_out) {
   EXPECT_EQ("a[#Text'text' b'value']", Outline(document));
   EXPECT_EQ(NODE_ELEMENT, child->m_eNodeType);
   EXPECT_EQ(Root(document), child->m_pParent);
-  EXPECT_EQ(document.get(), child->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), child->m_pOwnerDocument);
   EXPECT_EQ(2, child->GetRefCount());
 }
 
@@ -110,7 +110,7 @@ TEST(XMLNodeBuild, AddSibling_goes_to_the_end_of_the_chain) {
   EXPECT_EQ("a[b c d e'value']", Outline(document));
   EXPECT_EQ(NODE_ELEMENT, sibling->m_eNodeType);
   EXPECT_EQ(Root(document), sibling->m_pParent);
-  EXPECT_EQ(document.get(), sibling->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), sibling->m_pOwnerDocument);
   EXPECT_EQ(2, sibling->GetRefCount());
 }
 
@@ -124,7 +124,7 @@ TEST(XMLNodeBuild, AddSibling_of_a_node_without_parent_has_none_either) {
   Node root = NewElement(nullptr, "a");
   Node sibling(root->AddSibling("b", nullptr));
   EXPECT_EQ(nullptr, sibling->m_pParent);
-  EXPECT_EQ(sibling.get(), root->m_pNextSibling);
+  EXPECT_EQ(sibling.Get(), root->m_pNextSibling);
 }
 
 TEST(XMLNodeBuild, AddTextChild_adds_a_text) {
@@ -134,7 +134,7 @@ TEST(XMLNodeBuild, AddTextChild_adds_a_text) {
   IXMLDOMNode* text = At(document, {0, 1});
   EXPECT_EQ(NODE_TEXT, text->m_eNodeType);
   EXPECT_EQ(Root(document), text->m_pParent);
-  EXPECT_EQ(document.get(), text->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), text->m_pOwnerDocument);
   EXPECT_EQ(1, text->GetRefCount());
 }
 

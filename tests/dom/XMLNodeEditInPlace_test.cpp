@@ -135,7 +135,7 @@ TEST(XMLNodeEditInPlace, InsertBefore_takes_a_node_that_the_parent_follows) {
   EXPECT_EQ(S_OK, parent->insertBefore(node, parent->m_pFirstChild, &out));
   EXPECT_EQ("p1[n1 c1]", References(parent));
   EXPECT_EQ(node, out);
-  EXPECT_EQ(parent.get(), node->m_pParent);
+  EXPECT_EQ(parent.Get(), node->m_pParent);
 }
 
 TEST(XMLNodeEditInPlace, InsertBefore_takes_a_node_that_an_ancestor_follows) {
@@ -240,7 +240,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_puts_a_node_in_the_place_of_each_child) {
     EXPECT_EQ(rows[position], References(Root(document)));
     EXPECT_EQ(Root(document), node->m_pParent);
     EXPECT_EQ("", NotOwnedBy(document, document));
-    EXPECT_EQ(old, replaced.get());
+    EXPECT_EQ(old, replaced.Get());
     EXPECT_EQ(1, replaced->GetRefCount());
   }
 }
@@ -351,7 +351,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_of_wide_and_deep_trees_needs_no_stack) {
       Node replaced;
       EXPECT_EQ(S_OK, document->replaceChild(other, Root(document), replaced.Out()));
     });
-    EXPECT_EQ(document.get(), At(document, {0, 0})->m_pOwnerDocument);
+    EXPECT_EQ(document.Get(), At(document, {0, 0})->m_pOwnerDocument);
     EXPECT_LT(seconds, kMostSeconds);
   }
 }

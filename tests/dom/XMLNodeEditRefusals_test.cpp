@@ -192,11 +192,11 @@ TEST(XMLNodeEditRefusals, A_detached_node_is_not_appended_below_what_follows_it)
   Node head = NewElement(nullptr, "n");
   Node follower(head->AddSibling("m", nullptr));
   Node child(follower->AddChild("o", nullptr));
-  for (IXMLDOMNode* parent : {follower.get(), child.get()}) {
+  for (IXMLDOMNode* parent : {follower.Get(), child.Get()}) {
     EXPECT_EQ(E_ARGUMENT, parent->appendChild(head, nullptr));
   }
   EXPECT_EQ("n1", References(head));
-  EXPECT_EQ(follower.get(), head->m_pNextSibling);
+  EXPECT_EQ(follower.Get(), head->m_pNextSibling);
   EXPECT_EQ("m2[o2]", References(follower));
 }
 

@@ -119,7 +119,7 @@ TEST(XMLNodeEdit, AppendChild_looks_at_no_type) {
     SCOPED_TRACE(type);
     IXMLDOMNode* node = new IXMLDOMNode(nullptr, "n", nullptr, type);
     EXPECT_EQ(S_OK, parent->appendChild(node, nullptr));
-    EXPECT_EQ(parent.get(), node->m_pParent);
+    EXPECT_EQ(parent.Get(), node->m_pParent);
   }
 }
 
@@ -148,7 +148,7 @@ TEST(XMLNodeEdit, RemoveChild_keeps_the_others_in_order_and_hands_the_reference_
     Node removed;
     EXPECT_EQ(S_OK, Root(document)->removeChild(child, removed.Out()));
     EXPECT_EQ(rows[position], Outline(document));
-    EXPECT_EQ(child, removed.get());
+    EXPECT_EQ(child, removed.Get());
     EXPECT_EQ(1, removed->GetRefCount());
     EXPECT_EQ(nullptr, removed->m_pParent);
     EXPECT_EQ(nullptr, removed->m_pNextSibling);
@@ -163,7 +163,7 @@ TEST(XMLNodeEdit, RemoveChild_leaves_the_owner_of_what_hangs_below) {
   EXPECT_EQ("b(v='1')[c #Text'text']", Outline(removed));
   EXPECT_EQ("b ", NotOwnedBy(document, removed));
   EXPECT_EQ("", AttributesNotOwnedBy(document, removed));
-  EXPECT_EQ(removed.get(), At(removed, {0})->m_pParent);
+  EXPECT_EQ(removed.Get(), At(removed, {0})->m_pParent);
 }
 
 TEST(XMLNodeEdit, RemoveChild_of_the_last_child_leaves_none) {
@@ -233,8 +233,8 @@ TEST(XMLNodeEdit, RemoveNodeFromTree_leaves_a_node_without_parent_as_it_is) {
   Node node = NewElement(document, "a");
   Node follower(node->AddSibling("b", nullptr));
   node->RemoveNodeFromTree();
-  EXPECT_EQ(document.get(), node->m_pOwnerDocument);
-  EXPECT_EQ(follower.get(), node->m_pNextSibling);
+  EXPECT_EQ(document.Get(), node->m_pOwnerDocument);
+  EXPECT_EQ(follower.Get(), node->m_pNextSibling);
   EXPECT_EQ(1, node->GetRefCount());
 }
 
@@ -248,7 +248,7 @@ TEST(XMLNodeEdit, RemoveNodeFromTree_of_an_attribute_throws_and_changes_nothing)
               Thrown([&] { attribute->RemoveNodeFromTree(); }));
     EXPECT_EQ(before, Outline(document));
     EXPECT_EQ(Root(document), attribute->m_pParent);
-    EXPECT_EQ(document.get(), attribute->m_pOwnerDocument);
+    EXPECT_EQ(document.Get(), attribute->m_pOwnerDocument);
     EXPECT_EQ(1, attribute->GetRefCount());
   }
 }

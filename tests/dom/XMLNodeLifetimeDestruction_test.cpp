@@ -105,7 +105,7 @@ TEST(XMLNodeDestruction, A_first_attribute_that_is_kept_keeps_its_links) {
   IXMLDOMNode* const link = element;
   element.Reset();
   EXPECT_EQ(link, attribute->m_pParent);
-  EXPECT_EQ(document.get(), attribute->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), attribute->m_pOwnerDocument);
 }
 
 TEST(XMLNodeDestruction, A_later_attribute_that_is_kept_loses_its_links_with_the_one_before) {

@@ -20,7 +20,7 @@ TEST(XMLNode, A_new_node_is_detached_and_holds_one_reference) {
   EXPECT_EQ(nullptr, node->m_pFirstChild);
   EXPECT_EQ(nullptr, node->m_pFirstAttribute);
   EXPECT_EQ(nullptr, node->m_pParent);
-  EXPECT_EQ(document.get(), node->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), node->m_pOwnerDocument);
   EXPECT_EQ(NODE_ELEMENT, node->m_eNodeType);
   EXPECT_EQ(1, node->GetRefCount());
 }
@@ -64,7 +64,7 @@ TEST(XMLNode, A_default_node_is_its_own_owner_and_has_nothing_else) {
   EXPECT_EQ(nullptr, node->m_pFirstChild);
   EXPECT_EQ(nullptr, node->m_pFirstAttribute);
   EXPECT_EQ(nullptr, node->m_pParent);
-  EXPECT_EQ(static_cast<void*>(node.get()), static_cast<void*>(node->m_pOwnerDocument));
+  EXPECT_EQ(static_cast<void*>(node.Get()), static_cast<void*>(node->m_pOwnerDocument));
   EXPECT_EQ(NODE_INVALID, node->m_eNodeType);
   EXPECT_EQ(1, node->GetRefCount());
 }
@@ -119,7 +119,7 @@ TEST(XMLNode, ClearNode_leaves_type_parent_and_owner) {
   node->ClearNode(true);
   EXPECT_EQ(NODE_ELEMENT, node->m_eNodeType);
   EXPECT_EQ(Root(document), node->m_pParent);
-  EXPECT_EQ(document.get(), node->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), node->m_pOwnerDocument);
 }
 
 TEST(XMLNode, ClearNode_empties_a_document_that_stays_a_document) {
@@ -129,7 +129,7 @@ TEST(XMLNode, ClearNode_empties_a_document_that_stays_a_document) {
   document->ClearNode(false);
   EXPECT_STREQ("Document Root", document->m_pszNodeName);
   EXPECT_EQ(NODE_DOCUMENT, document->m_eNodeType);
-  EXPECT_EQ(document.get(), document->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), document->m_pOwnerDocument);
   EXPECT_EQ(nullptr, document->m_pFirstChild);
   EXPECT_EQ(nullptr, document->m_pFirstAttribute);
   EXPECT_EQ(nullptr, document->m_pszValue);
@@ -142,11 +142,11 @@ TEST(XMLNode, RecurseSetDocument_reaches_followers_and_all_below_but_no_attribut
   for (IXMLDOMNode* node :
        {At(document, {0, 1}), At(document, {0, 1, 0}), At(document, {0, 1, 0, 0}),
         At(document, {0, 2}), At(document, {0, 2, 0})}) {
-    EXPECT_EQ(other.get(), node->m_pOwnerDocument) << node->m_pszNodeName;
+    EXPECT_EQ(other.Get(), node->m_pOwnerDocument) << node->m_pszNodeName;
   }
   for (IXMLDOMNode* node :
        {Root(document), At(document, {0, 0}), At(document, {0, 1})->m_pFirstAttribute}) {
-    EXPECT_EQ(document.get(), node->m_pOwnerDocument) << node->m_pszNodeName;
+    EXPECT_EQ(document.Get(), node->m_pOwnerDocument) << node->m_pszNodeName;
   }
 }
 
@@ -162,8 +162,8 @@ TEST(XMLNode, RecurseSetDocument_reaches_nodes_without_owner) {
   Node node = NewElement(nullptr, "a");
   Node child(node->AddChild("b", nullptr));
   node->RecurseSetDocument(document);
-  EXPECT_EQ(document.get(), node->m_pOwnerDocument);
-  EXPECT_EQ(document.get(), child->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), node->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), child->m_pOwnerDocument);
 }
 
 TEST(XMLNode, RecurseClearDocument_clears_parents_down_to_level_1) {
@@ -196,7 +196,7 @@ TEST(XMLNode, RecurseClearDocument_clears_the_owner_at_every_level) {
   }
   for (IXMLDOMNode* node :
        {Root(document), At(document, {0, 0}), At(document, {0, 1})->m_pFirstAttribute}) {
-    EXPECT_EQ(document.get(), node->m_pOwnerDocument) << node->m_pszNodeName;
+    EXPECT_EQ(document.Get(), node->m_pOwnerDocument) << node->m_pszNodeName;
   }
 }
 
@@ -205,7 +205,7 @@ TEST(XMLNode, RecurseClearDocument_stops_at_a_node_without_owner) {
   At(document, {0, 0})->m_pOwnerDocument = nullptr;
   At(document, {0, 0})->RecurseClearDocument(0);
   EXPECT_EQ(Root(document), At(document, {0, 0})->m_pParent);
-  EXPECT_EQ(document.get(), At(document, {0, 1})->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), At(document, {0, 1})->m_pOwnerDocument);
 }
 
 TEST(XMLNode, RecurseClearDocument_passes_over_a_follower_without_owner) {
@@ -213,7 +213,7 @@ TEST(XMLNode, RecurseClearDocument_passes_over_a_follower_without_owner) {
   At(document, {0, 1})->m_pOwnerDocument = nullptr;
   At(document, {0, 0})->RecurseClearDocument(0);
   EXPECT_EQ(Root(document), At(document, {0, 1})->m_pParent);
-  EXPECT_EQ(document.get(), At(document, {0, 1, 0})->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), At(document, {0, 1, 0})->m_pOwnerDocument);
   EXPECT_EQ(nullptr, At(document, {0, 2})->m_pOwnerDocument);
 }
 
@@ -223,7 +223,7 @@ TEST(XMLNode, RecurseClearDocument_passes_over_children_of_which_the_first_has_n
   Root(document)->RecurseClearDocument(0);
   EXPECT_EQ(nullptr, Root(document)->m_pOwnerDocument);
   EXPECT_EQ(Root(document), At(document, {0, 0})->m_pParent);
-  EXPECT_EQ(document.get(), At(document, {0, 1})->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), At(document, {0, 1})->m_pOwnerDocument);
   EXPECT_EQ(Root(document), At(document, {0, 1})->m_pParent);
 }
 
@@ -246,7 +246,7 @@ TEST(XMLNode, Setting_and_clearing_owners_needs_no_stack) {
     while (last->m_pFirstChild != nullptr) last = last->m_pFirstChild;
     while (last->m_pNextSibling != nullptr) last = last->m_pNextSibling;
     OnSmallStack([&] { Root(document)->RecurseSetDocument(other); });
-    EXPECT_EQ(other.get(), last->m_pOwnerDocument);
+    EXPECT_EQ(other.Get(), last->m_pOwnerDocument);
     OnSmallStack([&] { Root(document)->RecurseClearDocument(0); });
     EXPECT_EQ(nullptr, last->m_pOwnerDocument);
   }

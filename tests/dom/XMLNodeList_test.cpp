@@ -315,7 +315,7 @@ TEST(XMLNodeList, GetNamedItem_finds_the_first_of_several) {
   map->Add(first);
   map->Add(second);
   Node found(map->GetNamedItem("x"));
-  EXPECT_EQ(first.get(), found.get());
+  EXPECT_EQ(first.Get(), found.Get());
 }
 
 TEST(XMLNodeList, GetNamedItem_passes_over_nodes_without_name) {
@@ -359,7 +359,7 @@ TEST(XMLNodeList, getNamedItem_reports_hit_and_miss) {
   char name[] = "x";
   Node found;
   EXPECT_EQ(S_OK, map->getNamedItem(name, found.Out()));
-  EXPECT_EQ(Root(document)->m_pFirstAttribute, found.get());
+  EXPECT_EQ(Root(document)->m_pFirstAttribute, found.Get());
   EXPECT_EQ(3, found->GetRefCount());
   char other[] = "y";
   IXMLDOMNode* none = found;

@@ -110,7 +110,7 @@ TEST(XMLNodeAccessors, Neighbours_are_handed_out_with_a_reference) {
     const int references = row.expected->GetRefCount();
     Node found;
     EXPECT_EQ(S_OK, (row.of->*row.getter)(found.Out()));
-    EXPECT_EQ(row.expected, found.get());
+    EXPECT_EQ(row.expected, found.Get());
     EXPECT_EQ(references + 1, row.expected->GetRefCount());
   }
 }
@@ -143,7 +143,7 @@ TEST(XMLNodeAccessors, A_missing_neighbour_is_null_and_the_result_1) {
 TEST(XMLNodeAccessors, A_missing_parent_is_null_and_the_result_0) {
   Document document = NewDocument();
   Node detached = NewElement(document, "detached");
-  for (IXMLDOMNode* node : {detached.get(), static_cast<IXMLDOMNode*>(document)}) {
+  for (IXMLDOMNode* node : {detached.Get(), static_cast<IXMLDOMNode*>(document)}) {
     IXMLDOMNode* parent = node;
     EXPECT_EQ(S_OK, node->get_parentNode(&parent));
     EXPECT_EQ(nullptr, parent);
@@ -158,7 +158,7 @@ TEST(XMLNodeAccessors, Attributes_have_neighbours_in_their_own_chain) {
   EXPECT_STREQ("y", next->m_pszNodeName);
   Node parent;
   EXPECT_EQ(S_OK, attribute->get_parentNode(parent.Out()));
-  EXPECT_EQ(Root(document), parent.get());
+  EXPECT_EQ(Root(document), parent.Get());
 }
 
 TEST(XMLNodeAccessors, A_node_that_its_parent_does_not_list_has_no_previous_sibling_to_ask_for) {
@@ -168,7 +168,7 @@ TEST(XMLNodeAccessors, A_node_that_its_parent_does_not_list_has_no_previous_sibl
   unlinked->m_pParent = Root(document);
   for (IXMLDOMNode* node :
        {Root(document)->m_pFirstAttribute, Root(document)->m_pFirstAttribute->m_pNextSibling,
-        Root(childless)->m_pFirstAttribute, unlinked.get()}) {
+        Root(childless)->m_pFirstAttribute, unlinked.Get()}) {
     SCOPED_TRACE(node->m_pszNodeName);
     IXMLDOMNode* found = node;
     try {
@@ -242,7 +242,7 @@ TEST(XMLNodeAccessors, get_ownerDocument_adds_a_reference) {
        {static_cast<IXMLDOMNode*>(document), Root(document), Root(document)->m_pFirstAttribute}) {
     Document owner(nullptr);
     EXPECT_EQ(S_OK, node->get_ownerDocument(owner.Out()));
-    EXPECT_EQ(document.get(), owner.get());
+    EXPECT_EQ(document.Get(), owner.Get());
     EXPECT_EQ(2, document->GetRefCount());
   }
 }
@@ -270,7 +270,7 @@ TEST(XMLNodeAccessors, get_attributes_of_an_element_without_any_is_an_empty_map)
   Document document = Load("<a>text</a>");
   Ref<IXMLDOMNamedNodeMap> map;
   EXPECT_EQ(S_OK, Root(document)->get_attributes(map.Out()));
-  ASSERT_NE(nullptr, map.get());
+  ASSERT_NE(nullptr, map.Get());
   EXPECT_EQ(0, map->m_nCount);
 }
 
@@ -302,7 +302,7 @@ TEST(XMLNodeAccessors, get_childNodes_of_a_node_of_any_type_without_children_is_
     Node node(new IXMLDOMNode(nullptr, "name", "value", type));
     Ref<IXMLDOMNodeList> list;
     EXPECT_EQ(S_OK, node->get_childNodes(list.Out()));
-    ASSERT_NE(nullptr, list.get());
+    ASSERT_NE(nullptr, list.Get());
     EXPECT_EQ(0, list->m_nCount);
   }
 }

@@ -29,7 +29,7 @@ std::string Numbered(int number) { return std::to_string(number); }
 
 std::string TextOf(IXMLDOMNode* found) {
   const Node node(found);
-  return node.get() == nullptr ? "nothing" : XmlOf(node);
+  return node.Get() == nullptr ? "nothing" : XmlOf(node);
 }
 
 std::string TextOf(IXMLDOMNodeList* found) {

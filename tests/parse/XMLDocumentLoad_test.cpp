@@ -133,7 +133,7 @@ TEST_P(XMLDocumentLoads, Leave_the_document_itself_as_it_is) {
   EXPECT_EQ("Document Root", Text(document->m_pszNodeName));
   EXPECT_EQ(nullptr, document->m_pszValue);
   EXPECT_EQ(NODE_DOCUMENT, document->m_eNodeType);
-  EXPECT_EQ(document.get(), document->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), document->m_pOwnerDocument);
   EXPECT_EQ(static_cast<unsigned int>(IXMLDOMDocument2::FORMATTED_LAYOUT), document->m_uFlags);
   EXPECT_EQ(2, document->m_nIndent);
   EXPECT_EQ(1, document->GetRefCount());
@@ -144,7 +144,7 @@ TEST_P(XMLDocumentLoads, Keep_one_builder_with_an_empty_stack) {
   LoadInto(document, "<a><b/></a>");
   LoadInto(document, "<a><b/></a>");
   ASSERT_NE(nullptr, document->m_pSax);
-  EXPECT_EQ(document.get(), document->m_pSax->m_pDocument);
+  EXPECT_EQ(document.Get(), document->m_pSax->m_pDocument);
   EXPECT_EQ(nullptr, document->m_pSax->m_pNodeStack->m_pTop);
   EXPECT_EQ(1, CXMLSax::m_iObjCount);
   EXPECT_EQ(1, CNodeStack::m_iObjCount);

@@ -14,7 +14,7 @@ TEST(XMLSax, Is_born_without_parser_and_stack) {
   const CXMLSax sax(document);
   EXPECT_EQ(nullptr, sax.m_p);
   EXPECT_EQ(nullptr, sax.m_pNodeStack);
-  EXPECT_EQ(document.get(), sax.m_pDocument);
+  EXPECT_EQ(document.Get(), sax.m_pDocument);
   EXPECT_FALSE(sax.m_bFirstElement);
 }
 

@@ -54,7 +54,7 @@ TEST(XMLSaxMemory, Keeps_the_tree_built_up_to_the_failure) {
     nodes = now;
     for (const IXMLDOMNode* child = document->m_pFirstChild; child != nullptr;
          child = child->m_pFirstChild) {
-      EXPECT_EQ(document.get(), child->m_pOwnerDocument);
+      EXPECT_EQ(document.Get(), child->m_pOwnerDocument);
     }
   }
   EXPECT_EQ(Outline(whole), Outline(document));

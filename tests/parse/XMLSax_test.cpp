@@ -224,7 +224,7 @@ TEST(XMLSaxTree, Belongs_to_the_document_and_holds_one_reference_a_node) {
     SCOPED_TRACE(row.node->m_pszNodeName);
     EXPECT_EQ(row.parent, row.node->m_pParent);
     EXPECT_EQ(row.type, row.node->m_eNodeType);
-    EXPECT_EQ(document.get(), row.node->m_pOwnerDocument);
+    EXPECT_EQ(document.Get(), row.node->m_pOwnerDocument);
     EXPECT_EQ(1, row.node->GetRefCount());
   }
   EXPECT_EQ(6, IXMLDOMNode::m_iObjCount);

@@ -204,7 +204,7 @@ TEST(XMLNodePathEditLog, A_target_that_lacks_the_parent_for_it_gives_0_without_a
   Document document = Load("<a/>");
   Node detached = NewElement(document, "n");
   LogCapture log;
-  for (IXMLDOMNode* node : {static_cast<IXMLDOMNode*>(document), detached.get()}) {
+  for (IXMLDOMNode* node : {static_cast<IXMLDOMNode*>(document), detached.Get()}) {
     SCOPED_TRACE(node->m_pszNodeName);
     const std::string before = References(node);
     EXPECT_EQ(0, node->ReplaceChildAtXPath("", "<n>"));

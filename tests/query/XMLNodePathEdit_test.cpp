@@ -207,7 +207,7 @@ TEST(XMLNodePathEditContent, Wide_and_deep_content_needs_no_stack) {
       EXPECT_EQ(1, document->InsertBeforeXPath("/r/n", content.c_str()));
       EXPECT_EQ(1, document->RemoveChildAtXPath("/r/n"));
     });
-    EXPECT_EQ(document.get(), At(document, {0, 0, 0})->m_pFirstAttribute->m_pOwnerDocument);
+    EXPECT_EQ(document.Get(), At(document, {0, 0, 0})->m_pFirstAttribute->m_pOwnerDocument);
     EXPECT_LT(seconds, 0.5);
   }
 }
