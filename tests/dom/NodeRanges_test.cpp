@@ -162,8 +162,8 @@ TEST(XMLPtrRanges, Selected_leaves_malformed_predicates_to_the_log) {
 
 TEST(XMLPtrRanges, Selected_without_memory_leaves_nothing_behind) {
   Document document = Load("<a><b/></a>");
-  EXPECT_LT(
-      0, FailEachAllocation([&document] { EXPECT_EQ(1, Selected(Root(document), "b").Count()); }));
+  EXPECT_LT(0, CountFailingAllocations(
+                   [&document] { EXPECT_EQ(1, Selected(Root(document), "b").Count()); }));
   EXPECT_EQ("1 ", Counts(At(document, {0, 0})));
 }
 

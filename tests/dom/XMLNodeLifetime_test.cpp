@@ -86,7 +86,7 @@ TEST(XMLNode, Counts_the_nodes_alive) {
 
 TEST(XMLNode, A_node_that_cannot_be_allocated_is_not_counted) {
   const int before = IXMLDOMNode::m_iObjCount;
-  EXPECT_EQ(1, FailEachAllocation([] { NewElement(nullptr, "a"); }));
+  EXPECT_EQ(1, CountFailingAllocations([] { NewElement(nullptr, "a"); }));
   EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 

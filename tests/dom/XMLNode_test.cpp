@@ -329,13 +329,13 @@ TEST(XMLNodeAccessors, A_list_that_cannot_be_completed_is_not_handed_out) {
   }
   bool handedOut = false;
   IXMLDOMNodeList* list = nullptr;
-  EXPECT_EQ(kAllocations, FailEachAllocation([&] {
+  EXPECT_EQ(kAllocations, CountFailingAllocations([&] {
               handedOut = handedOut || list != nullptr;
               Root(document)->get_childNodes(&list);
             }));
   Release(list);
   IXMLDOMNamedNodeMap* map = nullptr;
-  EXPECT_EQ(kAllocations, FailEachAllocation([&] {
+  EXPECT_EQ(kAllocations, CountFailingAllocations([&] {
               handedOut = handedOut || map != nullptr;
               Root(document)->get_attributes(&map);
             }));

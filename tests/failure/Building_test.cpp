@@ -113,7 +113,7 @@ const FailingCall kEditingAtPaths[] = {
 class Failure : public testing::TestWithParam<FailingCall> {};
 
 TEST_P(Failure, Of_each_allocation_leaves_the_tree_as_it_was_and_nothing_behind) {
-  FailEachAllocation(GetParam(), FailingCall::KEEPS_TREE);
+  ExpectWholeTreeAfterEachFailure(GetParam(), FailingCall::KEEPS_TREE);
 }
 
 INSTANTIATE_TEST_SUITE_P(Building, Failure, testing::ValuesIn(kBuilding));

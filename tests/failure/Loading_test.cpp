@@ -41,7 +41,7 @@ const FailingCall kLoading[] = {
 class FailureLoading : public testing::TestWithParam<FailingCall> {};
 
 TEST_P(FailureLoading, Of_each_allocation_leaves_a_whole_tree_and_nothing_behind) {
-  FailEachAllocation(GetParam(), FailingCall::CHANGES_TREE);
+  ExpectWholeTreeAfterEachFailure(GetParam(), FailingCall::CHANGES_TREE);
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FailureLoading, testing::ValuesIn(kLoading));

@@ -35,7 +35,7 @@ bool LoadWithin(IXMLDOMDocument2* document, int allowed) {
 }  // namespace
 
 TEST(XMLSaxMemory, Lets_each_failing_allocation_of_a_load_through) {
-  const int failures = FailEachAllocation([] {
+  const int failures = CountFailingAllocations([] {
     const Document document = NewDocument();
     document->loadXML(kXml);
   });
