@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include "harness/CompactXml.h"
 #include "harness/NodeFacts.h"
-#include "harness/Outline.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "harness/CompactXml.h"
 #include "harness/NodeFacts.h"
-#include "harness/Outline.h"
 #include "harness/SmallStack.h"
 #include "harness/Thrown.h"
 #include "harness/Trees.h"
@@ -22,11 +22,11 @@ const int kChildren = 4;
 /// A document of kChildren children named b, c, d and e.
 Document LoadFour() { return Load("<a><b/><c/><d/><e/></a>"); }
 
-/// The outline of a tree whose root has these children.
-std::string OutlineOf(const std::vector<std::string>& names) {
-  std::string line = "a[";
-  for (const std::string& name : names) line += (name == names.front() ? "" : " ") + name;
-  return line + "]";
+/// A tree whose root has these children.
+std::string XmlWith(const std::vector<std::string>& names) {
+  std::string xml = "<a>";
+  for (const std::string& name : names) xml += "<" + name + "/>";
+  return xml + "</a>";
 }
 
 // ---- insertBefore
@@ -65,7 +65,7 @@ TEST(XMLNodeEditInPlace, InsertBefore_moves_each_child_before_each) {
         names.erase(names.begin() + from);
         names.insert(std::find(names.begin(), names.end(), before), name);
       }
-      EXPECT_EQ(OutlineOf(names), Outline(document));
+      EXPECT_EQ(XmlWith(names), CompactXml(document));
       EXPECT_EQ("", NotOwnedBy(document, document));
       for (int i = 0; i < kChildren; ++i) EXPECT_EQ(1, At(document, {0, i})->GetRefCount());
     }
@@ -76,15 +76,15 @@ TEST(XMLNodeEditInPlace, InsertBefore_needs_no_out_pointer) {
   Document document = Load("<a><b/></a>");
   EXPECT_EQ(S_OK, Root(document)->insertBefore(NewElement(nullptr, "n").Detach(),
                                                At(document, {0, 0}), nullptr));
-  EXPECT_EQ("a[n b]", Outline(document));
+  EXPECT_EQ("<a><n/><b/></a>", CompactXml(document));
 }
 
 TEST(XMLNodeEditInPlace, InsertBefore_from_another_document_changes_the_owner_but_of_attributes) {
   Document document = Load("<a><b/></a>");
   Document other = Load("<z><n v='1'><c w='2'>text</c></n><y/></z>");
   EXPECT_EQ(S_OK, Root(document)->insertBefore(At(other, {0, 0}), At(document, {0, 0}), nullptr));
-  EXPECT_EQ("a[n(v='1')[c(w='2')[#Text'text']] b]", Outline(document));
-  EXPECT_EQ("z[y]", Outline(other));
+  EXPECT_EQ("<a><n v='1'><c w='2'>text</c></n><b/></a>", CompactXml(document));
+  EXPECT_EQ("<z><y/></z>", CompactXml(other));
   EXPECT_EQ("", NotOwnedBy(document, document));
   EXPECT_EQ("", AttributesNotOwnedBy(other, document));
 }
@@ -112,7 +112,7 @@ TEST(XMLNodeEditInPlace, InsertBefore_below_a_node_without_owner_takes_it_from_a
   EXPECT_EQ("p ", NotOwnedBy(document, parent));
   EXPECT_EQ(S_OK, parent->insertBefore(new IXMLDOMNode(document, "n", nullptr, NODE_ELEMENT),
                                        At(parent, {1}), nullptr));
-  EXPECT_EQ("p[b n c[d] e]", Outline(parent));
+  EXPECT_EQ("<p><b/><n/><c><d/></c><e/></p>", CompactXml(parent));
   EXPECT_EQ("b ", NotOwnedBy(nullptr, parent));
 }
 
@@ -121,7 +121,7 @@ TEST(XMLNodeEditInPlace, InsertBefore_of_a_detached_node_lets_its_following_sibl
   IXMLDOMNode* head = NewElement(nullptr, "n").Detach();
   Node follower(head->AddSibling("m", nullptr));
   EXPECT_EQ(S_OK, Root(document)->insertBefore(head, At(document, {0, 0}), nullptr));
-  EXPECT_EQ("a[n b]", Outline(document));
+  EXPECT_EQ("<a><n/><b/></a>", CompactXml(document));
   EXPECT_EQ(1, follower->GetRefCount());
 }
 
@@ -250,7 +250,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_clears_the_links_of_the_old_node_and_the_o
   Node replaced;
   Root(document)->replaceChild(NewElement(nullptr, "n").Detach(), At(document, {0, 0}),
                                replaced.Out());
-  EXPECT_EQ("b(v='1')[c(w='2')[#Text'text']]", Outline(replaced));
+  EXPECT_EQ("<b v='1'><c w='2'>text</c></b>", CompactXml(replaced));
   EXPECT_EQ(nullptr, replaced->m_pParent);
   EXPECT_EQ(nullptr, replaced->m_pNextSibling);
   EXPECT_EQ("", NotOwnedBy(nullptr, replaced));
@@ -275,7 +275,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_replaces_each_child_by_each) {
         names.erase(names.begin() + from);
         Release(out);
       }
-      EXPECT_EQ(OutlineOf(names), Outline(document));
+      EXPECT_EQ(XmlWith(names), CompactXml(document));
       EXPECT_EQ("", NotOwnedBy(document, document));
     }
   }
@@ -285,7 +285,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_without_out_pointer_leaves_the_reference_t
   Document document = Load("<a><b/></a>");
   Node old(At(document, {0, 0}));
   EXPECT_EQ(S_OK, Root(document)->replaceChild(NewElement(nullptr, "n").Detach(), old, nullptr));
-  EXPECT_EQ("a[n]", Outline(document));
+  EXPECT_EQ("<a><n/></a>", CompactXml(document));
   EXPECT_EQ(1, old->GetRefCount());
 }
 
@@ -305,8 +305,8 @@ TEST(XMLNodeEditInPlace, ReplaceChild_takes_from_another_document) {
   Node replaced;
   EXPECT_EQ(S_OK,
             Root(document)->replaceChild(At(other, {0, 0}), At(document, {0, 0}), replaced.Out()));
-  EXPECT_EQ("a[n(v='1')[c(w='2')[#Text'text']]]", Outline(document));
-  EXPECT_EQ("z[y]", Outline(other));
+  EXPECT_EQ("<a><n v='1'><c w='2'>text</c></n></a>", CompactXml(document));
+  EXPECT_EQ("<z><y/></z>", CompactXml(other));
   EXPECT_EQ("", NotOwnedBy(document, document));
   EXPECT_EQ("", AttributesNotOwnedBy(other, document));
 }
@@ -327,7 +327,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_below_a_node_without_owner_takes_it_from_a
   Node replaced;
   EXPECT_EQ(S_OK, parent->replaceChild(new IXMLDOMNode(document, "n", nullptr, NODE_ELEMENT),
                                        At(parent, {1}), replaced.Out()));
-  EXPECT_EQ("p[b n d[e]]", Outline(parent));
+  EXPECT_EQ("<p><b/><n/><d><e/></d></p>", CompactXml(parent));
   EXPECT_EQ("b ", NotOwnedBy(nullptr, parent));
 }
 
@@ -337,7 +337,7 @@ TEST(XMLNodeEditInPlace, ReplaceChild_by_a_detached_node_lets_its_following_sibl
   Node follower(head->AddSibling("m", nullptr));
   Node replaced;
   EXPECT_EQ(S_OK, Root(document)->replaceChild(head, At(document, {0, 0}), replaced.Out()));
-  EXPECT_EQ("a[n c]", Outline(document));
+  EXPECT_EQ("<a><n/><c/></a>", CompactXml(document));
   EXPECT_EQ(1, follower->GetRefCount());
 }
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "harness/Outline.h"
+#include "harness/CompactXml.h"
 #include "harness/Trees.h"
 
 // The builder as a caller sees it who drives it without a document's loads.
@@ -38,7 +38,7 @@ TEST(XMLSax, Loads_a_text_into_its_document) {
   CXMLSax sax(document);
   ASSERT_TRUE(sax.CreateParser());
   EXPECT_TRUE(sax.LoadXML("<a>x</a>"));
-  EXPECT_EQ("a[#Text'x']", Outline(document));
+  EXPECT_EQ("<a>x</a>", CompactXml(document));
 }
 
 TEST(XMLSax, Starts_a_second_load_with_an_empty_document_and_stack) {
@@ -47,7 +47,7 @@ TEST(XMLSax, Starts_a_second_load_with_an_empty_document_and_stack) {
   ASSERT_TRUE(sax.CreateParser());
   EXPECT_FALSE(sax.LoadXML("<a><b>"));
   EXPECT_FALSE(sax.LoadXML("<c/>"));  // the parser serves one document only
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
   EXPECT_EQ(1, CNodeStack::m_iObjCount);
   EXPECT_EQ(0, CNodeStackElt::m_iObjCount);
   EXPECT_TRUE(sax.m_bFirstElement);
@@ -77,7 +77,7 @@ TEST(XMLSaxHandlers, Ignore_text_and_ends_before_a_load) {
   CXMLSax sax(document);
   sax.OnDefault("text", 4);
   sax.OnEndElement("a");
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 namespace {
@@ -95,7 +95,7 @@ TEST(XMLSaxHandlers, Put_an_element_under_the_innermost_open_one) {
   const Document document = OpenDocument();
   const char* attributes[] = {"v", "1<2", "w", "", nullptr};
   document->m_pSax->OnStartElement("c", attributes);
-  EXPECT_EQ("a[b[c(v='1&lt;2' w='')]]", Outline(document));
+  EXPECT_EQ("<a><b><c v='1&lt;2' w=''/></b></a>", CompactXml(document));
 }
 
 TEST(XMLSaxHandlers, Close_the_innermost_element_whatever_its_name) {
@@ -109,7 +109,7 @@ TEST(XMLSaxHandlers, Ignore_ends_and_text_when_no_element_is_open) {
   const Document document = OpenDocument();
   for (int end = 0; end < 3; ++end) document->m_pSax->OnEndElement("b");
   document->m_pSax->OnDefault("text", 4);
-  EXPECT_EQ("a[b]", Outline(document));
+  EXPECT_EQ("<a><b/></a>", CompactXml(document));
   EXPECT_EQ(0, CNodeStackElt::m_iObjCount);
 }
 
@@ -117,17 +117,17 @@ TEST(XMLSaxHandlers, Read_no_more_of_a_text_than_they_are_told) {
   const Document document = OpenDocument();
   document->m_pSax->OnDefault("abcdef", 3);
   document->m_pSax->OnDefault("ghi", 1);
-  EXPECT_EQ("a[b[#Text'abcg']]", Outline(document));
+  EXPECT_EQ("<a><b>abcg</b></a>", CompactXml(document));
 }
 
 TEST(XMLSaxHandlers, Judge_white_space_by_that_part_alone) {
   const Document document = OpenDocument();
   document->m_pSax->OnDefault("  x", 2);
-  EXPECT_EQ("a[b]", Outline(document));
+  EXPECT_EQ("<a><b/></a>", CompactXml(document));
 }
 
 TEST(XMLSaxHandlers, Ignore_a_text_of_no_length) {
   const Document document = OpenDocument();
   document->m_pSax->OnDefault("x", 0);
-  EXPECT_EQ("a[b]", Outline(document));
+  EXPECT_EQ("<a><b/></a>", CompactXml(document));
 }
