@@ -45,7 +45,7 @@ const Copying kCopying[] = {
     {"_bstr_t", [](IXMLDOMNode*, const char* text) { _bstr_t copy(text); }},
 };
 
-TEST(LongText, That_cannot_be_copied_is_out_of_memory_and_the_tree_unchanged) {
+TEST(FailureLongText, That_cannot_be_copied_is_out_of_memory_and_the_tree_unchanged) {
   if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
   for (const Copying& row : kCopying) {
     SCOPED_TRACE(row.name);
@@ -64,7 +64,7 @@ TEST(LongText, That_cannot_be_copied_is_out_of_memory_and_the_tree_unchanged) {
   }
 }
 
-TEST(LongText, That_does_not_fit_a_buffer_leaves_its_contents) {
+TEST(FailureLongText, That_does_not_fit_a_buffer_leaves_its_contents) {
   if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
   const struct {
     const char* name;
@@ -96,7 +96,7 @@ TEST(LongText, That_does_not_fit_a_buffer_leaves_its_contents) {
   }
 }
 
-TEST(LongText, That_cannot_be_copied_leaves_a_variant_unchanged) {
+TEST(FailureLongText, That_cannot_be_copied_leaves_a_variant_unchanged) {
   if (!NoMoreMemory::IsPossible()) GTEST_SKIP() << "memory cannot be limited here";
   VARIANT source;
   source.vt = VT_BSTR;

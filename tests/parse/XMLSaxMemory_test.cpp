@@ -165,7 +165,7 @@ std::string TextThatIsLogged() {
 }
 
 /// All cases run with a parser for which they do.
-class XMLSaxExceptions : public testing::Test {
+class XMLSaxMemoryExceptions : public testing::Test {
  private:
   ExpatVersion m_recursing{2, 6, 4};
 };
@@ -184,13 +184,13 @@ class ThrowingLog {
 
 }  // namespace
 
-TEST_F(XMLSaxExceptions, Pass_out_of_the_load_of_a_text) {
+TEST_F(XMLSaxMemoryExceptions, Pass_out_of_the_load_of_a_text) {
   const Document document = NewDocument();
   const ThrowingLog log;
   EXPECT_THROW(document->loadXML(TextThatIsLogged().c_str()), int);
 }
 
-TEST_F(XMLSaxExceptions, Are_thrown_once) {
+TEST_F(XMLSaxMemoryExceptions, Are_thrown_once) {
   const Document document = NewDocument();
   {
     const ThrowingLog log;
@@ -199,7 +199,7 @@ TEST_F(XMLSaxExceptions, Are_thrown_once) {
   EXPECT_EQ(VARIANT_TRUE, document->loadXML("<a/>"));
 }
 
-TEST_F(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
+TEST_F(XMLSaxMemoryExceptions, End_the_load_of_a_file_like_an_error) {
   const Document document = NewDocument();
   TemporaryFile file(TextThatIsLogged());
   const ThrowingLog log;
@@ -208,7 +208,7 @@ TEST_F(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
   EXPECT_EQ(VARIANT_FALSE, success);
 }
 
-TEST_F(XMLSaxExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
+TEST_F(XMLSaxMemoryExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
   const Document document = NewDocument();
   TemporaryFile file(TextThatIsLogged());
   const RefusingLog log;
