@@ -24,7 +24,7 @@ endfunction()
 # Makes a test of each case of a GoogleTest program; further arguments are those of
 # gtest_discover_tests. In an emulator a start costs more than most cases, so that a test is a share
 # of them there, and a program cannot start itself again, as a death test of the thread-safe style
-# would.
+# would. Random cases are fewer there (tests/soak/Cases.h).
 function(xmldom_discover_tests target)
   if(NOT CMAKE_CROSSCOMPILING_EMULATOR)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 ${ARGN})
@@ -36,6 +36,6 @@ function(xmldom_discover_tests target)
     add_test(NAME ${target}.${share}_of_${shares}
       COMMAND ${target} --gtest_death_test_style=fast)
     set_tests_properties(${target}.${share}_of_${shares} PROPERTIES
-      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shares};GTEST_SHARD_INDEX=${index}")
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shares};GTEST_SHARD_INDEX=${index};XMLDOM_CASES=1000")
   endforeach()
 endfunction()

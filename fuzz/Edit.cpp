@@ -78,10 +78,6 @@ class Editing {
     FUZZ_CHECK(m_document.Load("<a a='1'>t<b a='v'>v</b><c><b/><e-f>&lt;</e-f></c></a>"));
   }
 
-  ~Editing() {
-    for (IXMLDOMNode* node : m_removed) Release(node);
-  }
-
   Editing(const Editing&) = delete;
   Editing& operator=(const Editing&) = delete;
 
@@ -122,36 +118,38 @@ class Editing {
     const std::string name = m_input.OneOf(kNames);
     const std::string value = m_input.OneOf(kValues);
     const char* plain = value[0] == '<' ? "" : value.c_str();  // markup is not for attributes
-    IXMLDOMNode* added = nullptr;
-    if (choice == ADD_CHILD) added = node->AddChild(name.c_str(), value.c_str());
-    if (choice == ADD_SIBLING) added = node->AddSibling(name.c_str(), value.c_str());
+    if (choice == ADD_CHILD) Adopt(node->AddChild(name.c_str(), value.c_str()));
+    if (choice == ADD_SIBLING) Adopt(node->AddSibling(name.c_str(), value.c_str()));
     if (choice == ADD_TEXT) node->AddTextChild(value.c_str());
     if (choice == SET_VALUE) node->SetValue(value.c_str());
     if (choice == ADD_ATTRIBUTE) node->AddAttribute(name.c_str(), plain);
     if (choice == SET_ATTRIBUTE) node->SetAttribute(name.c_str(), plain);
-    Release(added);
   }
 
   void Move(Choice choice) {
     IXMLDOMNode* parent = AnyElement();
     if (parent == nullptr) return;
     IXMLDOMNode* child = AnyChildOf(parent);
-    IXMLDOMNode* out = nullptr;
     if (choice == REMOVE) {
-      if (parent->removeChild(child, &out) == S_OK) m_removed.push_back(out);
+      XMLPtr<IXMLDOMNode> removed;
+      if (parent->removeChild(child, removed.Out()) == S_OK) m_removed.push_back(removed);
       return;
     }
 
     const bool comesBack = !m_removed.empty() && m_input.Byte() % 2 == 0;
-    IXMLDOMNode* moved = comesBack ? m_removed.back() : AnyElement();
+    IXMLDOMNode* moved = comesBack ? m_removed.back().Get() : AnyElement();
+    IXMLDOMNode* out = nullptr;
     HRESULT result = E_FAIL;
     if (choice == APPEND) result = parent->appendChild(moved, nullptr);
     if (choice == INSERT) result = parent->insertBefore(moved, child, nullptr);
     if (choice == REPLACE) result = parent->replaceChild(moved, child, &out);
     FUZZ_CHECK(result == S_OK || result == E_ARGUMENT);
     if (result != S_OK) return;
-    if (comesBack) m_removed.pop_back();
-    if (out != nullptr && out != moved) m_removed.push_back(out);
+    if (comesBack) {
+      m_removed.back().Detach();
+      m_removed.pop_back();
+    }
+    if (out != nullptr && out != moved) m_removed.push_back(Adopt(out));
   }
 
   /// An element of the document; null when it has none.
@@ -183,7 +181,7 @@ class Editing {
 
   Input& m_input;
   Document m_document;
-  std::vector<IXMLDOMNode*> m_removed;  // nodes that hang nowhere, with the reference to each
+  std::vector<XMLPtr<IXMLDOMNode>> m_removed;  // nodes that hang nowhere
 };
 
 bool HasOneRoot(const Document& document) {

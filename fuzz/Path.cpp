@@ -2,7 +2,6 @@
 // select agree.
 
 #include <cstdint>
-#include <cstdlib>
 
 #include "fuzz/Check.h"
 #include "fuzz/Trees.h"
@@ -47,21 +46,17 @@ int CheckCutting(const char* path) {
 
 /// Splits and matches the path as if it were one step, and one predicate.
 void CheckMatching(IXMLDOMNode* node, const char* path) {
-  char* name = nullptr;
-  char* rest = nullptr;
-  FUZZ_CHECK(node->ParseXPathQuery(path, &name, &rest) == 1);
-  FUZZ_CHECK(std::string(name) + (rest == nullptr ? "" : rest) == path);
-  std::free(name);
-  std::free(rest);
+  XMLHeapStr name;
+  XMLHeapStr rest;
+  FUZZ_CHECK(node->ParseXPathQuery(path, name.Out(), rest.Out()) == 1);
+  FUZZ_CHECK(std::string(name.c_str()) + rest.c_str() == path);
 
   bool hasPath = false;
   bool quoted = false;
-  char* attribute = nullptr;
-  char* value = nullptr;
-  FUZZ_CHECK(node->ParseXPathSubquery(path, &hasPath, &name, &attribute, &value, &quoted) == 1);
-  std::free(name);
-  std::free(attribute);
-  std::free(value);
+  XMLHeapStr attribute;
+  XMLHeapStr value;
+  FUZZ_CHECK(node->ParseXPathSubquery(path, &hasPath, name.Out(), attribute.Out(), value.Out(),
+                                      &quoted) == 1);
 
   const int matches = node->MatchesSubquery(path);
   FUZZ_CHECK(matches == 0 || matches == 1);
@@ -72,15 +67,13 @@ void CheckMatching(IXMLDOMNode* node, const char* path) {
 /// What SelectSingleNode finds is what SelectNodes lists, and lists first unless the path is
 /// searched for at every depth: the list goes element by element then.
 void CheckSelecting(IXMLDOMNode* node, const std::string& path) {
-  IXMLDOMNodeList* list = node->SelectNodes(path.c_str());
-  IXMLDOMNode* single = node->SelectSingleNode(path.c_str());
+  const XMLPtr<IXMLDOMNodeList> list = Adopt(node->SelectNodes(path.c_str()));
+  const XMLPtr<IXMLDOMNode> single = Adopt(node->SelectSingleNode(path.c_str()));
   bool listed = single == nullptr && list->m_nCount == 0;
   for (const IXMLDOMNodeListElt* link = list->m_pHead; link != nullptr && !listed;
        link = path.compare(0, 2, "//") == 0 ? link->m_pNext : nullptr) {
     listed = link->m_pNode == single;
   }
-  Release(single);
-  Release(list);
   FUZZ_CHECK(listed);
 }
 
@@ -103,8 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (selectsAlike) {
       CheckSelecting(node, path.c_str());
     } else if (!takesLong) {
-      IXMLDOMNode* single = node->SelectSingleNode(path.c_str());
-      Release(single);
+      Adopt(node->SelectSingleNode(path.c_str()));
     }
   }
 

@@ -14,8 +14,8 @@ BalanceCheck::~BalanceCheck() {
   FUZZ_CHECK(changes.empty());
 }
 
-Document::Document(Layout layout) : m_document(nullptr) {
-  Create(&m_document);
+Document::Document(Layout layout) {
+  Create(m_document.Out());
   if (layout == AS_IT_STANDS) m_document->m_uFlags &= ~IXMLDOMDocument2::FORMATTED_LAYOUT;
 }
 
@@ -81,15 +81,11 @@ void AppendStableForm(const IXMLDOMNode* node, std::string* form) {
 /// declaration is gone, or pieces of text have come together as the end of a CDATA section.
 bool IsLossOfForm(const std::string& xml, IXMLDOMDocument2* document) {
   if (xml.find("]]>") != std::string::npos) return true;
-  IXMLDOMParseError* error = nullptr;
-  document->get_parseError(&error);
-  BSTR reason = nullptr;
-  error->get_reason(&reason);
-  Release(error);
-  const bool undeclared =
-      reason != nullptr && std::string(reason) == XML_ErrorString(XML_ERROR_UNDEFINED_ENTITY);
-  SysFreeString(reason);
-  return undeclared;
+  XMLPtr<IXMLDOMParseError> error;
+  document->get_parseError(error.Out());
+  XMLBstr reason;
+  error->get_reason(reason.Out());
+  return std::string(reason.c_str()) == XML_ErrorString(XML_ERROR_UNDEFINED_ENTITY);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #define XMLDOM_FUZZ_TREES_H
 
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
 
 #include <string>
 #include <vector>
@@ -29,19 +30,18 @@ class Document {
   enum Layout { FORMATTED, AS_IT_STANDS };
 
   explicit Document(Layout layout = FORMATTED);
-  ~Document() { Release(m_document); }
 
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;
 
-  IXMLDOMDocument2* operator->() const { return m_document; }
-  IXMLDOMDocument2* Get() const { return m_document; }
+  IXMLDOMDocument2* operator->() const { return m_document.Get(); }
+  IXMLDOMDocument2* Get() const { return m_document.Get(); }
 
   bool Load(const std::string& text) { return m_document->loadXML(text.c_str()) == VARIANT_TRUE; }
   Layout LayoutOf() const;
 
  private:
-  IXMLDOMDocument2* m_document;
+  XMLPtr<IXMLDOMDocument2> m_document;
 };
 
 std::string XmlOf(IXMLDOMNode* node);

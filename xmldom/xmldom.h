@@ -1,7 +1,8 @@
 #ifndef XMLDOM_XMLDOM_H
 #define XMLDOM_XMLDOM_H
 
-/// All of the library but the Expat binding, which <xmldom/parse/XMLSax.h> adds.
+/// Everything of the library except its handlers for Expat's events, which are in
+/// <xmldom/parse/XMLSax.h>.
 
 #include <xmldom/diag/Compare.h>
 #include <xmldom/dom/Results.h>

@@ -1,10 +1,11 @@
 #ifndef XMLDOM_XMLDOM_PTR_H
 #define XMLDOM_XMLDOM_PTR_H
 
-/// Smart pointers for those who want them: references and texts that release themselves, and loops
-/// over nodes. It is all in headers and no part of <xmldom/xmldom.h>.
+/// Smart pointers, whose use is optional: owners that release a reference or free a text by
+/// themselves, and ranges for loops over nodes. They are in headers only, and <xmldom/xmldom.h>
+/// does not include them.
 ///
-/// A VARIANT has _variant_t (<xmldom/support/variant.h>) already.
+/// The owner of a VARIANT is _variant_t (<xmldom/support/variant.h>).
 
 #include <xmldom/dom/NodeRanges.h>
 #include <xmldom/ptr/XMLPtr.h>

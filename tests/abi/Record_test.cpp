@@ -108,7 +108,7 @@ TEST(Record, A_node_type_takes_32_bits) { EXPECT_EQ(4u, sizeof(tagDOMNodeType));
 
 TEST(Record, Document_fields_lie_in_order) {
   Document document = NewDocument();
-  Record(document.get(), NodeRecord(*document.get()).End())
+  Record(document.Get(), NodeRecord(*document.Get()).End())
       .Has(document->m_uFlags)
       .Has(document->m_pSax)
       .Has(document->m_nIndent)

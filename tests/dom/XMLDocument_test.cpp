@@ -5,7 +5,7 @@
 #include <climits>
 #include <string>
 
-#include "harness/Outline.h"
+#include "harness/CompactXml.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -38,7 +38,7 @@ TEST(XMLDocumentCreate, Gives_an_empty_node_of_type_document_that_owns_itself) {
   EXPECT_EQ("Document Root", Text(document->m_pszNodeName));
   EXPECT_EQ(nullptr, document->m_pszValue);
   EXPECT_EQ(NODE_DOCUMENT, document->m_eNodeType);
-  EXPECT_EQ(document.get(), document->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), document->m_pOwnerDocument);
   EXPECT_EQ(nullptr, document->m_pParent);
   EXPECT_EQ(nullptr, document->m_pFirstChild);
   EXPECT_EQ(nullptr, document->m_pFirstAttribute);
@@ -105,14 +105,14 @@ TEST(XMLDocument, Leaves_a_root_element_that_is_still_referred_to_without_parent
   document.Reset();
   EXPECT_EQ(nullptr, root->m_pParent);
   EXPECT_EQ(nullptr, root->m_pOwnerDocument);
-  EXPECT_EQ("a(v='1')[b]", Outline(root));
+  EXPECT_EQ("<a v='1'><b/></a>", CompactXml(root));
 }
 
 TEST(XMLDocument, Lives_on_until_its_last_reference_goes) {
   Document document = Load("<a/>");
   document->AddRef();
   EXPECT_EQ(1, document->RealRelease());
-  EXPECT_EQ("a", Outline(document));
+  EXPECT_EQ("<a/>", CompactXml(document));
 }
 
 // ---- createNode
@@ -124,7 +124,7 @@ TEST(XMLDocumentCreateNode, Makes_a_detached_node_of_this_document_without_value
   EXPECT_EQ("name", Text(node->m_pszNodeName));
   EXPECT_EQ(nullptr, node->m_pszValue);
   EXPECT_EQ(NODE_TEXT, node->m_eNodeType);
-  EXPECT_EQ(document.get(), node->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), node->m_pOwnerDocument);
   EXPECT_EQ(nullptr, node->m_pParent);
   EXPECT_EQ(1, node->GetRefCount());
   EXPECT_EQ(nullptr, document->m_pFirstChild);
@@ -170,7 +170,7 @@ TEST(XMLDocumentCreateNode, Ignores_the_namespace) {
   Node node;
   EXPECT_EQ(S_OK,
             document->createNode(NumberVariant(NODE_ELEMENT), &name[0], &space[0], node.Out()));
-  EXPECT_EQ("p:n", Outline(node));
+  EXPECT_EQ("<p:n/>", CompactXml(node));
 }
 
 TEST(XMLDocumentCreateNode, Takes_an_empty_name) {
@@ -199,7 +199,7 @@ TEST(XMLDocumentElement, Is_the_root_element_with_a_reference_added) {
   const Document document = Load("<!-- c --><a/><!-- d -->");
   Node root;
   EXPECT_EQ(S_OK, document->get_documentElement(root.Out()));
-  EXPECT_EQ(Root(document), root.get());
+  EXPECT_EQ(Root(document), root.Get());
   EXPECT_EQ(2, root->GetRefCount());
 }
 

@@ -33,7 +33,7 @@ IXMLDOMNode* NewWitnessTree(std::string* story) {
   return top;
 }
 
-TEST(XMLNodeDestruction, The_last_release_destroys_everything_below) {
+TEST(XMLNodeLifetimeDestruction, The_last_release_destroys_everything_below) {
   const int before = IXMLDOMNode::m_iObjCount;
   Document document = Load("<a x='1' y='2'><b z='3'><c/>text</b><d/></a>");
   Node root = Keep(Root(document));
@@ -43,7 +43,7 @@ TEST(XMLNodeDestruction, The_last_release_destroys_everything_below) {
   EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 
-TEST(XMLNodeDestruction, The_head_of_a_chain_takes_its_followers_along) {
+TEST(XMLNodeLifetimeDestruction, The_head_of_a_chain_takes_its_followers_along) {
   const int before = IXMLDOMNode::m_iObjCount;
   Node head = NewElement(nullptr, "a");
   Node(head->AddSibling("b", nullptr));
@@ -53,7 +53,7 @@ TEST(XMLNodeDestruction, The_head_of_a_chain_takes_its_followers_along) {
   EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 
-TEST(XMLNodeDestruction, A_child_that_is_kept_loses_parent_and_owner) {
+TEST(XMLNodeLifetimeDestruction, A_child_that_is_kept_loses_parent_and_owner) {
   Document document = NewDocument();
   Node parent = NewElement(document, "parent");
   Node child(parent->AddChild("child", nullptr));
@@ -64,7 +64,7 @@ TEST(XMLNodeDestruction, A_child_that_is_kept_loses_parent_and_owner) {
   EXPECT_EQ(nullptr, child->m_pOwnerDocument);
 }
 
-TEST(XMLNodeDestruction, A_following_sibling_that_is_kept_loses_parent_and_owner) {
+TEST(XMLNodeLifetimeDestruction, A_following_sibling_that_is_kept_loses_parent_and_owner) {
   Document document = NewDocument();
   Node parent = NewElement(document, "parent");
   Node first = NewElement(document, "first");
@@ -76,7 +76,7 @@ TEST(XMLNodeDestruction, A_following_sibling_that_is_kept_loses_parent_and_owner
 }
 
 // Deliberate: parent links are cleared no more than one level below what is destroyed.
-TEST(XMLNodeDestruction, A_node_kept_two_levels_below_loses_its_owner_alone) {
+TEST(XMLNodeLifetimeDestruction, A_node_kept_two_levels_below_loses_its_owner_alone) {
   Document document = Load("<a><b/></a>");
   Node kept = Keep(At(document, {0, 0}));
   IXMLDOMNode* const link = Root(document);
@@ -85,7 +85,7 @@ TEST(XMLNodeDestruction, A_node_kept_two_levels_below_loses_its_owner_alone) {
   EXPECT_EQ(link, kept->m_pParent);
 }
 
-TEST(XMLNodeDestruction, What_is_kept_keeps_what_it_links_to) {
+TEST(XMLNodeLifetimeDestruction, What_is_kept_keeps_what_it_links_to) {
   Document document = Load("<a><b x='1'><c>text</c></b><d/></a>");
   Node kept = Keep(At(document, {0, 0}));
   document.Reset();
@@ -97,7 +97,7 @@ TEST(XMLNodeDestruction, What_is_kept_keeps_what_it_links_to) {
 }
 
 // Deliberate: attribute chains are not visited when owners and parents are cleared.
-TEST(XMLNodeDestruction, A_first_attribute_that_is_kept_keeps_its_links) {
+TEST(XMLNodeLifetimeDestruction, A_first_attribute_that_is_kept_keeps_its_links) {
   Document document = NewDocument();
   Node element = NewElement(document, "a");
   element->AddAttribute("x", "1");
@@ -105,10 +105,11 @@ TEST(XMLNodeDestruction, A_first_attribute_that_is_kept_keeps_its_links) {
   IXMLDOMNode* const link = element;
   element.Reset();
   EXPECT_EQ(link, attribute->m_pParent);
-  EXPECT_EQ(document.get(), attribute->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), attribute->m_pOwnerDocument);
 }
 
-TEST(XMLNodeDestruction, A_later_attribute_that_is_kept_loses_its_links_with_the_one_before) {
+TEST(XMLNodeLifetimeDestruction,
+     A_later_attribute_that_is_kept_loses_its_links_with_the_one_before) {
   Document document = NewDocument();
   Node element = NewElement(document, "a");
   element->AddAttribute("x", "1");
@@ -120,7 +121,7 @@ TEST(XMLNodeDestruction, A_later_attribute_that_is_kept_loses_its_links_with_the
 }
 
 // A node without owner counts as cleared already.
-TEST(XMLNodeDestruction, A_child_kept_from_a_node_without_owner_keeps_its_parent_link) {
+TEST(XMLNodeLifetimeDestruction, A_child_kept_from_a_node_without_owner_keeps_its_parent_link) {
   Node parent = NewElement(nullptr, "parent");
   Node child(parent->AddChild("child", nullptr));
   IXMLDOMNode* const link = parent;
@@ -129,13 +130,13 @@ TEST(XMLNodeDestruction, A_child_kept_from_a_node_without_owner_keeps_its_parent
   EXPECT_EQ(nullptr, child->m_pOwnerDocument);
 }
 
-TEST(XMLNodeDestruction, Destruction_takes_siblings_then_children_then_attributes) {
+TEST(XMLNodeLifetimeDestruction, Destruction_takes_siblings_then_children_then_attributes) {
   std::string story;
   Node(NewWitnessTree(&story));
   EXPECT_EQ("top sibling1 sibling2 child1 child2 grandchild attribute1 attribute2 ", story);
 }
 
-TEST(XMLNodeDestruction, Destruction_of_plain_nodes_keeps_that_order) {
+TEST(XMLNodeLifetimeDestruction, Destruction_of_plain_nodes_keeps_that_order) {
   std::string story;
   Document document = Load("<a><b x='1'><c/></b><d/></a>");
   At(document, {0, 0, 0})->AddChild(new Witness(&story, "below-c"));
@@ -147,7 +148,7 @@ TEST(XMLNodeDestruction, Destruction_of_plain_nodes_keeps_that_order) {
   EXPECT_EQ("last below-d below-b below-c below-x ", story);
 }
 
-TEST(XMLNodeDestruction, A_derived_node_that_is_kept_is_not_destroyed) {
+TEST(XMLNodeLifetimeDestruction, A_derived_node_that_is_kept_is_not_destroyed) {
   std::string story;
   Document document = Load("<a/>");
   IXMLDOMNode* witness = new Witness(&story, "witness");
@@ -159,7 +160,7 @@ TEST(XMLNodeDestruction, A_derived_node_that_is_kept_is_not_destroyed) {
   EXPECT_EQ("witness ", story);
 }
 
-TEST(XMLNodeDestruction, Plain_nodes_below_a_derived_one_are_destroyed_with_it) {
+TEST(XMLNodeLifetimeDestruction, Plain_nodes_below_a_derived_one_are_destroyed_with_it) {
   std::string story;
   const int before = IXMLDOMNode::m_iObjCount;
   Node witness(new Witness(&story, "witness"));
@@ -187,7 +188,7 @@ class FieldWitness : public IXMLDOMNode {
 
 // Attributes are not visited when owners and parents are cleared, and deeper nodes keep their
 // parents. The destructor of the top node runs before anything is cleared.
-TEST(XMLNodeDestruction, A_derived_node_has_its_own_fields_in_its_destructor) {
+TEST(XMLNodeLifetimeDestruction, A_derived_node_has_its_own_fields_in_its_destructor) {
   std::string story;
   Document document = NewDocument();
   Node top(new FieldWitness(&story, document, "top", NODE_COMMENT));
@@ -206,7 +207,8 @@ TEST(XMLNodeDestruction, A_derived_node_has_its_own_fields_in_its_destructor) {
       story);
 }
 
-TEST(XMLNodeDestruction, Derived_nodes_deep_inside_are_destroyed_once_around_those_that_are_kept) {
+TEST(XMLNodeLifetimeDestruction,
+     Derived_nodes_deep_inside_are_destroyed_once_around_those_that_are_kept) {
   std::string story;
   const int before = IXMLDOMNode::m_iObjCount;
   Document document = Load("<a><b><c x='1'/><d/></b><e/></a>");
@@ -243,7 +245,7 @@ class PathWitness : public IXMLDOMNode {
 };
 
 // Parents are cleared no more than one level below what is destroyed.
-TEST(XMLNodeDestruction, Type_and_parent_can_be_read_while_a_tree_is_destroyed) {
+TEST(XMLNodeLifetimeDestruction, Type_and_parent_can_be_read_while_a_tree_is_destroyed) {
   std::string story;
   Document document = Load("<a><b x='1'><c><d>text</d></c></b></a>");
   At(document, {0, 0, 0, 0})->AddChild(new PathWitness(&story, document));
@@ -251,7 +253,7 @@ TEST(XMLNodeDestruction, Type_and_parent_can_be_read_while_a_tree_is_destroyed) 
   EXPECT_EQ("d1 c1 b1 a1 ", story);
 }
 
-TEST(XMLNodeDestruction, Neither_depth_nor_breadth_of_a_tree_needs_stack) {
+TEST(XMLNodeLifetimeDestruction, Neither_depth_nor_breadth_of_a_tree_needs_stack) {
   const std::string texts[] = {
       "<a>" + Repeat("<b/>", 100000) + "</a>",
       Repeat("<a>", 100000) + Repeat("</a>", 100000),
@@ -266,7 +268,7 @@ TEST(XMLNodeDestruction, Neither_depth_nor_breadth_of_a_tree_needs_stack) {
   }
 }
 
-TEST(XMLNodeDestruction, A_node_kept_below_many_others_survives_alone) {
+TEST(XMLNodeLifetimeDestruction, A_node_kept_below_many_others_survives_alone) {
   Document document = Load(Repeat("<a>", 100000) + Repeat("</a>", 100000));
   const int before = IXMLDOMNode::m_iObjCount;
   IXMLDOMNode* last = Root(document);
@@ -279,7 +281,7 @@ TEST(XMLNodeDestruction, A_node_kept_below_many_others_survives_alone) {
 }
 
 // Deliberate: the reverse of the order of destruction.
-TEST(XMLNodeDestruction, ClearNode_takes_attributes_then_children_then_siblings) {
+TEST(XMLNodeLifetimeDestruction, ClearNode_takes_attributes_then_children_then_siblings) {
   std::string story;
   Node top(NewWitnessTree(&story));
   top->ClearNode(false);

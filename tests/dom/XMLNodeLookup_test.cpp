@@ -54,8 +54,8 @@ TEST(XMLNodeLookup, A_name_may_be_empty) {
   Node(node->AddChild("", nullptr));
   Node attribute(node->GetAttribute(""));
   Node child(node->GetChild(""));
-  EXPECT_EQ(node->m_pFirstAttribute, attribute.get());
-  EXPECT_EQ(node->m_pFirstChild, child.get());
+  EXPECT_EQ(node->m_pFirstAttribute, attribute.Get());
+  EXPECT_EQ(node->m_pFirstChild, child.Get());
 }
 
 TEST(XMLNodeLookup, The_first_of_several_with_one_name_is_found) {
@@ -268,7 +268,7 @@ TEST(XMLNodeLookup, IsPageAttribute_knows_two_names) {
 TEST(XMLNodeLookup, GetfirstChild_adds_a_reference) {
   Document document = Load("<a>text<b/></a>");
   Node child(Root(document)->GetfirstChild());
-  EXPECT_EQ(At(document, {0, 0}), child.get());
+  EXPECT_EQ(At(document, {0, 0}), child.Get());
   EXPECT_EQ(2, child->GetRefCount());
 }
 

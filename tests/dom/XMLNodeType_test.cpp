@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "harness/Outline.h"
+#include "harness/CompactXml.h"
 #include "harness/SmallStack.h"
 #include "harness/Thrown.h"
 #include "harness/Trees.h"

@@ -32,7 +32,7 @@ typedef std::vector<std::string> Names;
 
 // ---- Out-pointers and `this`
 
-TEST(XMLNodeAccessors, Null_out_pointers_are_refused) {
+TEST(XMLNode, Null_out_pointers_are_refused) {
   const struct {
     const char* name;
     HRESULT (*call)(IXMLDOMNode* node);
@@ -57,7 +57,7 @@ TEST(XMLNodeAccessors, Null_out_pointers_are_refused) {
 }
 
 // A null out-pointer does not get in first.
-TEST(XMLNodeAccessorsDeathTest, A_null_node_is_an_assertion) {
+TEST(XMLNodeDeathTest, A_null_node_is_an_assertion) {
   const struct {
     const char* signature;
     void (*call)(IXMLDOMNode* node);
@@ -86,7 +86,7 @@ TEST(XMLNodeAccessorsDeathTest, A_null_node_is_an_assertion) {
 
 // ---- Neighbours
 
-TEST(XMLNodeAccessors, Neighbours_are_handed_out_with_a_reference) {
+TEST(XMLNode, Neighbours_are_handed_out_with_a_reference) {
   Document document = Load("<a><b/><c/><d/></a>");
   IXMLDOMNode* root = Root(document);
   const struct {
@@ -110,12 +110,12 @@ TEST(XMLNodeAccessors, Neighbours_are_handed_out_with_a_reference) {
     const int references = row.expected->GetRefCount();
     Node found;
     EXPECT_EQ(S_OK, (row.of->*row.getter)(found.Out()));
-    EXPECT_EQ(row.expected, found.get());
+    EXPECT_EQ(row.expected, found.Get());
     EXPECT_EQ(references + 1, row.expected->GetRefCount());
   }
 }
 
-TEST(XMLNodeAccessors, A_missing_neighbour_is_null_and_the_result_1) {
+TEST(XMLNode, A_missing_neighbour_is_null_and_the_result_1) {
   Document document = Load("<a><b/></a>");
   IXMLDOMNode* child = At(document, {0, 0});
   Node detached = NewElement(document, "detached");
@@ -140,17 +140,17 @@ TEST(XMLNodeAccessors, A_missing_neighbour_is_null_and_the_result_1) {
 }
 
 // Deliberate: the only neighbour whose absence is no S_FALSE.
-TEST(XMLNodeAccessors, A_missing_parent_is_null_and_the_result_0) {
+TEST(XMLNode, A_missing_parent_is_null_and_the_result_0) {
   Document document = NewDocument();
   Node detached = NewElement(document, "detached");
-  for (IXMLDOMNode* node : {detached.get(), static_cast<IXMLDOMNode*>(document)}) {
+  for (IXMLDOMNode* node : {detached.Get(), static_cast<IXMLDOMNode*>(document)}) {
     IXMLDOMNode* parent = node;
     EXPECT_EQ(S_OK, node->get_parentNode(&parent));
     EXPECT_EQ(nullptr, parent);
   }
 }
 
-TEST(XMLNodeAccessors, Attributes_have_neighbours_in_their_own_chain) {
+TEST(XMLNode, Attributes_have_neighbours_in_their_own_chain) {
   Document document = Load("<a x='1' y='2'/>");
   IXMLDOMNode* attribute = Root(document)->m_pFirstAttribute;
   Node next;
@@ -158,17 +158,17 @@ TEST(XMLNodeAccessors, Attributes_have_neighbours_in_their_own_chain) {
   EXPECT_STREQ("y", next->m_pszNodeName);
   Node parent;
   EXPECT_EQ(S_OK, attribute->get_parentNode(parent.Out()));
-  EXPECT_EQ(Root(document), parent.get());
+  EXPECT_EQ(Root(document), parent.Get());
 }
 
-TEST(XMLNodeAccessors, A_node_that_its_parent_does_not_list_has_no_previous_sibling_to_ask_for) {
+TEST(XMLNode, A_node_that_its_parent_does_not_list_has_no_previous_sibling_to_ask_for) {
   Document document = Load("<a x='1' y='2'><b/><c/></a>");
   Document childless = Load("<a x='1'/>");
   Node unlinked = NewElement(document, "unlinked");
   unlinked->m_pParent = Root(document);
   for (IXMLDOMNode* node :
        {Root(document)->m_pFirstAttribute, Root(document)->m_pFirstAttribute->m_pNextSibling,
-        Root(childless)->m_pFirstAttribute, unlinked.get()}) {
+        Root(childless)->m_pFirstAttribute, unlinked.Get()}) {
     SCOPED_TRACE(node->m_pszNodeName);
     IXMLDOMNode* found = node;
     try {
@@ -185,7 +185,7 @@ TEST(XMLNodeAccessors, A_node_that_its_parent_does_not_list_has_no_previous_sibl
   }
 }
 
-TEST(XMLNodeAccessors, hasChildNodes_tells_true_as_minus_1) {
+TEST(XMLNode, hasChildNodes_tells_true_as_minus_1) {
   Document document = Load("<a>text</a>");
   VARIANT_BOOL has = 7;
   EXPECT_EQ(S_OK, Root(document)->hasChildNodes(&has));
@@ -193,7 +193,7 @@ TEST(XMLNodeAccessors, hasChildNodes_tells_true_as_minus_1) {
   EXPECT_EQ(0xFFFF, static_cast<unsigned short>(has));
 }
 
-TEST(XMLNodeAccessors, hasChildNodes_does_not_count_attributes) {
+TEST(XMLNode, hasChildNodes_does_not_count_attributes) {
   Document document = Load("<a x='1'/>");
   VARIANT_BOOL has = 7;
   EXPECT_EQ(S_FALSE, Root(document)->hasChildNodes(&has));
@@ -202,7 +202,7 @@ TEST(XMLNodeAccessors, hasChildNodes_does_not_count_attributes) {
 
 // ---- The node itself
 
-TEST(XMLNodeAccessors, get_nodeName_hands_out_a_copy) {
+TEST(XMLNode, get_nodeName_hands_out_a_copy) {
   Document document = Load("<a x='1'>text</a>");
   const struct {
     IXMLDOMNode* node;
@@ -219,7 +219,7 @@ TEST(XMLNodeAccessors, get_nodeName_hands_out_a_copy) {
   }
 }
 
-TEST(XMLNodeAccessors, get_nodeName_of_a_node_without_name_is_null_and_the_result_0) {
+TEST(XMLNode, get_nodeName_of_a_node_without_name_is_null_and_the_result_0) {
   Node node(new IXMLDOMNode);
   char before[] = "before";
   BSTR name = before;
@@ -227,7 +227,7 @@ TEST(XMLNodeAccessors, get_nodeName_of_a_node_without_name_is_null_and_the_resul
   EXPECT_EQ(nullptr, name);
 }
 
-TEST(XMLNodeAccessors, get_nodeType_tells_what_is_stored) {
+TEST(XMLNode, get_nodeType_tells_what_is_stored) {
   for (DOMNodeType type : AllTypes()) {
     Node node(new IXMLDOMNode(nullptr, "name", nullptr, type));
     DOMNodeType found = static_cast<DOMNodeType>(99);
@@ -236,18 +236,18 @@ TEST(XMLNodeAccessors, get_nodeType_tells_what_is_stored) {
   }
 }
 
-TEST(XMLNodeAccessors, get_ownerDocument_adds_a_reference) {
+TEST(XMLNode, get_ownerDocument_adds_a_reference) {
   Document document = Load("<a x='1'/>");
   for (IXMLDOMNode* node :
        {static_cast<IXMLDOMNode*>(document), Root(document), Root(document)->m_pFirstAttribute}) {
     Document owner(nullptr);
     EXPECT_EQ(S_OK, node->get_ownerDocument(owner.Out()));
-    EXPECT_EQ(document.get(), owner.get());
+    EXPECT_EQ(document.Get(), owner.Get());
     EXPECT_EQ(2, document->GetRefCount());
   }
 }
 
-TEST(XMLNodeAccessors, get_ownerDocument_of_a_node_without_owner_is_null_and_the_result_1) {
+TEST(XMLNode, get_ownerDocument_of_a_node_without_owner_is_null_and_the_result_1) {
   Document document = NewDocument();
   Node node = NewElement(nullptr, "a");
   IXMLDOMDocument2* owner = document;
@@ -257,7 +257,7 @@ TEST(XMLNodeAccessors, get_ownerDocument_of_a_node_without_owner_is_null_and_the
 
 // ---- Lists
 
-TEST(XMLNodeAccessors, get_attributes_lists_them_in_order) {
+TEST(XMLNode, get_attributes_lists_them_in_order) {
   Document document = Load("<a z='1' y='2' x='3'/>");
   Ref<IXMLDOMNamedNodeMap> map;
   EXPECT_EQ(S_OK, Root(document)->get_attributes(map.Out()));
@@ -266,15 +266,15 @@ TEST(XMLNodeAccessors, get_attributes_lists_them_in_order) {
   EXPECT_EQ(2, Root(document)->m_pFirstAttribute->GetRefCount());
 }
 
-TEST(XMLNodeAccessors, get_attributes_of_an_element_without_any_is_an_empty_map) {
+TEST(XMLNode, get_attributes_of_an_element_without_any_is_an_empty_map) {
   Document document = Load("<a>text</a>");
   Ref<IXMLDOMNamedNodeMap> map;
   EXPECT_EQ(S_OK, Root(document)->get_attributes(map.Out()));
-  ASSERT_NE(nullptr, map.get());
+  ASSERT_NE(nullptr, map.Get());
   EXPECT_EQ(0, map->m_nCount);
 }
 
-TEST(XMLNodeAccessors, get_attributes_of_anything_but_an_element_is_null_and_the_result_1) {
+TEST(XMLNode, get_attributes_of_anything_but_an_element_is_null_and_the_result_1) {
   for (DOMNodeType type : AllTypes()) {
     if (type == NODE_ELEMENT) continue;
     SCOPED_TRACE(type);
@@ -287,7 +287,7 @@ TEST(XMLNodeAccessors, get_attributes_of_anything_but_an_element_is_null_and_the
   }
 }
 
-TEST(XMLNodeAccessors, get_childNodes_lists_children_of_every_type_in_order) {
+TEST(XMLNode, get_childNodes_lists_children_of_every_type_in_order) {
   Document document = Load("<a x='1'>text<b/><c><d/></c></a>");
   Ref<IXMLDOMNodeList> list;
   EXPECT_EQ(S_OK, Root(document)->get_childNodes(list.Out()));
@@ -296,18 +296,18 @@ TEST(XMLNodeAccessors, get_childNodes_lists_children_of_every_type_in_order) {
   EXPECT_EQ(2, At(document, {0, 0})->GetRefCount());
 }
 
-TEST(XMLNodeAccessors, get_childNodes_of_a_node_of_any_type_without_children_is_an_empty_list) {
+TEST(XMLNode, get_childNodes_of_a_node_of_any_type_without_children_is_an_empty_list) {
   for (DOMNodeType type : AllTypes()) {
     SCOPED_TRACE(type);
     Node node(new IXMLDOMNode(nullptr, "name", "value", type));
     Ref<IXMLDOMNodeList> list;
     EXPECT_EQ(S_OK, node->get_childNodes(list.Out()));
-    ASSERT_NE(nullptr, list.get());
+    ASSERT_NE(nullptr, list.Get());
     EXPECT_EQ(0, list->m_nCount);
   }
 }
 
-TEST(XMLNodeAccessors, Lists_do_not_follow_the_tree) {
+TEST(XMLNode, Lists_do_not_follow_the_tree) {
   Document document = Load("<a x='1'><b/></a>");
   Ref<IXMLDOMNodeList> list;
   Root(document)->get_childNodes(list.Out());
@@ -320,7 +320,7 @@ TEST(XMLNodeAccessors, Lists_do_not_follow_the_tree) {
   EXPECT_EQ(Names{"x"}, NamesIn(map));
 }
 
-TEST(XMLNodeAccessors, A_list_that_cannot_be_completed_is_not_handed_out) {
+TEST(XMLNode, A_list_that_cannot_be_completed_is_not_handed_out) {
   // The list itself and room for its links: once for a few, and again for more.
   const int kAllocations = 3;
   Document document = Load("<a>" + Repeat("<b/>", 20) + "</a>");
@@ -329,13 +329,13 @@ TEST(XMLNodeAccessors, A_list_that_cannot_be_completed_is_not_handed_out) {
   }
   bool handedOut = false;
   IXMLDOMNodeList* list = nullptr;
-  EXPECT_EQ(kAllocations, FailEachAllocation([&] {
+  EXPECT_EQ(kAllocations, CountFailingAllocations([&] {
               handedOut = handedOut || list != nullptr;
               Root(document)->get_childNodes(&list);
             }));
   Release(list);
   IXMLDOMNamedNodeMap* map = nullptr;
-  EXPECT_EQ(kAllocations, FailEachAllocation([&] {
+  EXPECT_EQ(kAllocations, CountFailingAllocations([&] {
               handedOut = handedOut || map != nullptr;
               Root(document)->get_attributes(&map);
             }));

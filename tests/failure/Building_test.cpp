@@ -110,14 +110,14 @@ const FailingCall kEditingAtPaths[] = {
      }},
 };
 
-class Failure : public testing::TestWithParam<FailingCall> {};
+class FailureBuilding : public testing::TestWithParam<FailingCall> {};
 
-TEST_P(Failure, Of_each_allocation_leaves_the_tree_as_it_was_and_nothing_behind) {
-  FailEachAllocation(GetParam(), FailingCall::KEEPS_TREE);
+TEST_P(FailureBuilding, Of_each_allocation_leaves_the_tree_as_it_was_and_nothing_behind) {
+  ExpectWholeTreeAfterEachFailure(GetParam(), FailingCall::KEEPS_TREE);
 }
 
-INSTANTIATE_TEST_SUITE_P(Building, Failure, testing::ValuesIn(kBuilding));
-INSTANTIATE_TEST_SUITE_P(Editing, Failure, testing::ValuesIn(kEditing));
-INSTANTIATE_TEST_SUITE_P(EditingAtPaths, Failure, testing::ValuesIn(kEditingAtPaths));
+INSTANTIATE_TEST_SUITE_P(Building, FailureBuilding, testing::ValuesIn(kBuilding));
+INSTANTIATE_TEST_SUITE_P(Editing, FailureBuilding, testing::ValuesIn(kEditing));
+INSTANTIATE_TEST_SUITE_P(EditingAtPaths, FailureBuilding, testing::ValuesIn(kEditingAtPaths));
 
 }  // namespace

@@ -29,7 +29,7 @@ std::string Numbered(int number) { return std::to_string(number); }
 
 std::string TextOf(IXMLDOMNode* found) {
   const Node node(found);
-  return node.get() == nullptr ? "nothing" : XmlOf(node);
+  return node.Get() == nullptr ? "nothing" : XmlOf(node);
 }
 
 std::string TextOf(IXMLDOMNodeList* found) {
@@ -274,11 +274,11 @@ void ExpectSame(const Outcome& expected, const Outcome& actual) {
   EXPECT_FALSE(expected.titles.empty()) << "nothing was logged";
 }
 
-class Callbacks : public testing::TestWithParam<Place> {};
+class FailureCallbacks : public testing::TestWithParam<Place> {};
 
-INSTANTIATE_TEST_SUITE_P(All, Callbacks, testing::ValuesIn(kSlots));
+INSTANTIATE_TEST_SUITE_P(All, FailureCallbacks, testing::ValuesIn(kSlots));
 
-TEST_P(Callbacks, May_do_what_they_like_with_all_but_the_tree_at_hand) {
+TEST_P(FailureCallbacks, May_do_what_they_like_with_all_but_the_tree_at_hand) {
   const Outcome expected = Observe(GetParam(), nullptr);
   for (const Deed& deed : kDeeds) {
     SCOPED_TRACE(deed.name);
@@ -286,7 +286,7 @@ TEST_P(Callbacks, May_do_what_they_like_with_all_but_the_tree_at_hand) {
   }
 }
 
-TEST_P(Callbacks, May_throw_and_the_call_can_be_made_again) {
+TEST_P(FailureCallbacks, May_throw_and_the_call_can_be_made_again) {
   const Outcome expected = Observe(GetParam(), nullptr);
   StdoutCapture silence;
   Document document = NewSample();

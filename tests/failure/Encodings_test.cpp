@@ -93,8 +93,8 @@ bool LoadWithin(IXMLDOMDocument2* document, const EncodedDocument& encoded, int 
 }
 
 /// Makes each allocation of a load fail, one after the other, until it gets through.
-void FailEachAllocationOf(bool (*load)(IXMLDOMDocument2*, const EncodedDocument&, int),
-                          const EncodedDocument& encoded) {
+void ExpectWholeTreeAfterEachFailureOf(bool (*load)(IXMLDOMDocument2*, const EncodedDocument&, int),
+                                       const EncodedDocument& encoded) {
   bool isLoaded = false;
   for (int allowed = 0; !isLoaded && !testing::Test::HasFailure(); ++allowed) {
     SCOPED_TRACE(allowed);
@@ -121,11 +121,11 @@ TEST_P(FailureEncodings, Of_a_handler_at_each_event_leaves_the_parse_as_one_exce
 }
 
 TEST_P(FailureEncodings, Of_each_allocation_of_a_parse_leaves_a_whole_tree_and_nothing_behind) {
-  FailEachAllocationOf(BuildWithin, GetParam());
+  ExpectWholeTreeAfterEachFailureOf(BuildWithin, GetParam());
 }
 
 TEST_P(FailureEncodingsOfTexts, Of_each_allocation_leaves_a_whole_tree_and_nothing_behind) {
-  FailEachAllocationOf(LoadWithin, GetParam());
+  ExpectWholeTreeAfterEachFailureOf(LoadWithin, GetParam());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, FailureEncodings, testing::ValuesIn(EncodedDocuments()));

@@ -118,7 +118,7 @@ const FailingCall kComparing[] = {
 class FailureReading : public testing::TestWithParam<FailingCall> {};
 
 TEST_P(FailureReading, Of_each_allocation_leaves_the_tree_as_it_was_and_nothing_behind) {
-  FailEachAllocation(GetParam(), FailingCall::KEEPS_TREE);
+  ExpectWholeTreeAfterEachFailure(GetParam(), FailingCall::KEEPS_TREE);
 }
 
 INSTANTIATE_TEST_SUITE_P(Selecting, FailureReading, testing::ValuesIn(kSelecting));

@@ -22,7 +22,7 @@ class OutOfMemory {
 /// Runs `call` with its first allocation failing, then with its second, and so on until it gets
 /// through. Result: how many times it threw std::bad_alloc.
 template <class Call>
-int FailEachAllocation(Call call) {
+int CountFailingAllocations(Call call) {
   for (int allowed = 0;; ++allowed) {
     try {
       OutOfMemory limit(allowed);

@@ -47,7 +47,7 @@ void IgnoreEvent(const CLogEvent&, void*) {}
 
 std::ostream& operator<<(std::ostream& out, const FailingCall& call) { return out << call.name; }
 
-void FailEachAllocation(const FailingCall& call, FailingCall::Guarantee guarantee) {
+void ExpectWholeTreeAfterEachFailure(const FailingCall& call, FailingCall::Guarantee guarantee) {
   CLogger::SetSink(IgnoreEvent, nullptr);
   // What is allocated once for the whole process is so before anything is counted.
   RunWithin(kUnlimited, call, Load(kDeepXml));

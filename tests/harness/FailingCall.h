@@ -25,6 +25,6 @@ std::ostream& operator<<(std::ostream& out, const FailingCall& call);
 /// Makes each allocation of a call fail, one after the other, until the call gets through. The case
 /// fails when there is a time after which the tree is not whole, cannot be written or released, or
 /// something is left behind.
-void FailEachAllocation(const FailingCall& call, FailingCall::Guarantee guarantee);
+void ExpectWholeTreeAfterEachFailure(const FailingCall& call, FailingCall::Guarantee guarantee);
 
 #endif

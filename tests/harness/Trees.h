@@ -2,40 +2,28 @@
 #define XMLDOM_TESTS_HARNESS_TREES_H
 
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
 
 #include <string>
 
-/// Owns one reference and drops it at the end; converts to the plain pointer.
+/// An XMLPtr that takes over what it is made of and converts to the plain pointer, since most of
+/// what a case calls takes one.
 template <class T>
 class Ref {
  public:
-  explicit Ref(T* p = nullptr) : m_p(p) {}
-  Ref(Ref&& other) : m_p(other.m_p) { other.m_p = nullptr; }
-  Ref(const Ref&) = delete;
-  Ref& operator=(const Ref&) = delete;
-  ~Ref() { Reset(); }
+  explicit Ref(T* p = nullptr) : m_owner(Adopt(p)) {}
+  Ref(Ref&&) = default;
+  Ref& operator=(Ref&&) = delete;
 
-  operator T*() const { return m_p; }
-  T* operator->() const { return m_p; }
-  T* get() const { return m_p; }
-  /// For an out-pointer: drops what is held first.
-  T** Out() {
-    Reset();
-    return &m_p;
-  }
-  void Reset() {
-    if (m_p != nullptr) m_p->RealRelease();
-    m_p = nullptr;
-  }
-  /// Hands the reference over.
-  T* Detach() {
-    T* p = m_p;
-    m_p = nullptr;
-    return p;
-  }
+  operator T*() const { return m_owner.Get(); }
+  T* operator->() const { return m_owner.Get(); }
+  T* Get() const { return m_owner.Get(); }
+  T** Out() { return m_owner.Out(); }
+  void Reset() { m_owner.Reset(); }
+  T* Detach() { return m_owner.Detach(); }
 
  private:
-  T* m_p;
+  XMLPtr<T> m_owner;
 };
 
 typedef Ref<IXMLDOMDocument2> Document;

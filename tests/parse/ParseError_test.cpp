@@ -177,7 +177,7 @@ TEST(ParseErrorOfDocument, Is_a_new_object_every_time) {
   const Document document = NewDocument();
   const Error first = ErrorOf(document);
   const Error second = ErrorOf(document);
-  EXPECT_NE(first.get(), second.get());
+  EXPECT_NE(first.Get(), second.Get());
   EXPECT_EQ(2, IXMLDOMParseError::m_iObjCount);
 }
 
@@ -227,10 +227,10 @@ TEST(ParseErrorGetters, Give_the_numbers_and_tell_whether_there_was_an_error) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     long value = -1;
-    EXPECT_EQ(S_OK, (MakeError(7, "reason", "<tag>").get()->*row.getter)(&value));
+    EXPECT_EQ(S_OK, (MakeError(7, "reason", "<tag>").Get()->*row.getter)(&value));
     EXPECT_EQ(row.value, value);
     value = -1;
-    EXPECT_EQ(row.withoutError, (MakeError(0, nullptr, nullptr).get()->*row.getter)(&value));
+    EXPECT_EQ(row.withoutError, (MakeError(0, nullptr, nullptr).Get()->*row.getter)(&value));
     EXPECT_EQ(row.value, value);
   }
 }
@@ -322,7 +322,7 @@ TEST(ParseErrorAssignment, Copies_numbers_and_texts) {
   {
     const Error source = MakeError(7, "reason", "<tag>");
     source->m_lLine = 44;
-    EXPECT_EQ(target.get(), &(*target.get() = *source.get()));
+    EXPECT_EQ(target.Get(), &(*target.Get() = *source.Get()));
   }
   EXPECT_EQ(7, target->m_lErrorCode);
   EXPECT_EQ(11, target->m_lFilePos);
@@ -335,15 +335,15 @@ TEST(ParseErrorAssignment, Copies_numbers_and_texts) {
 TEST(ParseErrorAssignment, Copies_missing_texts_as_missing) {
   const Error target = MakeError(1, "old", "<old>");
   const Error source = MakeError(7, nullptr, nullptr);
-  *target.get() = *source.get();
+  *target.Get() = *source.Get();
   EXPECT_EQ(nullptr, target->m_bstrReason);
   EXPECT_EQ(nullptr, target->m_bstrSrcText);
 }
 
 TEST(ParseErrorAssignment, Of_an_error_to_itself_changes_nothing) {
   const Error error = MakeError(7, "reason", "<tag>");
-  IXMLDOMParseError& same = *error.get();
-  *error.get() = same;
+  IXMLDOMParseError& same = *error.Get();
+  *error.Get() = same;
   EXPECT_EQ(7, error->m_lErrorCode);
   EXPECT_EQ("reason", Text(error->m_bstrReason));
   EXPECT_EQ("<tag>", Text(error->m_bstrSrcText));
@@ -378,7 +378,7 @@ TEST(ParseErrorAssignment, Leaves_reference_counts_alone) {
   const Error target(new IXMLDOMParseError);
   const Error source(new IXMLDOMParseError);
   source->AddRef();
-  *target.get() = *source.get();
+  *target.Get() = *source.Get();
   EXPECT_EQ(1, target->GetRefCount());
   EXPECT_EQ(1, source->RealRelease());
 }

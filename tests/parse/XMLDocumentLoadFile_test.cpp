@@ -9,9 +9,9 @@
 #include <string>
 #include <thread>
 
+#include "harness/CompactXml.h"
 #include "harness/LoadOutcome.h"
 #include "harness/LogCapture.h"
-#include "harness/Outline.h"
 #include "harness/RefusingLog.h"
 #include "harness/TemporaryFile.h"
 #include "harness/Trees.h"
@@ -25,7 +25,7 @@ void ExpectNotOpened(const std::string& path) {
   const Document document = Load("<a>x</a>");
   document->AddAttribute("v", "1");
   EXPECT_EQ(kNotOpened, LoadPath(document, path));
-  EXPECT_EQ("a[#Text'x']", Outline(document));
+  EXPECT_EQ("<a>x</a>", CompactXml(document));
   EXPECT_NE(nullptr, document->m_pFirstAttribute);
 }
 
@@ -50,7 +50,7 @@ TEST(XMLDocumentLoadFile, Is_not_loaded_without_a_flag_to_fill) {
   document->loadXML("<a>x<b>");
   TemporaryFile file("<c/>");
   EXPECT_EQ(E_ARGUMENT, document->load(file.Path(), nullptr));
-  EXPECT_EQ("a[#Text'x' b]", Outline(document));
+  EXPECT_EQ("<a>x<b/></a>", CompactXml(document));
   EXPECT_EQ(2, CNodeStackElt::m_iObjCount);
   EXPECT_EQ(XML_ERROR_NO_ELEMENTS, document->m_pSax->GetErrorCode());
 }
@@ -66,7 +66,7 @@ TEST(XMLDocumentLoadFile, With_a_null_path_leaves_the_tree) {
   short flag = kFlagUntouched;
   EXPECT_EQ(E_FILENOTOPENED, document->load(nullptr, &flag));
   EXPECT_EQ(VARIANT_FALSE, flag);
-  EXPECT_EQ("a[#Text'x']", Outline(document));
+  EXPECT_EQ("<a>x</a>", CompactXml(document));
 }
 
 TEST(XMLDocumentLoadFile, Below_what_is_no_folder_leaves_the_tree) {
@@ -108,7 +108,7 @@ TEST(XMLDocumentLoadFile, That_cannot_be_opened_is_not_logged) {
 TEST(XMLDocumentLoadFile, Is_a_folder_and_reads_as_an_empty_text) {
   const Document document = Load("<a/>");
   EXPECT_EQ(kNotParsed, LoadPath(document, "/tmp"));
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 TEST(XMLDocumentLoadFile, Ends_at_a_NUL_byte) {
@@ -117,8 +117,8 @@ TEST(XMLDocumentLoadFile, Ends_at_a_NUL_byte) {
     LoadOutcome outcome;
     const char* tree;
   } rows[] = {
-      {std::string("<a>x</a>\0</b>", 13), kParsed, "a[#Text'x']"},
-      {std::string("<a>x\0y</a>", 10), kNotParsed, "a[#Text'x']"},
+      {std::string("<a>x</a>\0</b>", 13), kParsed, "<a>x</a>"},
+      {std::string("<a>x\0y</a>", 10), kNotParsed, "<a>x</a>"},
       {std::string("\0<a/>", 5), kNotParsed, ""},
       {std::string(100000, '\0'), kNotParsed, ""},
   };
@@ -126,7 +126,7 @@ TEST(XMLDocumentLoadFile, Ends_at_a_NUL_byte) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.contents.size());
     EXPECT_EQ(row.outcome, LoadFile(document, row.contents));
-    EXPECT_EQ(row.tree, Outline(document));
+    EXPECT_EQ(row.tree, CompactXml(document));
   }
 }
 
@@ -146,7 +146,7 @@ TEST(XMLDocumentLoadFile, May_be_a_pipe) {
   writer.join();
   unlink(path.c_str());
   EXPECT_EQ(kParsed, outcome);
-  EXPECT_EQ("a[#Text'x']", Outline(document));
+  EXPECT_EQ("<a>x</a>", CompactXml(document));
 }
 
 TEST(XMLDocumentLoadFile, May_be_in_any_encoding_that_holds_no_NUL) {
@@ -159,7 +159,7 @@ TEST(XMLDocumentLoadFile, May_be_in_any_encoding_that_holds_no_NUL) {
   for (const char* row : rows) {
     SCOPED_TRACE(row);
     EXPECT_EQ(kParsed, LoadFile(document, row));
-    EXPECT_EQ("a[#Text'\xc3\xa9']", Outline(document));
+    EXPECT_EQ("<a>\xc3\xa9</a>", CompactXml(document));
   }
 }
 
@@ -189,7 +189,7 @@ TEST(XMLDocumentLoadFile, That_is_too_large_empties_the_document_and_does_not_pa
   HugeFile file;
   const LogCapture log;
   EXPECT_EQ(kNotParsed, LoadPath(document, file.Path()));
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 TEST(XMLDocumentLoadFile, That_is_too_large_is_logged_with_its_size_and_the_limit) {

@@ -5,10 +5,10 @@
 
 #include <string>
 
+#include "harness/CompactXml.h"
 #include "harness/HugeText.h"
 #include "harness/LoadOutcome.h"
 #include "harness/LogCapture.h"
-#include "harness/Outline.h"
 #include "harness/RefusingLog.h"
 #include "harness/StdoutCapture.h"
 #include "harness/Trees.h"
@@ -95,19 +95,19 @@ TEST_P(XMLDocumentLoads, Tell_texts_that_do_not_parse) {
 TEST_P(XMLDocumentLoads, Replace_the_tree) {
   const Document document = Load("<a>text</a>");
   LoadInto(document, "<b/>");
-  EXPECT_EQ("b", Outline(document));
+  EXPECT_EQ("<b/>", CompactXml(document));
 }
 
 TEST_P(XMLDocumentLoads, Leave_the_tree_built_up_to_the_error) {
   const Document document = Load("<old/>");
   LoadInto(document, "<a>x<b>y</a>");
-  EXPECT_EQ("a[#Text'x' b[#Text'y']]", Outline(document));
+  EXPECT_EQ("<a>x<b>y</b></a>", CompactXml(document));
 }
 
 TEST_P(XMLDocumentLoads, Empty_the_document_for_a_text_without_elements) {
   const Document document = Load("<old/>");
   LoadInto(document, "text");
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 TEST_P(XMLDocumentLoads, Parse_no_truncated_text) {
@@ -133,7 +133,7 @@ TEST_P(XMLDocumentLoads, Leave_the_document_itself_as_it_is) {
   EXPECT_EQ("Document Root", Text(document->m_pszNodeName));
   EXPECT_EQ(nullptr, document->m_pszValue);
   EXPECT_EQ(NODE_DOCUMENT, document->m_eNodeType);
-  EXPECT_EQ(document.get(), document->m_pOwnerDocument);
+  EXPECT_EQ(document.Get(), document->m_pOwnerDocument);
   EXPECT_EQ(static_cast<unsigned int>(IXMLDOMDocument2::FORMATTED_LAYOUT), document->m_uFlags);
   EXPECT_EQ(2, document->m_nIndent);
   EXPECT_EQ(1, document->GetRefCount());
@@ -144,7 +144,7 @@ TEST_P(XMLDocumentLoads, Keep_one_builder_with_an_empty_stack) {
   LoadInto(document, "<a><b/></a>");
   LoadInto(document, "<a><b/></a>");
   ASSERT_NE(nullptr, document->m_pSax);
-  EXPECT_EQ(document.get(), document->m_pSax->m_pDocument);
+  EXPECT_EQ(document.Get(), document->m_pSax->m_pDocument);
   EXPECT_EQ(nullptr, document->m_pSax->m_pNodeStack->m_pTop);
   EXPECT_EQ(1, CXMLSax::m_iObjCount);
   EXPECT_EQ(1, CNodeStack::m_iObjCount);
@@ -174,7 +174,7 @@ TEST_P(XMLDocumentLoads, Leave_an_old_root_that_is_still_referred_to_with_its_tr
   Node root;
   document->get_documentElement(root.Out());
   LoadInto(document, "<c/>");
-  EXPECT_EQ("a(v='1')[#Text'x' b]", Outline(root));
+  EXPECT_EQ("<a v='1'>x<b/></a>", CompactXml(root));
   EXPECT_EQ(1, root->GetRefCount());
 }
 
@@ -183,7 +183,7 @@ TEST_P(XMLDocumentLoads, Take_parent_and_owner_from_a_referred_child_of_the_old_
   const Node child(At(document, {0, 0}));
   child->AddRef();
   LoadInto(document, "<c/>");
-  EXPECT_EQ("b[#Text'x']", Outline(child));
+  EXPECT_EQ("<b>x</b>", CompactXml(child));
   EXPECT_EQ(nullptr, child->m_pParent);
   EXPECT_EQ(nullptr, child->m_pOwnerDocument);
 }
@@ -221,7 +221,7 @@ TEST_P(XMLDocumentLoads, Take_texts_of_any_length) {
 TEST(XMLDocumentLoad, A_null_text_is_an_empty_one) {
   const Document document = Load("<a/>");
   EXPECT_EQ(VARIANT_FALSE, document->loadXML(nullptr));
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 TEST(XMLDocumentLoad, A_null_text_is_an_empty_one_with_a_flag_too) {
@@ -229,7 +229,7 @@ TEST(XMLDocumentLoad, A_null_text_is_an_empty_one_with_a_flag_too) {
   short flag = kFlagUntouched;
   EXPECT_EQ(S_FALSE, document->loadXML(nullptr, &flag));
   EXPECT_EQ(VARIANT_FALSE, flag);
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 TEST(XMLDocumentLoad, A_text_is_not_loaded_without_a_flag_to_fill) {
@@ -237,7 +237,7 @@ TEST(XMLDocumentLoad, A_text_is_not_loaded_without_a_flag_to_fill) {
   document->loadXML("<a>x<b>");
   std::string xml = "<c/>";
   EXPECT_EQ(E_ARGUMENT, document->loadXML(&xml[0], nullptr));
-  EXPECT_EQ("a[#Text'x' b]", Outline(document));
+  EXPECT_EQ("<a>x<b/></a>", CompactXml(document));
   EXPECT_EQ(2, CNodeStackElt::m_iObjCount);
   EXPECT_EQ(XML_ERROR_NO_ELEMENTS, document->m_pSax->GetErrorCode());
 }
@@ -263,7 +263,7 @@ TEST(XMLDocumentLoad, A_text_that_is_too_long_empties_the_document_and_does_not_
   HugeText text;
   const LogCapture log;
   EXPECT_EQ(VARIANT_FALSE, document->loadXML(text.Get()));
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
   ASSERT_EQ(1u, log.Events().size());
   EXPECT_EQ(Event(18, 3, kTooLong), log.Events()[0]);
 }

@@ -7,10 +7,10 @@
 
 #include "harness/Allocation.h"
 #include "harness/AllocationFailure.h"
+#include "harness/CompactXml.h"
 #include "harness/ExpatVersion.h"
 #include "harness/LoadOutcome.h"
 #include "harness/LongText.h"
-#include "harness/Outline.h"
 #include "harness/RefusingLog.h"
 #include "harness/TemporaryFile.h"
 #include "harness/Trees.h"
@@ -36,7 +36,7 @@ bool LoadWithin(IXMLDOMDocument2* document, int allowed) {
 }  // namespace
 
 TEST(XMLSaxMemory, Lets_each_failing_allocation_of_a_load_through) {
-  const int failures = FailEachAllocation([] {
+  const int failures = CountFailingAllocations([] {
     const Document document = NewDocument();
     document->loadXML(kXml);
   });
@@ -55,10 +55,10 @@ TEST(XMLSaxMemory, Keeps_the_tree_built_up_to_the_failure) {
     nodes = now;
     for (const IXMLDOMNode* child = document->m_pFirstChild; child != nullptr;
          child = child->m_pFirstChild) {
-      EXPECT_EQ(document.get(), child->m_pOwnerDocument);
+      EXPECT_EQ(document.Get(), child->m_pOwnerDocument);
     }
   }
-  EXPECT_EQ(Outline(whole), Outline(document));
+  EXPECT_EQ(CompactXml(whole), CompactXml(document));
 }
 
 TEST(XMLSaxMemory, Leaves_a_document_that_loads_again) {
@@ -66,7 +66,7 @@ TEST(XMLSaxMemory, Leaves_a_document_that_loads_again) {
   for (int allowed = 0; !LoadWithin(document, allowed); ++allowed) {
     SCOPED_TRACE(allowed);
     EXPECT_EQ(VARIANT_TRUE, document->loadXML("<z/>"));
-    EXPECT_EQ("z", Outline(document));
+    EXPECT_EQ("<z/>", CompactXml(document));
     EXPECT_EQ(1, CXMLSax::m_iObjCount);
     EXPECT_EQ(1, CNodeStack::m_iObjCount);
     EXPECT_EQ(0, CNodeStackElt::m_iObjCount);
@@ -119,7 +119,7 @@ TEST(XMLSaxMemory, Is_out_for_a_text_that_the_parser_cannot_hold) {
   }
   EXPECT_EQ(VARIANT_FALSE, parsed);
   EXPECT_EQ(XML_ERROR_NO_MEMORY, document->m_pSax->GetErrorCode());
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 TEST(XMLSaxMemory, Is_out_for_a_file_that_cannot_be_read_whole) {
@@ -132,7 +132,7 @@ TEST(XMLSaxMemory, Is_out_for_a_file_that_cannot_be_read_whole) {
     outcome.result = document->load(file.Path(), &outcome.flag);
   }
   EXPECT_EQ(kNotParsed, outcome);
-  EXPECT_EQ("", Outline(document));
+  EXPECT_EQ("", CompactXml(document));
 }
 
 // ---- What get_parseError tells of it
@@ -248,7 +248,7 @@ std::string TextThatIsLogged() {
 }
 
 /// All cases run with a parser for which they do.
-class XMLSaxExceptions : public testing::Test {
+class XMLSaxMemoryExceptions : public testing::Test {
  private:
   ExpatVersion m_recursing{2, 6, 4};
 };
@@ -267,13 +267,13 @@ class ThrowingLog {
 
 }  // namespace
 
-TEST_F(XMLSaxExceptions, Pass_out_of_the_load_of_a_text) {
+TEST_F(XMLSaxMemoryExceptions, Pass_out_of_the_load_of_a_text) {
   const Document document = NewDocument();
   const ThrowingLog log;
   EXPECT_THROW(document->loadXML(TextThatIsLogged().c_str()), int);
 }
 
-TEST_F(XMLSaxExceptions, Are_thrown_once) {
+TEST_F(XMLSaxMemoryExceptions, Are_thrown_once) {
   const Document document = NewDocument();
   {
     const ThrowingLog log;
@@ -282,7 +282,7 @@ TEST_F(XMLSaxExceptions, Are_thrown_once) {
   EXPECT_EQ(VARIANT_TRUE, document->loadXML("<a/>"));
 }
 
-TEST_F(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
+TEST_F(XMLSaxMemoryExceptions, End_the_load_of_a_file_like_an_error) {
   const Document document = NewDocument();
   TemporaryFile file(TextThatIsLogged());
   const ThrowingLog log;
@@ -291,7 +291,7 @@ TEST_F(XMLSaxExceptions, End_the_load_of_a_file_like_an_error) {
   EXPECT_EQ(VARIANT_FALSE, success);
 }
 
-TEST_F(XMLSaxExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
+TEST_F(XMLSaxMemoryExceptions, Pass_out_of_the_load_of_a_file_when_they_are_the_library_s_own) {
   const Document document = NewDocument();
   TemporaryFile file(TextThatIsLogged());
   const RefusingLog log;

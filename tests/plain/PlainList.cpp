@@ -62,10 +62,10 @@ IXMLDOMNode* NodeList::GetItem(int index) {
     node = cursor->node;
     node->AddRef();
   }
-  while (cursorIndex < index) {
+  // The count may have been raised by hand.
+  while (node != nullptr && cursorIndex < index) {
     node->RealRelease();
     node = NextNode();
-    if (node == nullptr) return nullptr;
   }
   return node;
 }

@@ -28,7 +28,7 @@ Events InvalidQuery(const std::string& character) {
 
 }  // namespace
 
-TEST(XMLNodeMatch, A_null_step_matches_nothing_and_is_logged_for_elements_alone) {
+TEST(NodeMatchOutput, A_null_step_matches_nothing_and_is_logged_for_elements_alone) {
   Document document = Load("<item>text</item>");
   LogCapture log;
   EXPECT_EQ(0, document->MatchQuery(nullptr));
@@ -38,7 +38,7 @@ TEST(XMLNodeMatch, A_null_step_matches_nothing_and_is_logged_for_elements_alone)
   EXPECT_EQ(Events{kNullQuery}, log.Events());
 }
 
-TEST(XMLNodeMatch, Anything_but_a_bracket_between_predicates_is_logged) {
+TEST(NodeMatchOutput, Anything_but_a_bracket_between_predicates_is_logged) {
   const struct {
     const char* step;
     const char* character;
@@ -55,7 +55,7 @@ TEST(XMLNodeMatch, Anything_but_a_bracket_between_predicates_is_logged) {
   }
 }
 
-TEST(XMLNodeMatch, A_predicate_that_is_not_closed_is_logged) {
+TEST(NodeMatchOutput, A_predicate_that_is_not_closed_is_logged) {
   Document document = Load(kItem);
   for (const char* step :
        {"item[", "item[@id='7'", "item[@id='7'][", "item[@id='7'] [n=42", "*[", "item[ "}) {
@@ -66,14 +66,14 @@ TEST(XMLNodeMatch, A_predicate_that_is_not_closed_is_logged) {
   }
 }
 
-TEST(XMLNodeMatch, The_text_of_an_element_is_compared_decoded_with_a_debug_line) {
+TEST(NodeMatchOutput, The_text_of_an_element_is_compared_decoded_with_a_debug_line) {
   Document document = Load("<item><n>a&lt;b</n></item>");
   StdoutCapture out;
   EXPECT_EQ(1, Root(document)->MatchQuery("item[n='a<b']"));
   EXPECT_EQ("Translate Entities: from <a&lt;b> to <a<b>\n", out.Take());
 }
 
-TEST(XMLNodeMatch, The_value_of_an_attribute_is_compared_as_stored) {
+TEST(NodeMatchOutput, The_value_of_an_attribute_is_compared_as_stored) {
   Document document = Load("<item k='a&lt;b'/>");
   StdoutCapture out;
   EXPECT_EQ(1, Root(document)->MatchQuery("item[@k='a&lt;b']"));
@@ -81,7 +81,7 @@ TEST(XMLNodeMatch, The_value_of_an_attribute_is_compared_as_stored) {
   EXPECT_EQ("", out.Take());
 }
 
-TEST(XMLNodeMatch, Each_piece_of_a_text_prints_what_was_collected_so_far) {
+TEST(NodeMatchOutput, Each_piece_of_a_text_prints_what_was_collected_so_far) {
   Document document = Load("<item><n>a&amp;<m>b&gt;</m></n></item>");
   StdoutCapture out;
   EXPECT_EQ(1, Root(document)->MatchQuery("item[n='a& b>']"));
@@ -91,7 +91,7 @@ TEST(XMLNodeMatch, Each_piece_of_a_text_prints_what_was_collected_so_far) {
       out.Take());
 }
 
-TEST(XMLNodeMatch, Every_candidate_of_the_name_is_read_until_one_matches) {
+TEST(NodeMatchOutput, Every_candidate_of_the_name_is_read_until_one_matches) {
   Document document = Load("<item><m>&lt;</m><n>&gt;</n><n>&amp;</n><n>&quot;</n></item>");
   StdoutCapture out;
   EXPECT_EQ(1, Root(document)->MatchQuery("item[n='&']"));
@@ -101,7 +101,7 @@ TEST(XMLNodeMatch, Every_candidate_of_the_name_is_read_until_one_matches) {
       out.Take());
 }
 
-TEST(XMLNodeMatch, An_unknown_reference_is_kept_and_logged) {
+TEST(NodeMatchOutput, An_unknown_reference_is_kept_and_logged) {
   Document document = Load("<item><n/></item>");
   At(document, {0, 0})->AddTextChild("x&foo;y");
   LogCapture log;
@@ -114,7 +114,7 @@ TEST(XMLNodeMatch, An_unknown_reference_is_kept_and_logged) {
             log.Events());
 }
 
-TEST(XMLNodeMatch, A_text_is_read_before_the_literal_is_looked_at) {
+TEST(NodeMatchOutput, A_text_is_read_before_the_literal_is_looked_at) {
   for (const char* step : {"item[n=']", "item[n='open]", "item[n=1]", "item[n='no']"}) {
     SCOPED_TRACE(step);
     Document document = Load("<item><n>&lt;</n></item>");
@@ -124,7 +124,7 @@ TEST(XMLNodeMatch, A_text_is_read_before_the_literal_is_looked_at) {
   }
 }
 
-TEST(XMLNodeMatch, A_text_is_read_only_for_a_value_to_compare_it_with) {
+TEST(NodeMatchOutput, A_text_is_read_only_for_a_value_to_compare_it_with) {
   Document document = Load("<item><n>&lt;</n></item>");
   StdoutCapture out;
   for (const char* step :

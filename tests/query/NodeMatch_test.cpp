@@ -30,7 +30,7 @@ void ExpectSilently(int result, const std::vector<Step>& rows) {
 
 }  // namespace
 
-TEST(StringMatchesSubString, Compares_the_whole_text_with_the_first_bytes) {
+TEST(NodeMatchSubString, Compares_the_whole_text_with_the_first_bytes) {
   const struct {
     const char* s;
     const char* sub;
@@ -59,7 +59,7 @@ TEST(StringMatchesSubString, Compares_the_whole_text_with_the_first_bytes) {
   }
 }
 
-TEST(XMLNodeMatch, A_name_matches_the_element_of_exactly_that_name) {
+TEST(NodeMatch, A_name_matches_the_element_of_exactly_that_name) {
   ExpectSilently(1, {{"<item/>", "item"}, {"<a-b.c/>", "a-b.c"}, {"<\xc3\xa9/>", "\xc3\xa9"}});
   ExpectSilently(0, {{"<item/>", "Item"},
                      {"<item/>", "ite"},
@@ -71,17 +71,17 @@ TEST(XMLNodeMatch, A_name_matches_the_element_of_exactly_that_name) {
                      {"<item/>", "item]"}});
 }
 
-TEST(XMLNodeMatch, A_star_matches_every_element) {
+TEST(NodeMatch, A_star_matches_every_element) {
   ExpectSilently(1, {{"<item/>", "*"}, {"<x>text</x>", "*"}, {kItem, "*[@id='7']"}});
   ExpectSilently(0, {{"<item/>", "**"}, {"<item/>", "*item"}, {"<item/>", "* "}});
 }
 
-TEST(XMLNodeMatch, An_empty_name_matches_an_element_without_one) {
+TEST(NodeMatch, An_empty_name_matches_an_element_without_one) {
   Node element(new IXMLDOMNode(nullptr, "", nullptr, NODE_ELEMENT));
   EXPECT_EQ(1, element->MatchQuery(""));
 }
 
-TEST(XMLNodeMatch, Only_elements_match) {
+TEST(NodeMatch, Only_elements_match) {
   Document document = NewDocument();
   for (int type = NODE_INVALID; type <= NODE_NOTATION; ++type) {
     SCOPED_TRACE(type);
@@ -92,7 +92,7 @@ TEST(XMLNodeMatch, Only_elements_match) {
   }
 }
 
-TEST(XMLNodeMatch, A_number_is_compared_with_the_leading_integer) {
+TEST(NodeMatch, A_number_is_compared_with_the_leading_integer) {
   ExpectSilently(1, {{kItem, "item[@id=7]"},
                      {kItem, "item[@id=07]"},
                      {kItem, "item[@id= +7x]"},
@@ -112,7 +112,7 @@ TEST(XMLNodeMatch, A_number_is_compared_with_the_leading_integer) {
                      {"<item><n>4294967297</n></item>", "item[n=1]"}});
 }
 
-TEST(XMLNodeMatch, A_number_beyond_a_long_is_the_nearest_long) {
+TEST(NodeMatch, A_number_beyond_a_long_is_the_nearest_long) {
   ExpectSilently(1, {{"<item n='99999999999999999998'/>", "item[@n=99999999999999999999]"},
                      {"<item n='-99999999999999999998'/>", "item[@n=-99999999999999999999]"}});
   ExpectSilently(0, {{"<item n='99999999999999999999'/>", "item[@n=-99999999999999999999]"},
@@ -122,13 +122,13 @@ TEST(XMLNodeMatch, A_number_beyond_a_long_is_the_nearest_long) {
                               {"<item n='-2147483649'/>", "item[@n=-2147483648]"}});
 }
 
-TEST(XMLNodeMatch, An_element_without_text_equals_no_number) {
+TEST(NodeMatch, An_element_without_text_equals_no_number) {
   ExpectSilently(0, {{"<item><n/></item>", "item[n=0]"},
                      {"<item><n/></item>", "item[n=]"},
                      {"<item><n><m/></n></item>", "item[n=0]"}});
 }
 
-TEST(XMLNodeMatch, A_quoted_literal_is_compared_byte_by_byte) {
+TEST(NodeMatch, A_quoted_literal_is_compared_byte_by_byte) {
   ExpectSilently(1, {{kItem, "item[@id='7']"},
                      {kItem, "item[@id=\"7\"]"},
                      {kItem, "item[n=' 42abc']"},
@@ -147,14 +147,14 @@ TEST(XMLNodeMatch, A_quoted_literal_is_compared_byte_by_byte) {
                      {kItem, "item[@id='']"}});
 }
 
-TEST(XMLNodeMatch, What_follows_the_closing_quote_is_ignored) {
+TEST(NodeMatch, What_follows_the_closing_quote_is_ignored) {
   ExpectSilently(1, {{kItem, "item[@id='7'x]"},
                      {kItem, "item[@id='7'='8']"},
                      {kItem, "item[@id=\"7\"\"]"},
                      {"<item><t>it\"s</t></item>", "item[t='it\"s'/x]"}});
 }
 
-TEST(XMLNodeMatch, A_literal_without_closing_quote_matches_nothing) {
+TEST(NodeMatch, A_literal_without_closing_quote_matches_nothing) {
   ExpectSilently(0, {{kItem, "item[@id='7]"},
                      {kItem, "item[@id='7\"]"},
                      {kItem, "item[@id=']"},
@@ -164,11 +164,11 @@ TEST(XMLNodeMatch, A_literal_without_closing_quote_matches_nothing) {
                      {"<item><n/></item>", "item[n=\"']"}});
 }
 
-TEST(XMLNodeMatch, A_closing_bracket_inside_quotes_ends_the_predicate) {
+TEST(NodeMatch, A_closing_bracket_inside_quotes_ends_the_predicate) {
   ExpectSilently(0, {{"<item id='7]'/>", "item[@id='7]']"}});
 }
 
-TEST(XMLNodeMatch, An_empty_literal_equals_an_empty_and_a_missing_value) {
+TEST(NodeMatch, An_empty_literal_equals_an_empty_and_a_missing_value) {
   ExpectSilently(1, {{"<item><t/></item>", "item[t='']"},
                      {"<item><t></t></item>", "item[t=\"\"]"},
                      {"<item><t><u/></t></item>", "item[t='']"},
@@ -178,7 +178,7 @@ TEST(XMLNodeMatch, An_empty_literal_equals_an_empty_and_a_missing_value) {
                      {"<item/>", "item[@k='']"}});
 }
 
-TEST(XMLNodeMatch, An_attribute_without_value_equals_only_an_empty_literal) {
+TEST(NodeMatch, An_attribute_without_value_equals_only_an_empty_literal) {
   Document document = Load("<item/>");
   Root(document)->AddAttribute("k", nullptr);
   EXPECT_EQ(1, Root(document)->MatchQuery("item[@k='']"));
@@ -187,7 +187,7 @@ TEST(XMLNodeMatch, An_attribute_without_value_equals_only_an_empty_literal) {
   EXPECT_EQ(0, Root(document)->MatchQuery("item[@k=]"));
 }
 
-TEST(XMLNodeMatch, A_bare_name_is_no_test_for_existence) {
+TEST(NodeMatch, A_bare_name_is_no_test_for_existence) {
   ExpectSilently(0, {{kItem, "item[@id]"},
                      {kItem, "item[n]"},
                      {kItem, "item[]"},
@@ -197,7 +197,7 @@ TEST(XMLNodeMatch, A_bare_name_is_no_test_for_existence) {
                      {"<item><a><b/></a></item>", "item[a/b]"}});
 }
 
-TEST(XMLNodeMatch, Some_candidate_has_to_satisfy_the_predicate) {
+TEST(NodeMatch, Some_candidate_has_to_satisfy_the_predicate) {
   const char* const xml = "<item a='1' b='2'>x<n>1</n><m>2</m><n>3</n></item>";
   ExpectSilently(1, {{xml, "item[n=1]"}, {xml, "item[n=3]"}, {xml, "item[@b=2]"}});
   ExpectSilently(0, {{xml, "item[n=2]"},
@@ -207,11 +207,11 @@ TEST(XMLNodeMatch, Some_candidate_has_to_satisfy_the_predicate) {
                      {xml, "item[#Text='x']"}});
 }
 
-TEST(XMLNodeMatch, The_last_name_of_a_predicate_is_no_wildcard) {
+TEST(NodeMatch, The_last_name_of_a_predicate_is_no_wildcard) {
   ExpectSilently(0, {{kItem, "item[*=42]"}, {kItem, "item[@*=7]"}, {kItem, "item[='7']"}});
 }
 
-TEST(XMLNodeMatch, A_path_in_a_predicate_goes_down_one_level_a_segment) {
+TEST(NodeMatch, A_path_in_a_predicate_goes_down_one_level_a_segment) {
   const char* const xml = "<item><a/><a k='1'><b>v</b><c><d>w</d></c></a><b>no</b></item>";
   ExpectSilently(1, {{xml, "item[a/b='v']"},
                      {xml, "item[a/@k='1']"},
@@ -230,7 +230,7 @@ TEST(XMLNodeMatch, A_path_in_a_predicate_goes_down_one_level_a_segment) {
                      {xml, "item[a/@k/b='v']"}});
 }
 
-TEST(XMLNodeMatch, A_segment_that_begins_with_a_star_passes_any_name) {
+TEST(NodeMatch, A_segment_that_begins_with_a_star_passes_any_name) {
   const char* const xml = "<item><a k='1'><b>v</b></a></item>";
   ExpectSilently(1, {{xml, "item[*/b='v']"},
                      {xml, "item[*x/b='v']"},
@@ -239,13 +239,13 @@ TEST(XMLNodeMatch, A_segment_that_begins_with_a_star_passes_any_name) {
   ExpectSilently(0, {{xml, "item[x*/b='v']"}, {xml, "item[*/*='v']"}, {xml, "item[*/c='v']"}});
 }
 
-TEST(XMLNodeMatch, A_slash_counts_only_outside_quotes_of_both_kinds) {
+TEST(NodeMatch, A_slash_counts_only_outside_quotes_of_both_kinds) {
   ExpectSilently(1, {{"<item><t>it's/x</t></item>", "item[t=\"it's/x\"]"},
                      {"<item k='a/b'/>", "item[@k='a/b']"}});
   ExpectSilently(0, {{"<item><t><x>1</x></t></item>", "item[t='a'/x=1]"}});
 }
 
-TEST(XMLNodeMatch, All_predicates_of_a_step_have_to_hold) {
+TEST(NodeMatch, All_predicates_of_a_step_have_to_hold) {
   ExpectSilently(1, {{kItem, "item[@id='7'][n=42]"},
                      {kItem, "item[@id='7'] [n=42]"},
                      {kItem, "item[@id='7']   [n=42]  "},
@@ -253,19 +253,19 @@ TEST(XMLNodeMatch, All_predicates_of_a_step_have_to_hold) {
   ExpectSilently(0, {{kItem, "item[@id='7'][n=43]"}, {kItem, "item[@id='8'][n=42]"}});
 }
 
-TEST(XMLNodeMatch, A_blank_before_the_first_bracket_belongs_to_the_name) {
+TEST(NodeMatch, A_blank_before_the_first_bracket_belongs_to_the_name) {
   ExpectSilently(0, {{kItem, "item [@id='7']"}});
 }
 
-TEST(XMLNodeMatch, Predicates_behind_one_that_fails_are_not_examined) {
+TEST(NodeMatch, Predicates_behind_one_that_fails_are_not_examined) {
   ExpectSilently(0, {{kItem, "item[@id='8']x"}, {kItem, "item[@id='8']["}, {kItem, "item[]x"}});
 }
 
-TEST(XMLNodeMatch, Predicates_of_another_name_are_not_examined) {
+TEST(NodeMatch, Predicates_of_another_name_are_not_examined) {
   ExpectSilently(0, {{kItem, "other["}, {kItem, "other[@id='7']x"}});
 }
 
-TEST(XMLNodeMatch, MatchesSubquery_searches_children_or_attributes) {
+TEST(NodeMatch, MatchesSubquery_searches_children_or_attributes) {
   Document document = Load(kItem);
   EXPECT_EQ(1, Root(document)->MatchesSubquery("n=42"));
   EXPECT_EQ(1, Root(document)->MatchesSubquery("@id='7'"));
@@ -274,18 +274,18 @@ TEST(XMLNodeMatch, MatchesSubquery_searches_children_or_attributes) {
   EXPECT_EQ(0, Root(document)->MatchesSubquery(""));
 }
 
-TEST(XMLNodeMatch, MatchesSubquery_works_on_nodes_of_every_type) {
+TEST(NodeMatch, MatchesSubquery_works_on_nodes_of_every_type) {
   Document document = Load(kItem);
   EXPECT_EQ(1, document->MatchesSubquery("item/n=42"));
   EXPECT_EQ(0, At(document, {0, 0, 0})->MatchesSubquery("n=42"));
 }
 
-TEST(XMLNodeMatch, MatchesSubquery_does_not_take_a_bracket_for_an_end) {
+TEST(NodeMatch, MatchesSubquery_does_not_take_a_bracket_for_an_end) {
   Document document = Load("<item id='7]'/>");
   EXPECT_EQ(1, Root(document)->MatchesSubquery("@id='7]'"));
 }
 
-TEST(XMLNodeMatch, MatchSubqueryHelper_looks_only_at_the_candidate) {
+TEST(NodeMatch, MatchSubqueryHelper_looks_only_at_the_candidate) {
   Document document = Load(kItem);
   Document other = NewDocument();
   IXMLDOMNode* const element = At(document, {0, 0});
@@ -297,7 +297,7 @@ TEST(XMLNodeMatch, MatchSubqueryHelper_looks_only_at_the_candidate) {
   EXPECT_EQ(0, other->MatchSubqueryHelper(Root(document), "n=42"));
 }
 
-TEST(XMLNodeMatch, MatchSubqueryHelper_takes_elements_and_attributes_for_what_they_are) {
+TEST(NodeMatch, MatchSubqueryHelper_takes_elements_and_attributes_for_what_they_are) {
   Document document = Load(kItem);
   IXMLDOMNode* const element = At(document, {0, 0});
   IXMLDOMNode* const attribute = Root(document)->m_pFirstAttribute;
@@ -307,25 +307,25 @@ TEST(XMLNodeMatch, MatchSubqueryHelper_takes_elements_and_attributes_for_what_th
   EXPECT_EQ(0, document->MatchSubqueryHelper(document, "Document Root/item='x'"));
 }
 
-TEST(XMLNodeMatch, MatchSubqueryHelper_fails_on_an_empty_predicate) {
+TEST(NodeMatch, MatchSubqueryHelper_fails_on_an_empty_predicate) {
   Document document = Load(kItem);
   EXPECT_EQ(0, document->MatchSubqueryHelper(Root(document), ""));
   EXPECT_EQ(0, document->MatchSubqueryHelper(Root(document)->m_pFirstAttribute, "@"));
 }
 
-TEST(XMLNodeMatch, Missing_arguments_match_nothing) {
+TEST(NodeMatch, Missing_arguments_match_nothing) {
   Document document = Load(kItem);
   EXPECT_EQ(0, Root(document)->MatchesSubquery(nullptr));
   EXPECT_EQ(0, document->MatchSubqueryHelper(nullptr, "item='x'"));
   EXPECT_EQ(0, document->MatchSubqueryHelper(Root(document), nullptr));
 }
 
-TEST(XMLNodeMatch, A_step_of_many_predicates_is_matched) {
+TEST(NodeMatch, A_step_of_many_predicates_is_matched) {
   const std::string step = "item" + Repeat("[@id=7] ", 10000);
   ExpectSilently(1, {{kItem, step.c_str()}});
 }
 
-TEST(XMLNodeMatch, A_predicate_may_go_deeper_than_the_call_stack) {
+TEST(NodeMatch, A_predicate_may_go_deeper_than_the_call_stack) {
   const int depth = 100000;
   Document document = Load(Repeat("<a>", depth) + "<b k='1'/>" + Repeat("</a>", depth));
   const std::string predicate = Repeat("*/", depth);
@@ -339,7 +339,7 @@ TEST(XMLNodeMatch, A_predicate_may_go_deeper_than_the_call_stack) {
   EXPECT_EQ(1, matching);
 }
 
-TEST(XMLNodeMatch, A_predicate_is_tested_on_many_children) {
+TEST(NodeMatch, A_predicate_is_tested_on_many_children) {
   std::string xml = "<item>";
   for (int i = 0; i < 100000; ++i) xml += "<n>" + std::to_string(i) + "</n>";
   Document document = Load(xml + "</item>");

@@ -81,7 +81,7 @@ void ExpectSame(const Heard& plain, const Heard& library) {
 }
 
 /// A library's single selection; null counts as a result too.
-Nodes Single(IXMLDOMNode* found) { return Nodes{Node(found).get()}; }
+Nodes Single(IXMLDOMNode* found) { return Nodes{Node(found).Get()}; }
 
 const int kTrees = 400;
 const int kPathsPerTree = 6;
@@ -259,7 +259,7 @@ TEST(SingleNodeSearch, A_search_that_comes_back_to_itself_ends) {
   Document document = Load("<a><a><a/></a></a>");
   for (const char* path : {"//a/../../b", "//a/../../*/b", "//*/../*/../b", "//a/../../../b"}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).get());
+    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).Get());
   }
 }
 
@@ -391,7 +391,7 @@ TEST(SingleNodeSearch, A_path_that_climbs_finds_what_stands_last) {
     SCOPED_TRACE(path);
     EXPECT_EQ(Root(document)->m_pFirstChild->m_pParent, Root(document));
     Node found(document->SelectSingleNode(path));
-    ASSERT_NE(nullptr, found.get());
+    ASSERT_NE(nullptr, found.Get());
     EXPECT_STREQ("zz", found->m_pszNodeName);
   }
 }
@@ -413,7 +413,7 @@ TEST(SingleNodeSearch, A_failing_search_of_a_bushy_tree_ends_quickly) {
   Document document = Load(Bush(14, 2));
   for (const char* path : {"//a/b", "//a/a/a/b", "//*/*/*/*/*/*/*/*/*/*/*/*/*/b"}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).get());
+    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).Get());
   }
 }
 
@@ -421,7 +421,7 @@ TEST(SingleNodeSearch, A_failing_search_of_a_wide_tree_ends_quickly) {
   Document document = Load("<r>" + Repeat("<a><a/></a>", 50000) + "</r>");
   for (const char* path : {"//a/b", "//a/a/b", "//*/a/a/a"}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).get());
+    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).Get());
   }
 }
 
@@ -450,5 +450,5 @@ TEST(SingleNodeSearch, A_path_of_many_steps_ends_quickly) {
   const int depth = 2000;
   Document document = Load(Repeat("<a>", depth) + Repeat("</a>", depth));
   const std::string path = "/" + Repeat("/a", 300) + "/b";
-  EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path.c_str())).get());
+  EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path.c_str())).Get());
 }

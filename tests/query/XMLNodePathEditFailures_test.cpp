@@ -162,7 +162,7 @@ TEST_P(XMLNodePathEditFailures, Let_the_exception_of_a_log_through_and_change_no
 
 // ---- The rest of what is logged
 
-TEST(XMLNodePathEditLog, Shows_the_node_that_was_called_and_not_its_document) {
+TEST(XMLNodePathEditFailuresLog, Shows_the_node_that_was_called_and_not_its_document) {
   Document document = Load("<r><a><b/></a></r>");
   IXMLDOMNode* node = At(document, {0, 0});
   LogCapture log;
@@ -174,7 +174,7 @@ TEST(XMLNodePathEditLog, Shows_the_node_that_was_called_and_not_its_document) {
   for (const LoggedEvent& event : log.Events()) EXPECT_EQ("<a>\n  <b/>\n</a>\n", event.body);
 }
 
-TEST(XMLNodePathEditLog, Holds_long_paths_and_contents_whole) {
+TEST(XMLNodePathEditFailuresLog, Holds_long_paths_and_contents_whole) {
   Document document = Load("<a/>");
   const std::string path(100000, 'x');
   LogCapture log;
@@ -186,7 +186,7 @@ TEST(XMLNodePathEditLog, Holds_long_paths_and_contents_whole) {
   EXPECT_TRUE(expected == log.Events());
 }
 
-TEST(XMLNodePathEditLog, An_empty_document_has_nothing_at_its_root) {
+TEST(XMLNodePathEditFailuresLog, An_empty_document_has_nothing_at_its_root) {
   Document document = NewDocument();
   LogCapture log;
   EXPECT_EQ(0, document->ReplaceChildAtXPath("/", "<n/>"));
@@ -200,11 +200,11 @@ TEST(XMLNodePathEditLog, An_empty_document_has_nothing_at_its_root) {
 }
 
 // The content is not looked at.
-TEST(XMLNodePathEditLog, A_target_that_lacks_the_parent_for_it_gives_0_without_a_word) {
+TEST(XMLNodePathEditFailuresLog, A_target_that_lacks_the_parent_for_it_gives_0_without_a_word) {
   Document document = Load("<a/>");
   Node detached = NewElement(document, "n");
   LogCapture log;
-  for (IXMLDOMNode* node : {static_cast<IXMLDOMNode*>(document), detached.get()}) {
+  for (IXMLDOMNode* node : {static_cast<IXMLDOMNode*>(document), detached.Get()}) {
     SCOPED_TRACE(node->m_pszNodeName);
     const std::string before = References(node);
     EXPECT_EQ(0, node->ReplaceChildAtXPath("", "<n>"));
@@ -220,9 +220,9 @@ TEST(XMLNodePathEditLog, A_target_that_lacks_the_parent_for_it_gives_0_without_a
 
 // ---- Targets that their parent does not list
 
-class XMLNodePathEditAtAttribute : public testing::Test {
+class XMLNodePathEditFailuresAtAttribute : public testing::Test {
  protected:
-  XMLNodePathEditAtAttribute()
+  XMLNodePathEditFailuresAtAttribute()
       : m_document(Load("<r v='1'><a/></r>")), m_attribute(Root(m_document)->m_pFirstAttribute) {}
 
   void ExpectUnchanged() { EXPECT_EQ("Document Root1[r1(v1)[a1]]", References(m_document)); }
@@ -233,7 +233,7 @@ class XMLNodePathEditAtAttribute : public testing::Test {
 
 const char kNotListed[] = "IXMLDOMNode::get_previousSibling: Call failed, no previous sibling";
 
-TEST_F(XMLNodePathEditAtAttribute, Replacing_logs_the_exception_and_throws_it_on) {
+TEST_F(XMLNodePathEditFailuresAtAttribute, Replacing_logs_the_exception_and_throws_it_on) {
   LogCapture log;
   EXPECT_EQ(kNotListed, Thrown([&] { m_attribute->ReplaceChildAtXPath("/", "<n v='1'/>"); }));
   EXPECT_EQ(
@@ -242,7 +242,7 @@ TEST_F(XMLNodePathEditAtAttribute, Replacing_logs_the_exception_and_throws_it_on
   ExpectUnchanged();
 }
 
-TEST_F(XMLNodePathEditAtAttribute, Replacing_throws_what_the_log_throws_instead) {
+TEST_F(XMLNodePathEditFailuresAtAttribute, Replacing_throws_what_the_log_throws_instead) {
   const long blocks = HeapBlocks();
   {
     RefusingLog log;
@@ -254,7 +254,7 @@ TEST_F(XMLNodePathEditAtAttribute, Replacing_throws_what_the_log_throws_instead)
 }
 
 // Deliberate: the exception leaves with the reference of the call taken.
-TEST_F(XMLNodePathEditAtAttribute, Removing_throws_without_a_word_and_keeps_a_reference) {
+TEST_F(XMLNodePathEditFailuresAtAttribute, Removing_throws_without_a_word_and_keeps_a_reference) {
   LogCapture log;
   EXPECT_EQ(kNotListed, Thrown([&] { m_attribute->RemoveChildAtXPath("/"); }));
   EXPECT_TRUE(log.Events().empty());
@@ -262,7 +262,7 @@ TEST_F(XMLNodePathEditAtAttribute, Removing_throws_without_a_word_and_keeps_a_re
   m_attribute->RealRelease();
 }
 
-TEST_F(XMLNodePathEditAtAttribute, Replacing_gives_back_the_content_that_it_has_taken_out) {
+TEST_F(XMLNodePathEditFailuresAtAttribute, Replacing_gives_back_the_content_that_it_has_taken_out) {
   const int before = IXMLDOMNode::m_iObjCount;
   LogCapture log;
   EXPECT_EQ(kNotListed, Thrown([&] { m_attribute->ReplaceChildAtXPath("/", "<n><m/></n>"); }));
@@ -270,14 +270,14 @@ TEST_F(XMLNodePathEditAtAttribute, Replacing_gives_back_the_content_that_it_has_
 }
 
 // A place that is not found is no failure of the insertion.
-TEST_F(XMLNodePathEditAtAttribute, Inserting_gives_1_and_inserts_nothing) {
+TEST_F(XMLNodePathEditFailuresAtAttribute, Inserting_gives_1_and_inserts_nothing) {
   LogCapture log;
   EXPECT_EQ(1, m_attribute->InsertBeforeXPath("", "<n v='1'/>"));
   EXPECT_TRUE(log.Events().empty());
   ExpectUnchanged();
 }
 
-TEST_F(XMLNodePathEditAtAttribute, Appending_adds_a_child_to_the_attribute) {
+TEST_F(XMLNodePathEditFailuresAtAttribute, Appending_adds_a_child_to_the_attribute) {
   EXPECT_EQ(1, m_attribute->AppendChildAtXPath("/", "<n v='1'/>"));
   EXPECT_EQ("Document Root1[r1(v1[n1(v1)])[a1]]", References(m_document));
 }
@@ -296,7 +296,7 @@ const struct {
   Edit edit;
 } kEdits[] = {{"replace", Replace}, {"append", Append}, {"insert", Insert}, {"remove", Remove}};
 
-TEST(XMLNodePathEditDeathTest, Any_other_exception_ends_the_program) {
+TEST(XMLNodePathEditFailuresDeathTest, Any_other_exception_ends_the_program) {
   const LogSink sinks[] = {Throw<int>, Throw<std::bad_alloc>, Throw<AnyException>};
   for (LogSink sink : sinks) {
     EXPECT_DEATH(
@@ -319,7 +319,8 @@ TEST(XMLNodePathEditDeathTest, Any_other_exception_ends_the_program) {
   }
 }
 
-TEST(XMLNodePathEditUnexpected, Any_other_exception_ends_in_the_handler_with_all_given_back) {
+TEST(XMLNodePathEditFailuresUnexpected,
+     Any_other_exception_ends_in_the_handler_with_all_given_back) {
   UnexpectedHandler handler;
   for (const auto& row : kEdits) {
     SCOPED_TRACE(row.name);

@@ -4,9 +4,10 @@
 #include <ostream>
 #include <string>
 
+#include "harness/CompactXml.h"
+#include "harness/LinearTime.h"
 #include "harness/LogCapture.h"
 #include "harness/NodeFacts.h"
-#include "harness/Outline.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
@@ -142,7 +143,7 @@ TEST(XMLNodePathEditTargets, An_edit_that_destroys_the_node_it_is_called_on_gets
   Document document = Load(kXml);
   EXPECT_EQ(1, At(document, {0, 0})->ReplaceChildAtXPath("/", "<n/>"));
   EXPECT_EQ(1, At(document, {0, 1})->RemoveChildAtXPath("/"));
-  EXPECT_EQ("r[n c]", Outline(document));
+  EXPECT_EQ("<r><n/><c/></r>", CompactXml(document));
 }
 
 // ---- What comes into the tree
@@ -161,14 +162,14 @@ TEST(XMLNodePathEditContent, Only_the_root_element_is_put_in_place) {
     EXPECT_EQ(1, document->AppendChildAtXPath("/", content));
     EXPECT_EQ(1, document->InsertBeforeXPath("//a", content));
     EXPECT_EQ(1, document->ReplaceChildAtXPath("//a", content));
-    EXPECT_EQ("r[n n n]", Outline(document));
+    EXPECT_EQ("<r><n/><n/><n/></r>", CompactXml(document));
   }
 }
 
 TEST(XMLNodePathEditContent, Texts_and_values_are_kept_as_written) {
   Document document = Load("<r/>");
   EXPECT_EQ(1, document->AppendChildAtXPath("/", "<n v='&lt;&#65;'>&amp;&#66;<m/></n>"));
-  EXPECT_EQ("r[n(v='&lt;A')[#Text'&amp;&#66;' m]]", Outline(document));
+  EXPECT_EQ("<r><n v='&lt;A'>&amp;&#66;<m/></n></r>", CompactXml(document));
 }
 
 TEST(XMLNodePathEditContent, All_attributes_below_get_the_owner_of_the_place) {
@@ -188,27 +189,28 @@ TEST(XMLNodePathEditContent, At_a_node_without_owner_nothing_gets_one) {
   EXPECT_EQ(1, parent->AppendChildAtXPath("/", "<n v='1'><m w='2'/></n>"));
   EXPECT_EQ(1, parent->ReplaceChildAtXPath("a", "<n v='1'><m w='2'/></n>"));
   EXPECT_EQ(1, parent->InsertBeforeXPath("b", "<n v='1'><m w='2'/></n>"));
-  EXPECT_EQ("p[n(v='1')[m(w='2')] n(v='1')[m(w='2')] b n(v='1')[m(w='2')]]", Outline(parent));
+  EXPECT_EQ("<p><n v='1'><m w='2'/></n><n v='1'><m w='2'/></n><b/><n v='1'><m w='2'/></n></p>",
+            CompactXml(parent));
   EXPECT_EQ("", NotOwnedBy(nullptr, parent));
   EXPECT_EQ("", AttributesNotOwnedBy(nullptr, parent));
 }
 
 TEST(XMLNodePathEditContent, Wide_and_deep_content_needs_no_stack) {
-  const int count = 20000;
-  const std::string contents[] = {
-      "<n>" + Repeat("<m v='1'/>", count) + "</n>",
-      Repeat("<n v='1'>", count) + Repeat("</n>", count),
-  };
-  for (const std::string& content : contents) {
-    Document document = Load("<r><a/></r>");
-    const double seconds = OnSmallStack([&] {
-      EXPECT_EQ(1, document->AppendChildAtXPath("/r/a", content.c_str()));
-      EXPECT_EQ(1, document->ReplaceChildAtXPath("/r/a", content.c_str()));
-      EXPECT_EQ(1, document->InsertBeforeXPath("/r/n", content.c_str()));
-      EXPECT_EQ(1, document->RemoveChildAtXPath("/r/n"));
+  for (bool isWide : {true, false}) {
+    SCOPED_TRACE(isWide);
+    ExpectLinearTime(20000, [isWide](int count) {
+      const std::string content = isWide ? "<n>" + Repeat("<m v='1'/>", count) + "</n>"
+                                         : Repeat("<n v='1'>", count) + Repeat("</n>", count);
+      Document document = Load("<r><a/></r>");
+      const double seconds = OnSmallStack([&] {
+        EXPECT_EQ(1, document->AppendChildAtXPath("/r/a", content.c_str()));
+        EXPECT_EQ(1, document->ReplaceChildAtXPath("/r/a", content.c_str()));
+        EXPECT_EQ(1, document->InsertBeforeXPath("/r/n", content.c_str()));
+        EXPECT_EQ(1, document->RemoveChildAtXPath("/r/n"));
+      });
+      EXPECT_EQ(document.Get(), At(document, {0, 0, 0})->m_pFirstAttribute->m_pOwnerDocument);
+      return seconds;
     });
-    EXPECT_EQ(document.get(), At(document, {0, 0, 0})->m_pFirstAttribute->m_pOwnerDocument);
-    EXPECT_LT(seconds, 0.5);
   }
 }
 

@@ -88,7 +88,7 @@ TEST_F(XMLNodeSelectHelper, Behind_the_last_step_the_node_itself_is_added_whatev
   EXPECT_EQ(Nodes{m_root}, Select(m_root, list, 1));
   EXPECT_EQ(Nodes{At(m_root, {0})}, Select(At(m_root, {0}), list, 1));
   CXPathList empty;
-  EXPECT_EQ(Nodes{m_document.get()}, Select(m_document, empty, 0));
+  EXPECT_EQ(Nodes{m_document.Get()}, Select(m_document, empty, 0));
 }
 
 TEST_F(XMLNodeSelectHelper, A_step_that_there_is_none_of_matches_no_child_and_is_logged) {

@@ -161,20 +161,20 @@ TEST(XMLNodeSelectSingle, A_failed_descendant_selection_says_what_it_says_twice)
 
 TEST(XMLNodeSelectSingle, The_wrapped_single_path_selects_alike) {
   Document document = Load(kNested);
-  EXPECT_EQ(At(document, {0, 0}), Node(document->SelectSingleNode(_bstr_t("//a"))).get());
-  EXPECT_EQ(Root(document), Node(Root(document)->SelectSingleNode(_bstr_t("/"))).get());
-  EXPECT_EQ(Root(document), Node(Root(document)->SelectSingleNode(_bstr_t())).get());
+  EXPECT_EQ(At(document, {0, 0}), Node(document->SelectSingleNode(_bstr_t("//a"))).Get());
+  EXPECT_EQ(Root(document), Node(Root(document)->SelectSingleNode(_bstr_t("/"))).Get());
+  EXPECT_EQ(Root(document), Node(Root(document)->SelectSingleNode(_bstr_t())).Get());
 }
 
 TEST(XMLNodeSelectSingle, selectSingleNode2_hands_the_node_out) {
   Document document = Load(kNested);
   Node node;
   EXPECT_EQ(S_OK, document->selectSingleNode2("//a", node.Out()));
-  EXPECT_EQ(At(document, {0, 0}), node.get());
+  EXPECT_EQ(At(document, {0, 0}), node.Get());
   EXPECT_EQ(S_OK, Root(document)->selectSingleNode2("/", node.Out()));
-  EXPECT_EQ(Root(document), node.get());
+  EXPECT_EQ(Root(document), node.Get());
   EXPECT_EQ(S_OK, Root(document)->selectSingleNode2(nullptr, node.Out()));
-  EXPECT_EQ(Root(document), node.get());
+  EXPECT_EQ(Root(document), node.Get());
 }
 
 TEST(XMLNodeSelectSingle, selectSingleNode2_hands_null_out_when_nothing_matches) {
@@ -196,7 +196,7 @@ TEST(XMLNodeSelectSingle, A_selected_node_has_one_reference_more) {
   for (const char* path : {"", "/", "/r", "//r", "a/../../r"}) {
     SCOPED_TRACE(path);
     Node found(Root(document)->SelectSingleNode(path));
-    EXPECT_EQ(Root(document), found.get());
+    EXPECT_EQ(Root(document), found.Get());
     EXPECT_EQ(2, Root(document)->GetRefCount());
   }
   EXPECT_EQ(1, Root(document)->GetRefCount());
@@ -241,7 +241,7 @@ TEST(XMLNodeSelectSingle, A_single_selection_without_memory_leaves_nothing_behin
   Document document = Load(kFamily);
   for (const char* path : {"//b/c", "//c/../../../b", "/r/a[x/y='']"}) {
     SCOPED_TRACE(path);
-    EXPECT_LT(0, FailEachAllocation([&] { Node node(document->SelectSingleNode(path)); }));
+    EXPECT_LT(0, CountFailingAllocations([&] { Node node(document->SelectSingleNode(path)); }));
   }
   EXPECT_EQ(1, Root(document)->GetRefCount());
 }

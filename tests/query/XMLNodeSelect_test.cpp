@@ -241,7 +241,7 @@ TEST(XMLNodeSelect, An_exception_drops_what_was_selected_so_far) {
 
 TEST(XMLNodeSelect, A_list_selection_without_memory_leaves_nothing_behind) {
   Document document = Load(kFamily);
-  EXPECT_LT(0, FailEachAllocation([&] {
+  EXPECT_LT(0, CountFailingAllocations([&] {
               Ref<IXMLDOMNodeList> list(document->SelectNodes("//a[@id='a2' or @x/y='']/b"));
             }));
   EXPECT_EQ(1, Root(document)->GetRefCount());

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <malloc.h>
 #include <xmldom/query/XPathList.h>
 
 #include <new>
@@ -259,6 +260,21 @@ TEST(XPathList, CreateIndex_follows_steps_that_were_linked_by_hand) {
   list.CreateIndex();
   EXPECT_STREQ("a", list.m_ppIndex[0]);
   EXPECT_EQ(list.m_pLast->m_pszString, list.m_ppIndex[1]);
+}
+
+TEST(XPathList, CreateIndex_has_room_for_all_steps_whatever_the_count_says) {
+  const int steps = 1000;
+  for (const int count : {-1, 0, 1, steps, steps + 1000}) {
+    SCOPED_TRACE(count);
+    CXPathList list;
+    list.ParsePath(Repeat("/a", steps).c_str());
+    list.m_nCount = count;
+    list.CreateIndex();
+    ASSERT_GE(malloc_usable_size(list.m_ppIndex), steps * sizeof(char*));
+    EXPECT_EQ(list.m_pFirst->m_pszString, list.m_ppIndex[0]);
+    EXPECT_EQ(list.m_pLast->m_pszString, list.m_ppIndex[steps - 1]);
+    for (int k = steps; k < count; ++k) EXPECT_EQ(nullptr, list.m_ppIndex[k]);
+  }
 }
 
 TEST(XPathList, CreateIndex_of_an_empty_list_has_no_entries) {

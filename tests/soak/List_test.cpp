@@ -43,14 +43,43 @@ std::string Describe(const Forest& forest, const plain::NodeList& list) {
   return text + "\n";
 }
 
-/// Puts the second link first, which a list cannot notice.
+// Changes by hand, of which all are such that a list can notice them in constant time: those of the
+// head, of the link to the last item, and of the count.
+
+/// Swaps two neighbours; `field` links to the first of them.
+template <class Link>
+void SwapAt(Link** field, Link* Link::*next) {
+  Link* first = *field;
+  if (first == nullptr || first->*next == nullptr) return;
+  Link* second = first->*next;
+  first->*next = second->*next;
+  second->*next = first;
+  *field = second;
+}
+
 template <class Link>
 void SwapFirstTwo(Link*& head, Link* Link::*next) {
-  if (head == nullptr || head->*next == nullptr) return;
-  Link* second = head->*next;
-  head->*next = second->*next;
-  second->*next = head;
-  head = second;
+  SwapAt(&head, next);
+}
+
+template <class Link>
+void SwapLastTwo(Link*& head, Link* Link::*next) {
+  Link** field = &head;
+  while (*field != nullptr && (*field)->*next != nullptr && (*field)->*next->*next != nullptr) {
+    field = &((*field)->*next);
+  }
+  SwapAt(field, next);
+}
+
+/// Makes a change of one kind, below kHandChanges, to the fields of a list.
+const int kHandChanges = 5;
+template <class Link>
+void ChangeByHand(int kind, Link*& head, Link*& tail, int& count, Link* Link::*next) {
+  if (kind == 0) tail = nullptr;
+  if (kind == 1) SwapFirstTwo(head, next);
+  if (kind == 2) SwapLastTwo(head, next);
+  if (kind == 3) ++count;
+  if (kind == 4 && count > 0) --count;
 }
 
 std::string UseRandomly(Random random, Observer& observer, bool changesByHand) {
@@ -64,7 +93,7 @@ std::string UseRandomly(Random random, Observer& observer, bool changesByHand) {
   plain::NodeList plainList;
   std::string calls;
   for (int count = 4 + random.Below(40); count > 0; --count) {
-    const int kind = random.Below(changesByHand ? 12 : 10);
+    const int kind = random.Below(changesByHand ? 10 + kHandChanges : 10);
     const int number = random.Below(one.Count());
     const int index = random.Below(plainList.count + 3) - 1;
     const char* name = random.OneOf(kNames);
@@ -79,13 +108,12 @@ std::string UseRandomly(Random random, Observer& observer, bool changesByHand) {
         node = library ? fast->GetItem(index) : plainList.GetItem(index);
       } else if (kind == 9) {
         node = library ? fast->GetNamedItem(name) : plainList.GetNamedItem(name);
-      } else if (kind == 10) {
-        if (library) fast->m_pTail = nullptr;
-        if (!library) plainList.tail = nullptr;
       } else if (library) {
-        SwapFirstTwo(fast->m_pHead, &IXMLDOMNodeListElt::m_pNext);
+        ChangeByHand(kind - 10, fast->m_pHead, fast->m_pTail, fast->m_nCount,
+                     &IXMLDOMNodeListElt::m_pNext);
       } else {
-        SwapFirstTwo(plainList.head, &plain::NodeList::Link::next);
+        ChangeByHand(kind - 10, plainList.head, plainList.tail, plainList.count,
+                     &plain::NodeList::Link::next);
       }
       results += std::to_string(result) + " " + (library ? one : two).NameOf(node) + "\n";
       if (node != nullptr) node->RealRelease();

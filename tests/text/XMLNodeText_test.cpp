@@ -179,7 +179,7 @@ TEST(XMLNodeTextAsBSTR, Is_empty_when_there_is_no_text) {
   EXPECT_EQ("", TakeBstr(text));
 }
 
-TEST(XMLNodeGetText, Gives_a_new_string_also_when_it_is_empty) {
+TEST(XMLNodeTextGetText, Gives_a_new_string_also_when_it_is_empty) {
   for (const char* expected : {"text", ""}) {
     const Document document = Load("<a><b>" + std::string(expected) + "</b></a>");
     BSTR text = nullptr;
@@ -188,7 +188,7 @@ TEST(XMLNodeGetText, Gives_a_new_string_also_when_it_is_empty) {
   }
 }
 
-TEST(XMLNodeGetText, Refuses_a_null_out_pointer) {
+TEST(XMLNodeTextGetText, Refuses_a_null_out_pointer) {
   const Document document = Load("<a>x</a>");
   EXPECT_EQ(E_ARGUMENT, Root(document)->get_text(nullptr));
   EXPECT_EQ(0, GetNumBSTRsAllocated());
@@ -246,7 +246,7 @@ std::string Overrun(int passed, int required) {
 
 }  // namespace
 
-TEST(XMLNodeStringValue, Copies_a_text_that_fits_in_silence) {
+TEST(XMLNodeTextStringValue, Copies_a_text_that_fits_in_silence) {
   const struct {
     const char* text;
     int size;
@@ -261,7 +261,7 @@ TEST(XMLNodeStringValue, Copies_a_text_that_fits_in_silence) {
   }
 }
 
-TEST(XMLNodeStringValue, Gives_null_and_an_empty_text_when_there_is_none) {
+TEST(XMLNodeTextStringValue, Gives_null_and_an_empty_text_when_there_is_none) {
   for (int size : {1, 2, 16}) {
     SCOPED_TRACE(size);
     LogCapture log;
@@ -272,7 +272,7 @@ TEST(XMLNodeStringValue, Gives_null_and_an_empty_text_when_there_is_none) {
   }
 }
 
-TEST(XMLNodeStringValue, Cuts_a_text_that_does_not_fit_and_logs_it) {
+TEST(XMLNodeTextStringValue, Cuts_a_text_that_does_not_fit_and_logs_it) {
   const struct {
     const char* text;
     int size;
@@ -297,7 +297,7 @@ TEST(XMLNodeStringValue, Cuts_a_text_that_does_not_fit_and_logs_it) {
   }
 }
 
-TEST(XMLNodeStringValue, Logs_the_call_stack_of_a_cut) {
+TEST(XMLNodeTextStringValue, Logs_the_call_stack_of_a_cut) {
   LogCapture log;
   StringValueOf("abc", 1);
   ASSERT_EQ(2u, log.Events().size());

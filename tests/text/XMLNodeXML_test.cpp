@@ -271,7 +271,7 @@ TEST(XMLNodeXML, An_exception_of_the_log_passes_through_GetFilteredXML) {
 
 TEST(XMLNodeXML, GetFilteredXML_without_memory_leaves_nothing_behind) {
   Document document = Load(kPlain);
-  EXPECT_LT(0, FailEachAllocation([&] { Filtered(document, "//row/../../list[row='']"); }));
+  EXPECT_LT(0, CountFailingAllocations([&] { Filtered(document, "//row/../../list[row='']"); }));
   EXPECT_EQ(1, At(document, {0, 0})->GetRefCount());
 }
 

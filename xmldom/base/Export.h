@@ -1,19 +1,30 @@
 #ifndef XMLDOM_BASE_EXPORT_H
 #define XMLDOM_BASE_EXPORT_H
 
-/// Marks what the shared libraries hand out; everything else is built hidden.
+/// Exports a class or function from the shared library, because applications link to it. Everything
+/// without this mark is built hidden.
 #define XMLDOM_API __attribute__((visibility("default")))
 
-/// Takes a private member of such a class back.
+/// Keeps one member of an exported class out of the exported symbols, because only the library
+/// calls it.
 #define XMLDOM_HIDDEN __attribute__((visibility("hidden")))
 
-/// Lets the compiler check the arguments of a printf-style function: which parameter is the format,
-/// and which is the first that it formats (0 for a va_list). Parameters count from 1, `this` is
-/// one.
+/// Lets the compiler check the arguments of a printf-style function, because it cannot see by
+/// itself which parameter is the format. `text` is the position of the format; `first` that of the
+/// first argument that it formats, or 0 for a va_list. Positions count from 1, and `this` is one.
 #define XMLDOM_PRINTF(text, first) __attribute__((__format__(__printf__, text, first)))
 
-/// Which exception alone may leave a function; any other ends in the unexpected-exception handler.
-/// Only the library itself is compiled with it, since C++17 does not know it any more.
+/// Marks a function that hardly ever runs, because the compiler then makes it small, and moves the
+/// branches that call it out of the way of others.
+#define XMLDOM_COLD __attribute__((cold))
+
+/// Keeps a function out of its callers, because a caller that runs often and seldom needs it would
+/// save registers for it every time.
+#define XMLDOM_NOINLINE __attribute__((noinline))
+
+/// Names the one type of exception that may leave a function; any other ends in the handler for
+/// unexpected exceptions. Applications do not see it, because C++17 has no such specification any
+/// more.
 #ifdef XMLDOM_BUILDS_LIBRARY
 #define XMLDOM_THROWS(type) throw(type)
 #else

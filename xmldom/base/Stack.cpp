@@ -1,6 +1,6 @@
-// The one place where stacks of the library grow, for all kinds of items: they are moved as bytes.
-// It is not exported; tests/growth/Growth_test.cpp and tests/failure/ test it through the walks of
-// deep trees.
+// The growing of stacks, which is the same for all types of items, because items are moved as
+// bytes. Tested by tests/growth/Growth_test.cpp and tests/failure/Reading_test.cpp, by way of deep
+// trees, because it is not exported.
 
 #include <xmldom/base/Stack.h>
 

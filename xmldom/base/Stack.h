@@ -7,13 +7,14 @@
 
 namespace xmldom {
 
-/// Doubles the memory of a stack. `items` is where its items are, which is `inlineItems` before the
-/// first call and a heap block afterwards; `*capacity` counts items. Result: the new heap block,
-/// which holds the items. Effects: std::bad_alloc when memory is out, with nothing changed.
+/// Doubles the memory of a stack. `items` points to its items: before the first call that is
+/// `inlineItems`, and afterwards a block on the heap. `*capacity` is a number of items.
+/// Result: a block on the heap that holds the items; the former one is freed.
+/// Effects: std::bad_alloc when memory is out, and nothing is changed.
 void* GrowStack(void* items, const void* inlineItems, std::size_t* capacity, std::size_t itemSize);
 
-/// A stack of plain data. The first items are stored inline, in the object itself; when there are
-/// more of them, all are moved to the heap.
+/// A stack of plain data. The first kInline items are stored in the object itself; when there are
+/// more, all items are moved to a block on the heap.
 template <class T, std::size_t kInline>
 class Stack {
  public:
@@ -25,7 +26,7 @@ class Stack {
   Stack(const Stack&) = delete;
   Stack& operator=(const Stack&) = delete;
 
-  /// Effects: std::bad_alloc when memory is out.
+  /// Effects: std::bad_alloc when memory is out, and the stack is unchanged.
   void Push(const T& item) {
     if (m_size == m_capacity) {
       m_items = static_cast<T*>(GrowStack(m_items, m_inlineItems, &m_capacity, sizeof(T)));
@@ -33,6 +34,7 @@ class Stack {
     m_items[m_size++] = item;
   }
 
+  /// The last item, which must exist.
   T& Top() { return m_items[m_size - 1]; }
   T Pop() { return m_items[--m_size]; }
 

@@ -7,8 +7,9 @@
 #include <memory>
 #include <new>
 
-// Texts as the records hold them: NUL-terminated, on the C heap, so that an application may free
-// and replace them; and ranges, which are parts of a text that belongs to somebody else.
+// Names and values of nodes are NUL-terminated texts on the C heap, so that an application may free
+// and replace them with the means of C. A TextRange is a part of a text that belongs to somebody
+// else.
 
 namespace xmldom {
 
@@ -16,7 +17,7 @@ namespace xmldom {
 typedef std::unique_ptr<char, void (*)(void*)> HeapText;
 
 /// Copies the first `length` bytes of `text`. Result: a NUL-terminated copy on the C heap, the
-/// caller's. Effects: std::bad_alloc when memory is out.
+/// caller's (free). Effects: std::bad_alloc when memory is out.
 inline char* CopyString(const char* text, std::size_t length) {
   char* copy = static_cast<char*>(std::malloc(length + 1));
   if (copy == nullptr) throw std::bad_alloc();
@@ -25,15 +26,15 @@ inline char* CopyString(const char* text, std::size_t length) {
   return copy;
 }
 
-/// Copies a text as above; null gives null.
+/// Copies a whole text in the same way. Result: the copy; null for null.
 inline char* CopyString(const char* text) {
   return text == nullptr ? nullptr : CopyString(text, std::strlen(text));
 }
 
-/// Whether two texts are equal; a missing one equals only a missing one.
+/// Whether two texts are equal. A null one equals only another null.
 inline bool SameString(const char* a, const char* b) {
   if (a == nullptr || b == nullptr) return a == b;
-  // Most texts that differ do so in their first byte, so that strcmp is seldom called.
+  // Most texts that differ do so in the first byte, and then strcmp need not be called.
   return *a == *b && std::strcmp(a, b) == 0;
 }
 
@@ -49,11 +50,11 @@ struct TextRange {
 /// The range of a whole NUL-terminated text.
 inline TextRange WholeText(const char* text) { return TextRange{text, text + std::strlen(text)}; }
 
-/// Whether a NUL-terminated text equals a range; a missing text (null) equals none.
+/// Whether a NUL-terminated text equals a range. Null equals no range.
 inline bool Equals(const char* text, const TextRange& range) {
   if (text == nullptr) return false;
   const std::size_t length = range.Length();
-  // Most names that differ do so in their first byte, so that strncmp is seldom called.
+  // Most names that differ do so in the first byte, and then strncmp need not be called.
   if (length != 0 && *text != *range.begin) return false;
   return std::strncmp(text, range.begin, length) == 0 && text[length] == '\0';
 }

@@ -5,8 +5,8 @@
 
 namespace xmldom {
 
-// The numbers that this library posts log events with. A platform's layer names its own as it
-// likes, or not at all.
+// The types and severities of the log events that this library posts. They are spelled as numbers,
+// because a platform's own support layer may give them other names than Logger.h, or none.
 
 const LogTypeEnum kLogData = static_cast<LogTypeEnum>(11);
 const LogTypeEnum kLogDom = static_cast<LogTypeEnum>(18);

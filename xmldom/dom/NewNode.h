@@ -7,8 +7,12 @@
 
 namespace xmldom {
 
-/// A detached node, as its constructor makes it, for texts whose lengths are known; a null value
-/// stays null. Result: the caller's. Effects: std::bad_alloc when memory is out.
+/// The name of every text node that the library makes.
+const char* const kTextName = "#Text";
+
+/// Makes a detached node from texts whose lengths are known. `name` must not be null; a null
+/// `value` makes a node without value. Result: the node, the caller's. Effects: std::bad_alloc when
+/// memory is out.
 IXMLDOMNode* NewNode(IXMLDOMDocument2* document, tagDOMNodeType type, const char* name,
                      std::size_t nameLength, const char* value, std::size_t valueLength);
 

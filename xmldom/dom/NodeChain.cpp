@@ -1,10 +1,12 @@
+// The cache of chain ends: the record of a node has no room for the last node of its chains, and
+// finding it takes time linear in the chain. A slot, chosen by the address of the field that heads
+// a chain, holds the end of the chain that was appended to last. Tested by
+// tests/dom/NodeChain_test.cpp.
+
 #include <xmldom/dom/NodeChain.h>
 
 #include <cstddef>
 #include <cstdint>
-
-// The record of a node has no room for the end of its chains. The ends of the chains that grew last
-// are remembered here instead, so that appending to them one by one is linear.
 
 namespace xmldom {
 
@@ -12,16 +14,20 @@ unsigned long long g_uChainGeneration = 0;
 
 namespace {
 
+/// The end of a chain, as it was when the chain was appended to. `first` and `head` are only
+/// compared. `link` and `last` may be dereferenced only while `generation` is the present one:
+/// until then no node has been destroyed or unlinked since.
 struct ChainEnd {
-  IXMLDOMNode** head;  // names the chain
+  IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;
-  IXMLDOMNode** link;  // the field that linked to the last node
+  IXMLDOMNode** link;  // the field that links to the last node
   IXMLDOMNode* last;
-  unsigned long long generation;  // in which it was the last
+  unsigned long long generation;
 };
 
-/// The one place where the end of a chain can be remembered. Threads that take turns with the
-/// library have their own each; the age is everybody's, since a document may change hands.
+/// The one slot of the cache for a chain. Each thread has slots of its own, because threads may use
+/// the library in turns; the generation is common to all, because a document may pass from one
+/// thread to another.
 ChainEnd& SlotOf(IXMLDOMNode** head) {
   static const std::size_t kSlots = 16;
   static thread_local ChainEnd slots[kSlots];
@@ -35,14 +41,13 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
   ChainEnd& end = SlotOf(&head);
   IXMLDOMNode** link = &head;
   if (head != nullptr) {
-    // What was remembered may be dereferenced only while no node has been destroyed or unlinked
-    // since, which the age tells. Links that an application has changed itself do not change the
-    // age: the chain must still begin with the same node, and what linked to its last node must
-    // still do so. That is as much as can be known without reading all of the chain.
-    const bool remembers = end.head == &head && end.generation == g_uChainGeneration &&
-                           end.first == head && *end.link == end.last &&
-                           end.last->m_pParent == node->m_pParent;
-    link = &LastOf(remembers ? end.last : head)->m_pNextSibling;
+    // Links that an application changes by hand leave the generation as it is. So the chain must
+    // also begin with the same node, and the same field must still link to its last node. More
+    // cannot be known without reading the whole chain. LastOf follows what was added by hand.
+    const bool isCached = end.head == &head && end.generation == g_uChainGeneration &&
+                          end.first == head && *end.link == end.last &&
+                          end.last->m_pParent == node->m_pParent;
+    link = &LastOf(isCached ? end.last : head)->m_pNextSibling;
   }
   *link = node;
   end = ChainEnd{&head, head, link, node, g_uChainGeneration};

@@ -4,37 +4,45 @@
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/XMLNode.h>
 
-// Chains of nodes that are linked through m_pNextSibling: children, and attributes.
+// Chains of nodes that are linked through m_pNextSibling: the children of a node, or its
+// attributes. The ends of the chains that grew last are cached, so that appending to one of them is
+// constant.
 
 namespace xmldom {
 
-/// How often chain ends had to be forgotten.
+/// The generation of the cached chain ends. It is raised whenever a node is destroyed or unlinked;
+/// a cached end may be dereferenced only in the generation that it was cached in.
 extern unsigned long long g_uChainGeneration;
 
-/// The last node of the chain that starts at `node`, which must not be null.
+/// Makes every cached chain end invalid. To be called before a node is destroyed or leaves its
+/// chain.
+inline void InvalidateChainEnds() { ++g_uChainGeneration; }
+
+/// The last node of the chain that starts at `node`, which must not be null. Cost: linear in the
+/// chain.
 inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
   while (node->m_pNextSibling != nullptr) node = node->m_pNextSibling;
   return node;
 }
 
-/// Links `node`, whose parent is set, at the end of the chain that starts at `head`.
-/// Cost: constant for a chain that was appended to recently, when since then no node has been
-/// destroyed or taken out of any tree, and nothing was put before the last; otherwise linear in the
-/// chain.
+/// Links `node`, whose parent is set, at the end of the chain that starts at `head`, and caches
+/// that end. Cost: constant when the end of the chain is cached; otherwise linear in the chain. An
+/// end stays cached until a node is destroyed or unlinked anywhere, a node is linked before the
+/// last one, or another chain takes its slot.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
-/// Makes `node`, which links to what the chain starts with, its new head. The end stays known.
+/// Makes `node`, whose next sibling is the present head, the new head of a chain. The end stays
+/// cached.
 void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
-/// Links `node` at the end of a chain whose last node is known; null for an empty one.
+/// Links `node` at the end of a chain whose last node the caller knows; `last` is null for an empty
+/// chain. The cache is not used.
 inline void AppendBehind(IXMLDOMNode* last, IXMLDOMNode*& head, IXMLDOMNode* node) {
   (last != nullptr ? last->m_pNextSibling : head) = node;
 }
 
-/// Makes AppendToChain forget where chains end: a node is going, or leaves its chain.
-inline void InvalidateChainEnds() { ++g_uChainGeneration; }
-
-/// The first node of exactly that name in the chain, borrowed, or null.
+/// The first node of exactly that name in the chain, borrowed; null when there is none, and for a
+/// null name. Cost: linear in the chain.
 inline IXMLDOMNode* FindInChain(IXMLDOMNode* head, const char* name) {
   if (name == nullptr) return nullptr;
   for (IXMLDOMNode* node = head; node != nullptr; node = node->m_pNextSibling) {

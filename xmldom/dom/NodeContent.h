@@ -5,14 +5,14 @@
 
 namespace xmldom {
 
-/// Whether this is a document, or the bare base of one: a node that is its own owner document.
-/// Reading such a node means reading its first child.
+/// Whether this is a document, or a node made without arguments: a node that is its own owner
+/// document. Reading such a node means reading its first child.
 inline bool IsOwnDocument(const IXMLDOMNode* node) {
   return static_cast<const void*>(node->m_pOwnerDocument) == static_cast<const void*>(node);
 }
 
-/// The stored value that stands for a node, as IXMLDOMNode::GetStrValue gives it: borrowed, may be
-/// null.
+/// The stored value that stands for a node: that of the first child for an element whose first
+/// child is a text, otherwise the node's own. Borrowed; may be null.
 inline const char* StoredValueOf(const IXMLDOMNode* node) {
   if (node->m_eNodeType == NODE_ELEMENT && node->m_pFirstChild != nullptr &&
       node->m_pFirstChild->m_eNodeType == NODE_TEXT) {
@@ -21,8 +21,8 @@ inline const char* StoredValueOf(const IXMLDOMNode* node) {
   return node->m_pszValue;
 }
 
-/// The node that is read when `node` is: itself, and for a document its first child. Borrowed; null
-/// for null and for an empty document.
+/// The node that is read when `node` is to be read: for a document its first child, otherwise the
+/// node itself. Borrowed; null for null and for an empty document.
 inline IXMLDOMNode* ContentOf(const IXMLDOMNode* node) {
   while (node != nullptr && IsOwnDocument(node)) node = node->m_pFirstChild;
   return const_cast<IXMLDOMNode*>(node);
@@ -30,10 +30,10 @@ inline IXMLDOMNode* ContentOf(const IXMLDOMNode* node) {
 
 /// What get_nodeValue and get_nodeTypedValue give for the nodes of a type.
 enum ValueKind {
-  VALUE_NONE,    // nothing
-  VALUE_STORED,  // the stored value
-  VALUE_TEXT,    // nothing, and as a typed value the text below
-  VALUE_UNKNOWN  // there is no such type: what the caller passed stays as it was
+  VALUE_NONE,    // both give an empty value
+  VALUE_STORED,  // both give the stored value
+  VALUE_TEXT,    // the value is empty, the typed value is the text of the node
+  VALUE_UNKNOWN  // there is no such type; the caller's record stays as it was
 };
 
 /// The kind for a type, which may be any number. Defined in XMLNodeType.cpp.

@@ -1,19 +1,20 @@
+// Owner documents of whole subtrees, and when an insertion need not visit the siblings that follow
+// the new node. Tested by tests/dom/NodeOwners_test.cpp.
+//
+// Invariant, while g_uOwnerGeneration is 0: when a node has an owner, all its following siblings
+// and all nodes below them have that owner too. Whatever links a node gives its whole subtree the
+// owner of the parent, and whatever clears owners begins at the top of a tree. Then it is enough to
+// look at the next sibling.
+//
+// Two members break the invariant when an application calls them for a node that has a parent:
+// RecurseSetDocument and RecurseClearDocument. Each such call raises the generation. From then on
+// an insertion visits the siblings, unless the insertion just before visited the same ones and
+// neither an owner nor a link has changed since.
+
 #include <xmldom/dom/NodeOwners.h>
 
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/TreeWalk.h>
-
-// How nodes get their owner document, and when the siblings behind a new node need not be visited.
-//
-// Below a node that has an owner, all children and all below them have that owner too: whatever
-// links a node gives its whole subtree the owner of the parent, and what is cleared on the way out
-// of a tree begins at the top. Two members break this, when an application calls them for a node
-// that hangs below another: RecurseSetDocument and RecurseClearDocument. They are counted. Before
-// the first such call only the next sibling is looked at; afterwards the siblings have to be
-// visited, unless they are those behind the last node that was put in place, and nothing has
-// happened since.
-//
-// Tested by NodeOwners_test.cpp.
 
 namespace xmldom {
 
@@ -21,7 +22,8 @@ unsigned long long g_uOwnerGeneration = 0;
 
 namespace {
 
-/// Gives all nodes one owner.
+/// Gives every node that it visits one owner. Leave does so again, because the walk keeps its trail
+/// in the owner links.
 struct OwnerSetter : PreOrderVisitor {
   IXMLDOMDocument2* owner;
 
@@ -35,15 +37,15 @@ struct OwnerSetter : PreOrderVisitor {
   void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = owner; }
 };
 
-/// From `node` on, and from the sibling behind it on, all nodes had the owner at these two ages.
-/// The pointers are compared and never dereferenced.
+/// What the last insertion visited: in these two generations `node`, all siblings that follow it
+/// and all below them had the owner `owner`. The pointers are compared and never dereferenced;
+/// while the chain generation is the same, equal addresses mean the same nodes.
 struct OwnedChain {
   const IXMLDOMNode* node;
   const IXMLDOMNode* next;
   const IXMLDOMDocument2* owner;
   unsigned long long ownerGeneration;
-  unsigned long long
-      chainGeneration;  // the addresses are those of the same nodes while this is the same
+  unsigned long long chainGeneration;
 };
 
 OwnedChain& LastOwnedChain() {
@@ -51,9 +53,10 @@ OwnedChain& LastOwnedChain() {
   return chain;
 }
 
+/// Whether `next`, its following siblings and all below them are known to have the owner.
 bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
   if (next == nullptr) return true;
-  // Nodes that have lost their owner can have others below them that still have one.
+  // Below a node that has lost its owner there may be nodes that still have one.
   if (owner == nullptr || next->m_pOwnerDocument != owner) return false;
   if (g_uOwnerGeneration == 0) return true;
   const OwnedChain& chain = LastOwnedChain();
@@ -73,6 +76,7 @@ void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner) {
 }
 
 void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
+  // SetOwners visits the siblings that follow as well, if they are linked already.
   if (IsOwnedThroughout(next, owner)) {
     SetOwners(node, owner);
     node->m_pNextSibling = next;

@@ -7,31 +7,31 @@
 
 #include <utility>
 
-// What a range-for goes through: `for (XMLPtr<IXMLDOMNode> child : Children(node))`. A loop may be
-// left at any point, by an exception too: what it holds is released then. A null node, plain or
-// XMLPtr, is an empty range.
+// Ranges for loops such as `for (XMLPtr<IXMLDOMNode> child : Children(node))`. A loop may be left
+// at any point, by an exception too, and releases then what it holds. A null node, plain or XMLPtr,
+// makes an empty range.
 
-/// A chain of siblings as it is found on the way; Children and Attributes make it. It is walked
-/// once.
+/// The children or the attributes of a node, which are visited as they are linked at that time.
+/// Children() and Attributes() make such a range. It can be walked once.
 ///
-/// References: a walk holds one reference to the node that comes next, and what it hands out has
-/// one, which the loop's variable drops. Nothing else keeps the nodes: neither their parent nor
-/// their document.
-/// Edits: the walk is one node ahead, so that the node in hand, and those before it, may be
-/// removed, replaced, moved and destroyed, with all that hangs below them. What is put in directly
-/// behind the node in hand is passed over. Deliberate: the node that comes next has been fetched
-/// already, so that it is visited even when it is taken out in between; the walk then goes on from
-/// where it hangs, and ends when it hangs nowhere. To edit more than that, walk a list (Listed,
-/// Selected). Cost: AddRef and RealRelease once for each node; nothing is allocated.
+/// Ownership: the range holds one reference, to the node that comes next. Each node that it hands
+/// out has a reference, which the variable of the loop drops. Nothing else keeps the nodes alive:
+/// neither their parent nor their document. Edits during the loop: the next node is fetched before
+/// the body of the loop runs for the present one. So the present node and those before it may be
+/// removed, replaced, moved and destroyed, with all that is below them. A node that is linked
+/// directly behind the present one is not visited. Deliberate: the next node is visited even when
+/// the body takes it out of the tree; the loop then goes on with the siblings that follow it where
+/// it is, and ends when there are none. For edits beyond that walk a list (Listed, Selected). Cost:
+/// AddRef and RealRelease once for each node; nothing is allocated.
 class XMLNodeChain {
  public:
-  /// Serves a range-for alone: reading it takes the node out of it.
+  /// For a range-for only: reading it hands its node out, and it cannot be read twice.
   class Iterator {
    public:
     /// At a node; null is the end.
     explicit Iterator(XMLPtr<IXMLDOMNode>&& node) noexcept : m_next(std::move(node)) {}
 
-    /// Reading hands the node out and goes on to the next, where ++ stays.
+    /// Hands the node out, and goes on to the next. Operator ++ therefore does nothing.
     XMLPtr<IXMLDOMNode> operator*() noexcept {
       XMLPtr<IXMLDOMNode> node(std::move(m_next));
       m_next = Share(node->m_pNextSibling);
@@ -44,12 +44,12 @@ class XMLNodeChain {
     XMLPtr<IXMLDOMNode> m_next;
   };
 
-  /// Adds a reference to the first node, so that the range may outlive what it hangs below.
+  /// Adds a reference to the first node, so that the range may outlive the parent of that node.
   explicit XMLNodeChain(IXMLDOMNode* first) noexcept : m_first(Share(first)) {}
 
-  /// Takes the first node out of the range.
+  /// Moves the reference to the first node from the range to the iterator.
   Iterator begin() noexcept { return Iterator(std::move(m_first)); }
-  /// Where the loop stops.
+  /// The end, which is null.
   Iterator end() const noexcept { return Iterator(nullptr); }
 
  private:
@@ -74,22 +74,22 @@ XMLNodeChain Attributes(const XMLPtr<T>& node) noexcept {
   return Attributes(node.Get());
 }
 
-/// The nodes of a list; Listed and Selected make it. It can be walked any number of times, and
-/// leaves the list's cursor alone.
+/// The nodes of a list. Listed() and Selected() make such a range. It can be walked any number of
+/// times, and does not move the cursor of the list.
 ///
-/// References: it holds one reference to the list, which holds one to each of its nodes.
-/// Edits: whatever happens to the tree, the nodes are those that the list was made of; those that
-/// have been removed since are among them.
-/// Cost: AddRef and RealRelease once for each node.
+/// Ownership: it holds one reference to the list, which holds one to each of its nodes.
+/// Edits during the loop: the nodes are those of the list, whatever happens to the tree; nodes that
+/// have been removed from the tree since are visited too. Cost: AddRef and RealRelease once for
+/// each node.
 class XMLNodes {
  public:
-  /// Goes along the links of the list.
+  /// Follows the links of the list.
   class Iterator {
    public:
     /// At a link; null is the end.
     explicit Iterator(const IXMLDOMNodeListElt* link) noexcept : m_link(link) {}
 
-    /// What a range-for asks for: the node has a reference added.
+    /// The node of the link, with a reference added.
     XMLPtr<IXMLDOMNode> operator*() const noexcept { return Share(m_link->m_pNode); }
     Iterator& operator++() noexcept {
       m_link = m_link->m_pNext;
@@ -101,15 +101,15 @@ class XMLNodes {
     const IXMLDOMNodeListElt* m_link;
   };
 
-  /// The nodes of `list`; null makes a range that has failed.
+  /// Makes a range of the nodes of `list`; null makes an empty range that has failed.
   explicit XMLNodes(XMLPtr<IXMLDOMNodeList>&& list) noexcept : m_list(std::move(list)) {}
 
-  /// Whether there is no list: then no node has been looked at.
+  /// Whether there is no list, because nothing was searched.
   bool Failed() const noexcept { return !m_list; }
-  /// How many nodes there are.
+  /// How many nodes there are; 0 when there is no list.
   int Count() const noexcept { return m_list ? m_list->m_nCount : 0; }
 
-  /// For the loop.
+  /// The first link and the end, which is null.
   Iterator begin() const noexcept { return Iterator(m_list ? m_list->m_pHead : nullptr); }
   Iterator end() const noexcept { return Iterator(nullptr); }
 
@@ -117,17 +117,17 @@ class XMLNodes {
   XMLPtr<IXMLDOMNodeList> m_list;
 };
 
-/// The nodes of a list or of a map, such as get_childNodes makes of the children as they are now.
-/// Takes a reference of its own, or that of a pointer that is moved.
-/// Result: Failed() for a null list.
+/// The nodes of a list or of a map, such as those that get_childNodes and get_attributes make.
+/// Result: Failed() for a null list. Ownership: takes a reference of its own, or that of an XMLPtr
+/// that is moved in.
 inline XMLNodes Listed(XMLPtr<IXMLDOMNodeList> list) noexcept { return XMLNodes(std::move(list)); }
 inline XMLNodes Listed(IXMLDOMNodeList* list) noexcept { return XMLNodes(Share(list)); }
 
-/// The nodes that SelectNodes(path) selects from a node, as they are now.
-/// Result: empty when nothing matches, and Failed() when nothing was searched: for a null node, and
-/// for an absolute path from a node without owner document, which has nowhere to start. Predicates
-/// that are malformed match nothing; the log alone tells (see MatchQuery).
-/// Effects: those of SelectNodes. Cost: that of SelectNodes; the walk then is along a list.
+/// The nodes that SelectNodes(path) selects from a node at the time of the call.
+/// Result: an empty range when nothing matches. Failed() when nothing was searched: for a null
+/// node, and for a path that begins with '/' from a node without owner document. A path with
+/// malformed predicates also matches nothing; only the log tells (see MatchQuery). Effects: those
+/// of SelectNodes. Cost: that of SelectNodes.
 inline XMLNodes Selected(IXMLDOMNode* node, const char* path) {
   const bool isAbsolute = path != nullptr && *path == '/';
   if (node == nullptr || (isAbsolute && node->m_pOwnerDocument == nullptr)) {

@@ -1,4 +1,5 @@
-// The count of reports that searches compare. Tested by tests/query/SingleNodeSearch_test.cpp.
+// The count of log events and debug lines that searches compare. Tested by
+// tests/query/SingleNodeSearch_test.cpp.
 
 #include <xmldom/dom/ReportCount.h>
 

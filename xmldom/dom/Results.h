@@ -3,21 +3,21 @@
 
 #include <xmldom/support/variant.h>
 
-// Names for what members return. A platform that has one of them already defines a macro of that
-// name where its support layer declares it, to itself if need be.
+// Names of the results of members. A platform whose support layer declares one of them already must
+// also define a macro of that name, for example `#define S_OK S_OK`; it is not declared here then.
 
 #ifndef VARIANT_TRUE
-const VARIANT_BOOL VARIANT_TRUE = -1;  ///< Yes.
+const VARIANT_BOOL VARIANT_TRUE = -1;  ///< True.
 #endif
 #ifndef VARIANT_FALSE
-const VARIANT_BOOL VARIANT_FALSE = 0;  ///< No.
+const VARIANT_BOOL VARIANT_FALSE = 0;  ///< False.
 #endif
 
 #ifndef S_OK
-const HRESULT S_OK = 0;  ///< Done.
+const HRESULT S_OK = 0;  ///< The call did what it was asked.
 #endif
 #ifndef S_FALSE
-const HRESULT S_FALSE = 1;  ///< Done, and there was nothing to hand out.
+const HRESULT S_FALSE = 1;  ///< The call succeeded, and there was nothing to hand out.
 #endif
 #ifndef E_FAIL
 /// An object could not be made, or a value could not be converted.

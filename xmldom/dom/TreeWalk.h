@@ -6,11 +6,13 @@
 
 #include <cstddef>
 
-// Walking trees without recursion: neither the depth nor the breadth of a tree touches the call
-// stack. The nodes above the current one are kept in a trail, of which there are two kinds.
-// Everything that reads a tree is a visitor of these walks. Two loops stand for themselves, because
-// they do not visit each node once: SingleNodeSearch::Run tests nodes repeatedly, and the
-// destructor of a node takes the links apart on its way.
+// Walking trees without recursion, so that neither the depth nor the breadth of a tree uses the
+// call stack. During a walk, the nodes above the current one are kept in a trail, of which there
+// are two kinds.
+//
+// These walks are for everything that visits each node of a tree once. Two loops are not such
+// walks: SingleNodeSearch::Run tests nodes repeatedly, and the destructor of a node takes the links
+// apart while it follows them.
 
 namespace xmldom {
 
@@ -43,19 +45,19 @@ class InPlaceTrail {
   IXMLDOMNode* m_top;
 };
 
-/// Walks the chain of siblings that starts at `head`, and what the visitor asks for below them, in
-/// document order. The visitor has
+/// Walks the chain of siblings that starts at `head`, and the chains that the visitor asks for
+/// below them, in document order. The visitor has these members:
 ///
 ///   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth)
-///     called once for each node, before what hangs below it. Returns the head of the chain to walk
-///     below the node, or null for none.
+///     is called once for each node, before the nodes below it. It returns the head of the chain to
+///     walk below the node, or null for none.
 ///   void Leave(IXMLDOMNode* node, std::size_t depth)
-///     called after the chain below the node, when Enter returned one.
+///     is called after the chain below the node has been walked, when Enter returned one.
 ///   bool IsDone() const
-///     asked after each call of Enter and of Leave; true ends the walk at once.
+///     is asked after each call of Enter and of Leave; true ends the walk at once.
 ///
-/// `depth` is that of the chain of `head`, and one more for each level below it. Nothing may be
-/// unlinked during the walk.
+/// `depth` is the depth of the nodes in the chain of `head`; it is one more for each level below.
+/// Nothing may be unlinked during the walk.
 /// Effects: what the visitor throws; std::bad_alloc when memory for a SideTrail is out.
 template <class Trail, class Visitor>
 void WalkChain(IXMLDOMNode* head, Visitor& visitor, std::size_t depth = 0) {
@@ -82,8 +84,8 @@ void WalkChain(IXMLDOMNode* head, Visitor& visitor, std::size_t depth = 0) {
   }
 }
 
-/// Walks one node, which is at depth 0 and whose siblings are left alone, and what the visitor asks
-/// for below it, as WalkChain does.
+/// Walks one node, and what the visitor asks for below it, as WalkChain does. The node is at depth
+/// 0; its siblings are not visited.
 template <class Trail, class Visitor>
 void WalkTree(IXMLDOMNode* top, Visitor& visitor) {
   IXMLDOMNode* below = visitor.Enter(top, 0);

@@ -1,5 +1,5 @@
-// The document as a node: making it, its nodes and its root element. What deals with its parser is
-// in parse/XMLDocumentLoad.cpp. Tested by tests/dom/XMLDocument_test.cpp.
+// The document as a node: making it, making nodes for it, and its root element. Loading, which
+// needs the parser, is in parse/XMLDocumentLoad.cpp. Tested by tests/dom/XMLDocument_test.cpp.
 
 #include <xmldom/dom/XMLDocument.h>
 

@@ -9,55 +9,61 @@ class IXMLDOMParseError;
 
 /// The root of a tree: a node of type NODE_DOCUMENT that loads XML. Make one with Create().
 ///
-/// Every load empties the document first, except when a file cannot be opened. A text that does not
-/// parse leaves the tree built up to the error. Comments, processing instructions and CDATA
-/// delimiters inside the root element are kept as text; what stands outside it is dropped, and so
-/// are runs of white space alone.
-/// References: the document does not keep the nodes alive that were handed out, nor they it. A node
-/// that outlives its document has no owner, but for the first attribute of an element, whose links
-/// dangle then. A load lets go of the former tree without clearing its links: a root element that
-/// is held keeps its owner, and the document as its parent, so that no call can move it before
-/// m_pParent is set to null.
+/// Loading: every load empties the document first, except when a file cannot be opened. After a
+/// text that does not parse, the document holds the tree that was built up to the error. Comments,
+/// processing instructions and the delimiters of CDATA sections are kept as text inside the root
+/// element, and dropped outside of it. Runs of nothing but white space are dropped.
+///
+/// Ownership: the document holds no references to the nodes that it hands out, nor these to it. A
+/// node that outlives its document has no owner document any more. The exception is the first
+/// attribute of an element: its links dangle then. A load releases the former tree without clearing
+/// its links. So a former root element that somebody holds still has the document as owner and as
+/// parent; no member can move it until m_pParent is set to null.
 class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
  public:
-  /// An empty document with formatted layout off and an indent of 4; Create() sets both otherwise.
+  /// Makes an empty document with formatted layout off and an indent of 4. Those that Create()
+  /// makes differ in both.
   IXMLDOMDocument2();
   ~IXMLDOMDocument2() override;
 
   /// Bits of m_uFlags.
   enum {
-    FORMATTED_LAYOUT = 1  ///< Drop white space on loading, indent on writing.
+    FORMATTED_LAYOUT = 1  ///< White space is dropped on loading, and lines are indented on writing.
   };
 
   unsigned int m_uFlags;  ///< FORMATTED_LAYOUT or 0.
-  CXMLSax* m_pSax;  ///< The builder of the latest load, the document's; null before the first.
-  int m_nIndent;    ///< Blanks a level when written.
+  CXMLSax* m_pSax;        ///< The builder of the latest load, owned; null before the first load.
+  int m_nIndent;          ///< By how many blanks each level is indented on writing.
 
-  static int m_iObjCount;  ///< Live documents.
+  static int m_iObjCount;  ///< How many documents exist.
 
-  /// Makes a detached node of this document. The type is the integer in `type`, stored unchecked,
-  /// whatever `vt` says; `namespaceURI` is ignored; a null `name` makes a node without name.
-  /// Out: the node, the caller's. Result: S_OK; E_ARGUMENT for a null `ppNode`.
+  /// Makes a node that has this document as owner and hangs nowhere yet. Its type is the integer in
+  /// `type`, whatever `vt` says, and is not checked. `namespaceURI` is ignored. A null `name` makes
+  /// a node without name. Out: the node, the caller's. Result: S_OK; E_ARGUMENT for a null
+  /// `ppNode`.
   HRESULT createNode(tagVARIANT type, char* name, char* namespaceURI, IXMLDOMNode** ppNode);
 
-  /// Out: a new object that tells the outcome of the latest load, the caller's.
+  /// Out: a new object that describes the outcome of the latest load, the caller's.
   /// Result: S_OK; E_ARGUMENT for a null `ppError`.
   HRESULT get_parseError(IXMLDOMParseError** ppError);
 
-  /// Loads a text; null counts as empty. Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE.
-  /// Effects: a text over INT_MAX bytes does not parse, nor one that declares a chain of more than
-  /// 256 entities that each refer to the next where Expat expands them by recursion (before 2.7).
-  /// Either is logged when the load has ended (type 18, severity 3). Attributes clear the error
-  /// code. Cost: linear in the text.
+  /// Loads a text; a null one counts as empty.
+  /// Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE. Effects: two kinds of text do not
+  /// parse and are logged when the load has ended (type 18, severity 3): one of more than INT_MAX
+  /// bytes, and, with versions of Expat before 2.7, which expand entities by recursion, one that
+  /// declares a chain of more than 256 entities that each refer to the next. Every attribute that
+  /// is read sets the error code to 0. Cost: linear in the text.
   short loadXML(const char* xml);
-  /// Loads a text as the other one does. Out: what that returns. Result: S_OK; S_FALSE when it did
-  /// not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.
+  /// Loads a text as the function above. Out: the result of that function. Result: S_OK; S_FALSE
+  /// when the text did not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.
   HRESULT loadXML(char* xml, short* pbSuccess);
-  /// Loads a file; a NUL byte ends it. Out: whether it parsed. Result: S_OK; S_FALSE when it did
-  /// not parse; E_FILENOTOPENED when it could not be opened or `path` is null, the tree then stays;
-  /// E_ARGUMENT for a null `pbSuccess`, and nothing is loaded. Effects: those of loading a text. A
-  /// CLogException* passes through; any other exception while it is read and parsed gives S_FALSE:
-  /// out of memory then has the code 1 before the parse has begun, and 35 within it.
+  /// Loads a file, up to its first NUL byte. Out: VARIANT_TRUE when it parsed, else VARIANT_FALSE.
+  /// Result: S_OK; S_FALSE when it did not parse; E_FILENOTOPENED when it could not be opened or
+  /// `path` is null, and the tree stays; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.
+  /// Effects: those of loading a text. A CLogException* that is thrown while the file is read and
+  /// parsed leaves this member; any other exception makes the result S_FALSE. When memory was out,
+  /// the error code is 1 when that was before the parse began, and 35 when it was a handler that
+  /// needed it.
   HRESULT load(char* path, short* pbSuccess);
 
   /// Out: the root element with a reference added, or null. Result: S_OK; S_FALSE when the document

@@ -1,4 +1,5 @@
-// The error code that failed lookups set. Tested by tests/dom/XMLError_test.cpp.
+// The error code that failed lookups set: one number for the whole library. The leak report, which
+// needs all classes, is in diag/LeakReport.cpp. Tested by tests/dom/XMLError_test.cpp.
 
 #include <xmldom/dom/XMLError.h>
 

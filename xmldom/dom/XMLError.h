@@ -3,28 +3,29 @@
 
 #include <xmldom/base/Export.h>
 
-/// Library-wide diagnostics: the last error of the lookups, and the leak report.
-/// Threads: plain statics, for one thread at a time.
+/// Diagnostics of the whole library: the error code of the last failed lookup, and the leak report.
+/// Threads: the code is a plain static variable; one thread at a time uses the library.
 class XMLDOM_API CXML {
  public:
-  /// Values of the error code. Successful lookups leave the code as it is.
+  /// Values of the error code. A lookup that succeeds does not change the code, so that it tells
+  /// about the last failure.
   enum {
-    NO_ERROR = 0,             ///< Set by ClearXMLError, and when an attribute was added.
-    DUPLICATE_ATTRIBUTE = 1,  ///< An element has an attribute of that name already.
+    NO_ERROR = 0,  ///< Nothing failed; set by ClearXMLError and when an attribute is added.
+    DUPLICATE_ATTRIBUTE = 1,  ///< AddAttribute found an attribute of that name already.
     NO_SUCH_ATTRIBUTE = 2,    ///< No attribute has the name.
     NO_SUCH_CHILD = 4         ///< No child has the name.
   };
 
   /// Sets the error code.
   static void SetXMLError(int code);
-  /// Sets the error code to NO_ERROR, before the lookups that it is to tell about.
+  /// Sets the error code to NO_ERROR. Call it before the lookups that you want to know about.
   static void ClearXMLError();
-  /// The error code, as it was set last.
+  /// Result: the error code, as it was set last.
   static int GetXMLError();
 
-  /// Posts the leak report (log type 26, severity 7): how many objects of each class are alive, and
-  /// how many BSTRs are outstanding. `where` heads the report; null leaves the heading out.
-  /// Result: the number of outstanding BSTRs.
+  /// Posts the leak report: how many objects of each class exist, and how many BSTRs are allocated
+  /// and not yet freed. `where` is the heading of the report; null leaves the heading out.
+  /// Result: the number of these BSTRs. Effects: a log event (type 26, severity 7).
   static long CheckLeaks(const char* where);
 
   static int iXMLError;  ///< The error code.

@@ -1,6 +1,6 @@
-// The COM-style accessors of a node, and its values: those members that assert `this`, and their
-// relatives. All of them follow the plain links of the record. Tested by tests/dom/XMLNode_test.cpp
-// and tests/dom/XMLNodeType_test.cpp.
+// The COM-style accessors of a node, which hand out its neighbours, and its values. They read the
+// fields of the node and its links, and store results through out-pointers. Tested by
+// tests/dom/XMLNode_test.cpp and tests/dom/XMLNodeType_test.cpp.
 
 #include <xmldom/dom/XMLNode.h>
 
@@ -15,7 +15,8 @@
 
 namespace {
 
-/// Hands `node` out through `out`, which is not null, with a reference added.
+/// Stores `node`, which may be null, in `out`, which is not, and adds a reference to it.
+/// Result: S_OK; S_FALSE when there is no node.
 template <class T>
 HRESULT HandOut(T* node, T** out) {
   *out = node;
@@ -24,7 +25,7 @@ HRESULT HandOut(T* node, T** out) {
   return S_OK;
 }
 
-/// Makes a list of class List that holds the chain, and stores it in `out`.
+/// Makes a new list of the class List that holds the nodes of a chain, and stores it in `out`.
 template <class List>
 void ListChain(IXMLDOMNode* head, List** out) {
   List* list = new List;

@@ -1,7 +1,11 @@
+// Adding children, texts, siblings and attributes to a node, and changing values. New nodes go to
+// the end of their chain, which NodeChain.h knows for chains that grew recently. Tested by
+// tests/dom/XMLNodeBuild_test.cpp and tests/dom/XMLNodeBuildValues_test.cpp.
+
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
+#include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
-#include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/XMLError.h>
 #include <xmldom/dom/XMLNode.h>

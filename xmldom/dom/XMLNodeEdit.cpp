@@ -1,14 +1,19 @@
+// Moving, inserting, replacing and removing nodes that are in a tree. Each member tests its
+// arguments first, then takes the new child out of where it is, and links it last. Tested by
+// tests/dom/XMLNodeEdit_test.cpp, XMLNodeEditInPlace_test.cpp and XMLNodeEditRefusals_test.cpp.
+
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeOwners.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/support/LogException.h>
 
 namespace {
 
-/// Looks for one node among those it walks. Attributes have nothing below them in an ordinary tree,
-/// but nothing forbids it: their chains are walked afterwards, like those of children.
+/// Looks for one node among those that it visits. Attributes are searched too: usually nothing
+/// hangs below them, but nothing forbids it. Their chains are collected on the way and walked
+/// afterwards.
 class NodeFinder : public xmldom::PreOrderVisitor {
  public:
   explicit NodeFinder(const IXMLDOMNode* wanted) : m_wanted(wanted), m_found(false) {}
@@ -21,7 +26,8 @@ class NodeFinder : public xmldom::PreOrderVisitor {
 
   bool IsDone() const { return m_found; }
 
-  /// Walks the attributes that were met. Result: whether the node was found at last.
+  /// Walks the chains of attributes that were collected. Result: whether the node has been found,
+  /// there or before.
   bool FinishAttributes() {
     while (!m_found && !m_attributeChains.IsEmpty()) {
       xmldom::WalkChain<xmldom::SideTrail>(m_attributeChains.Pop(), *this);
@@ -39,12 +45,14 @@ bool IsLeaf(const IXMLDOMNode* node) {
   return node->m_pFirstChild == nullptr && node->m_pFirstAttribute == nullptr;
 }
 
-/// What comes to hang below the parent along with a new child that has none so far.
+/// What becomes of the siblings that follow a new child which has no parent: appendChild links them
+/// with it, the other members leave them behind.
 enum Followers { FOLLOWERS_STAY, FOLLOWERS_MOVE };
 
-/// Whether `node` would move along with `top`: it is `top`, hangs below it, or, where those move,
-/// follows it in a chain that has no parent to stay with. Looks downwards, because the parent link
-/// of a node that has outlived its tree may be stale.
+/// Whether an edit that moves `top` would move `node` too: `node` is `top` or hangs below it, or
+/// the same holds for a sibling that moves along. The search goes downwards from `top`, because the
+/// parent link of a node that has outlived its tree may dangle. Cost: linear in what is below
+/// `top`.
 bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
   const bool movesAlone =
       followers == FOLLOWERS_STAY || top->m_pParent != nullptr || top->m_pNextSibling == nullptr;
@@ -58,8 +66,8 @@ bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
   return finder.FinishAttributes();
 }
 
-/// The node that an edit puts in place for `newChild`: a document stands for its first child. Null
-/// when there is nothing that may stand below `parent`.
+/// The node that an edit puts in place for `newChild`: of a document its first child, otherwise the
+/// node itself. Null when there is none, or when `parent` would come to hang below it.
 IXMLDOMNode* NodeToPlace(IXMLDOMNode* newChild, const IXMLDOMNode* parent, Followers followers) {
   if (newChild != nullptr && newChild->m_eNodeType == NODE_DOCUMENT) {
     newChild = newChild->m_pFirstChild;
@@ -67,7 +75,8 @@ IXMLDOMNode* NodeToPlace(IXMLDOMNode* newChild, const IXMLDOMNode* parent, Follo
   return newChild == nullptr || MovesWith(newChild, parent, followers) ? nullptr : newChild;
 }
 
-/// The node before `node`, whose parent lists it but not as its first child; borrowed.
+/// The node before `node`, which must have a parent and not be its first child; borrowed.
+/// Effects: throws a CLogException* when the parent does not list `node` among its children.
 IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
   IXMLDOMNode* previous = nullptr;
   if (node->get_previousSibling(&previous) != S_OK) {
@@ -77,8 +86,9 @@ IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
   return previous;
 }
 
-/// Takes a node out of where it hangs. Result: the siblings that followed a node without parent,
-/// with the reference that it held.
+/// Takes a node out of its tree, or out of the chain that it heads when it has no parent.
+/// Result: the siblings that follow a node without parent, with the reference that the node held on
+/// them; null when there are none.
 IXMLDOMNode* Detach(IXMLDOMNode* node) {
   node->RemoveNodeFromTree();
   IXMLDOMNode* followers = node->m_pNextSibling;
@@ -86,8 +96,9 @@ IXMLDOMNode* Detach(IXMLDOMNode* node) {
   return followers;
 }
 
-/// Drops the siblings that a new child has left behind, once everything is in place: the parent may
-/// be among them, or hang below one of them. Result: whether the parent is still there.
+/// Releases the siblings that a new child has left behind. To be called when everything is linked,
+/// because `parent` may be one of them, or hang below one, and be destroyed with them.
+/// Result: whether `parent` still exists.
 bool DropFollowers(IXMLDOMNode* followers, IXMLDOMNode* parent) {
   if (followers == nullptr) return true;
   parent->AddRef();
@@ -95,7 +106,7 @@ bool DropFollowers(IXMLDOMNode* followers, IXMLDOMNode* parent) {
   return parent->RealRelease() != 0;
 }
 
-/// Puts a detached node under `parent`, before `next`.
+/// Gives a detached node its parent and its next sibling. The caller links the node before it.
 void PlaceBefore(IXMLDOMNode* node, IXMLDOMNode* parent, IXMLDOMNode* next) {
   node->m_pParent = parent;
   xmldom::LinkBefore(node, next, parent->m_pOwnerDocument);
@@ -127,6 +138,7 @@ HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, 
 
   IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_STAY);
   if (node == nullptr) return E_ARGUMENT;
+  // A node that is `refChild`, or stands directly before it, is in its place already.
   if (node != refChild && node != previous) {
     IXMLDOMNode* followers = Detach(node);
     PlaceBefore(node, this, refChild);
@@ -146,7 +158,8 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
   IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_STAY);
   if (node == nullptr) return E_ARGUMENT;
   if (node != oldChild) {
-    xmldom::NodeReference followers(Detach(node));
+    // Released when the previous sibling of `oldChild` cannot be found, which throws.
+    XMLPtr<IXMLDOMNode> followers = Adopt(Detach(node));
     IXMLDOMNode** link = &m_pFirstChild;
     if (m_pFirstChild != oldChild) {
       link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;

@@ -1,8 +1,10 @@
+// Making, clearing and destroying nodes. The destructor takes everything below a node apart in a
+// loop, which needs neither the call stack nor memory. Tested by
+// tests/dom/XMLNodeLifetime_test.cpp and tests/dom/XMLNodeLifetimeDestruction_test.cpp.
+
 #include <xmldom/base/Text.h>
-#include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeOwners.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNode.h>
@@ -10,9 +12,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <typeinfo>
-
-// How nodes come and go. Destroying one takes everything below it apart without the call stack and
-// without allocating.
 
 int IXMLDOMNode::m_iObjCount = 0;
 
@@ -24,9 +23,11 @@ using xmldom::InPlaceTrail;
 using xmldom::PreOrderVisitor;
 using xmldom::WalkChain;
 
-/// Clears the owner of all nodes that have one.
+/// Clears the owner of every node that it visits, and the parent of those at most one level deep.
+/// A node without owner counts as cleared already: it is not changed, and nothing below it is
+/// visited. Leave clears the owner again, because the walk keeps its trail in the owner links.
 struct OwnerClearer : PreOrderVisitor {
-  int topDepth;
+  int topDepth;  // the depth of the chain where the walk begins
 
   explicit OwnerClearer(int depth) : topDepth(depth) {}
 
@@ -41,23 +42,26 @@ struct OwnerClearer : PreOrderVisitor {
   void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = nullptr; }
 };
 
-/// Clears the nodes of a chain that is `depth` levels below the destroyed node.
+/// Clears the nodes of a chain, which is at the given depth, and those below.
 void ClearChain(IXMLDOMNode* head, int depth) {
   OwnerClearer clearer(depth);
   WalkChain<InPlaceTrail>(head, clearer);
 }
 
-/// Whether dropping one reference destroys the node by nothing but its own destructor.
+/// Whether dropping one reference destroys the node, and does so with the destructor of this class,
+/// not with that of a derived one.
 bool EndsWithLastReference(const IXMLDOMNode& node) {
   return node.GetRefCount() == 1 && &typeid(node) == &typeid(IXMLDOMNode);
 }
 
+/// Whether a node refers to no other.
 bool IsBare(const IXMLDOMNode& node) {
   return node.m_pNextSibling == nullptr && node.m_pFirstChild == nullptr &&
          node.m_pFirstAttribute == nullptr;
 }
 
-// On a layer without the first of the two, memory of one kind would be given back as another.
+// Destroy() calls CRefCountedObject's operator delete. On a support layer without the matching
+// operator new, nodes would come from the global one; this makes that a compile error.
 static_assert(sizeof(CRefCountedObject::operator new(0)) == sizeof(void*),
               "CRefCountedObject needs the operator new that goes with its operator delete");
 
@@ -67,13 +71,30 @@ inline void Destroy(IXMLDOMNode* node) {
   CRefCountedObject::operator delete(node);
 }
 
-/// What the node whose destruction clears owner documents clears of a node: those up to one level
-/// below it lose owner and parent, deeper ones their owner alone, and all others nothing.
-enum Clearing { CLEARING_TOP, CLEARING_CHILD, CLEARING_DEEPER, CLEARING_NOTHING };
+// The model of destruction
+//
+// The destructor of a node that has an owner first clears: it sets the owner of every node below it
+// and of its following siblings to null, and the parent of those siblings and of its children too.
+// Then it releases its next sibling, its first child and its first attribute, each of which may be
+// destroyed in the same way before the next. A node that has been cleared has no owner, and so its
+// own destructor clears nothing.
+//
+// The loop below destroys nodes in that order, but clears each of them only when its turn comes,
+// instead of visiting all of them beforehand. For this it must know how the clearing would have
+// left the node.
 
-/// What the owner link of a dying node carries, which nobody else has a use for any more: the node
-/// to go back to when it is gone, null for the one where the walk began, and how it was cleared.
-/// All other fields are as they are described for a node that is destroyed.
+/// What the clearing destructor above a node does to it.
+enum Clearing {
+  CLEARING_TOP,     // the node itself and its siblings: they lose owner and parent
+  CLEARING_CHILD,   // one level below: they lose owner and parent
+  CLEARING_DEEPER,  // further below: they lose their owner alone
+  CLEARING_NOTHING  // no destructor above clears the node
+};
+
+/// What the loop keeps in the owner link of a node that it is taking apart, which nobody reads any
+/// more: the node to return to when this one is gone (null for the node where the loop began), and
+/// in the two lowest bits how this node was cleared. All other fields of such a node hold what they
+/// hold in any node that is being destroyed.
 class WayBack {
  public:
   static void Set(IXMLDOMNode* node, IXMLDOMNode* back, Clearing clearing) {
@@ -98,9 +119,10 @@ class WayBack {
   }
 };
 
-/// Takes the link of a dying node that is released next, its next sibling before its first child
-/// before its first attribute, or null. `siblings` is how what follows the node is cleared.
-/// Out: how the target is cleared, if it has an owner.
+/// Takes the link that a dying node releases next out of it: the next sibling, then the first
+/// child, then the first attribute. `siblings` says how the siblings that follow the node are
+/// cleared. Result: the node that was linked to, or null when no link is left. Out: how that node
+/// is cleared, if it has an owner.
 inline IXMLDOMNode* TakeLink(IXMLDOMNode* node, Clearing siblings, Clearing& clearing) {
   IXMLDOMNode* target = node->m_pNextSibling;
   if (target != nullptr) {
@@ -118,27 +140,27 @@ inline IXMLDOMNode* TakeLink(IXMLDOMNode* node, Clearing siblings, Clearing& cle
     }
     return target;
   }
+  // Clearing does not visit attributes.
   target = node->m_pFirstAttribute;
   node->m_pFirstAttribute = nullptr;
   return target;
 }
 
-/// Releases a node that stays, because somebody else refers to it, or that has a destructor of its
-/// own. Not inlined: it is rare, and the loop around it is not.
-__attribute__((noinline)) void ReleaseOther(IXMLDOMNode* node, Clearing clearing) {
+/// Releases a node that the loop does not take apart: one that stays, because somebody else refers
+/// to it, or one of a derived class. Not inlined: most loops never come here.
+XMLDOM_NOINLINE void ReleaseOther(IXMLDOMNode* node, Clearing clearing) {
   if (clearing != CLEARING_NOTHING) ClearChain(node, clearing);
   node->RealRelease();
 }
 
-/// Releases next sibling, first child and first attribute of `top`, each to its end before the
-/// next, as destructors would that call each other and that clear owner documents before they do.
+/// Releases next sibling, first child and first attribute of `top`, and leaves everything as if
+/// each destructor had cleared what is below it and had then called the next (see the model above).
 ///
-/// A node whose last reference goes is taken apart here. One that stays, because somebody else
-/// refers to it, is cleared with all that it keeps alive. One of a derived class goes through its
-/// own destructor.
+/// A node whose last reference goes is taken apart by this loop. A node that stays is cleared with
+/// all that it keeps alive. A node of a derived class is destroyed by its own destructor.
 ///
 /// Not inlined into the destructor: it runs once per node, and most nodes have nothing to release.
-__attribute__((noinline)) void ReleaseLinks(IXMLDOMNode* top) {
+XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top) {
   IXMLDOMNode* node = top;
   Clearing siblings = top->m_pOwnerDocument != nullptr ? CLEARING_TOP : CLEARING_NOTHING;
   if (siblings == CLEARING_TOP) top->m_pParent = nullptr;
@@ -157,7 +179,7 @@ __attribute__((noinline)) void ReleaseLinks(IXMLDOMNode* top) {
       Destroy(target);
     } else {
       const bool hasOwner = target->m_pOwnerDocument != nullptr;
-      // One that nothing has cleared so far begins to clear, itself and its siblings.
+      // The destructor of a node that still has an owner clears; its siblings are cleared with it.
       if (clearing == CLEARING_NOTHING && hasOwner) clearing = CLEARING_TOP;
       siblings = clearing;
       if (!hasOwner) clearing = CLEARING_NOTHING;
@@ -201,18 +223,6 @@ IXMLDOMNode::IXMLDOMNode()
       m_eNodeType(NODE_INVALID) {
   ++m_iObjCount;
 }
-
-namespace xmldom {
-
-IXMLDOMNode* NewNode(IXMLDOMDocument2* document, tagDOMNodeType type, const char* name,
-                     std::size_t nameLength, const char* value, std::size_t valueLength) {
-  NodeReference node(new IXMLDOMNode(document, nullptr, nullptr, type));
-  node->m_pszNodeName = CopyString(name, nameLength);
-  if (value != nullptr) node->m_pszValue = CopyString(value, valueLength);
-  return node.Detach();
-}
-
-}  // namespace xmldom
 
 IXMLDOMNode::~IXMLDOMNode() {
   xmldom::InvalidateChainEnds();

@@ -1,5 +1,6 @@
-// Lists of nodes and maps of attributes. Links are made in blocks, and the first request for an
-// earlier item makes an index of the links. Tested by tests/dom/XMLNodeList_test.cpp.
+// Lists of nodes and maps of attributes: singly linked lists with a cursor. Links are made in
+// blocks, and the first request for an item before the cursor makes an index of the links. Tested
+// by tests/dom/XMLNodeList_test.cpp.
 
 #include <xmldom/dom/XMLNodeList.h>
 
@@ -7,6 +8,7 @@
 #include <xmldom/dom/XMLNode.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -15,12 +17,14 @@ int IXMLDOMNodeList::m_iObjCount = 0;
 
 namespace {
 
+// In links. Each block has twice the size of the one before, up to the largest.
 const unsigned kSmallestBlock = 8;
 const unsigned kLargestBlock = 512;
 
 }  // namespace
 
-/// The links stand behind it.
+/// The head of a block of memory; its links follow it directly, and are used from the last one
+/// down. Blocks live as long as their list.
 struct IXMLDOMNodeList::Block {
   Block* next;
   unsigned size;  // in links
@@ -85,6 +89,7 @@ int IXMLDOMNodeList::Add(IXMLDOMNode* node) {
   if (m_pHead == nullptr) {
     m_pHead = link;
   } else {
+    // An application may have linked nodes behind the tail, or have set it to null.
     if (m_pTail == nullptr) m_pTail = m_pHead;
     while (m_pTail->m_pNext != nullptr) m_pTail = m_pTail->m_pNext;
     m_pTail->m_pNext = link;
@@ -124,26 +129,42 @@ IXMLDOMNode* IXMLDOMNodeList::GetItem(int index) {
   return node;
 }
 
-/// Moves the cursor back to the link at `index`, or to the beginning when that is as good.
+/// Moves the cursor back: to the link at `index`, or before the first link when that is as near or
+/// there is no index that leads to the link.
 void IXMLDOMNodeList::GoBackTo(int index) {
   ResetCursor();
-  if (index == 0 || !IndexLinksUpTo(index)) return;
+  if (index == 0) return;
+  if (!IsIndexTrue(index)) m_nIndexed = 0;
+  if (!IndexLinksUpTo(index)) return;
   m_pCursor = m_ppIndex[index];
   m_nCursorIndex = index;
 }
 
-/// Result: false when memory is out, which leaves the way from the head.
+/// Whether the entry of the index for `index`, or else its last entry, is still that link, as far
+/// as constant time can tell: the links are public, so that an application may have changed them.
+bool IXMLDOMNodeList::IsIndexTrue(int index) const {
+  if (m_nIndexed == 0) return true;
+  if (m_nIndexed > m_nCount || m_ppIndex[0] != m_pHead) return false;
+  const int used = std::min(index, m_nIndexed - 1);
+  return used == 0 || m_ppIndex[used - 1]->m_pNext == m_ppIndex[used];
+}
+
+/// Makes entries of the index up to that for `index`. Result: false when there is no such link,
+/// because the count was raised by hand, or memory is out.
 bool IXMLDOMNodeList::IndexLinksUpTo(int index) {
   if (index >= m_nIndexCapacity) {
     const std::size_t capacity = static_cast<std::size_t>(m_nCount);
+    if (capacity > SIZE_MAX / sizeof *m_ppIndex) return false;
     void* grown = std::realloc(m_ppIndex, capacity * sizeof *m_ppIndex);
     if (grown == nullptr) return false;
     m_ppIndex = static_cast<IXMLDOMNodeListElt**>(grown);
     m_nIndexCapacity = m_nCount;
   }
   IXMLDOMNodeListElt* link = m_nIndexed == 0 ? m_pHead : m_ppIndex[m_nIndexed - 1]->m_pNext;
-  for (; m_nIndexed <= index; link = link->m_pNext) m_ppIndex[m_nIndexed++] = link;
-  return true;
+  for (; m_nIndexed <= index && link != nullptr; link = link->m_pNext) {
+    m_ppIndex[m_nIndexed++] = link;
+  }
+  return m_nIndexed > index;
 }
 
 void IXMLDOMNodeList::ResetCursor() {

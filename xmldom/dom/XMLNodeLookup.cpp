@@ -1,5 +1,5 @@
-// Lookups by name that return their result directly: they walk one chain and report a miss through
-// the error code of CXML. Tested by tests/dom/XMLNodeLookup_test.cpp.
+// Lookups that return their result directly. Those by name search one chain, and set the error code
+// of CXML when they find nothing. Tested by tests/dom/XMLNodeLookup_test.cpp.
 
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeContent.h>
@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Looks a name up in a chain: a node that is found gets a reference, a miss sets the error code.
+/// Looks for a name in a chain. Result: the node with a reference added; null when there is none.
+/// Effects: sets the error code to `missing` when there is none.
 IXMLDOMNode* LookUp(IXMLDOMNode* head, const char* name, int missing) {
   IXMLDOMNode* node = xmldom::FindInChain(head, name);
   if (node == nullptr) {

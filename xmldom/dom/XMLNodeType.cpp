@@ -1,5 +1,5 @@
-// The table of node types: the name of each, and which kind of value it has. Tested by
-// tests/dom/XMLNodeType_test.cpp.
+// The names of node types, and which kind of value the nodes of each type have: one table, indexed
+// by the type. Tested by tests/dom/XMLNodeType_test.cpp.
 
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLNode.h>
@@ -17,7 +17,7 @@ struct TypeEntry {
   ValueKind value;
 };
 
-// By tagDOMNodeType.
+// The entries stand in the order of tagDOMNodeType.
 const TypeEntry l_aTypes[] = {
     {"invalid", VALUE_NONE},
     {"element", VALUE_TEXT},

@@ -2,7 +2,6 @@
 
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
-#include <xmldom/dom/NodeNames.h>
 #include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>

@@ -1,27 +1,26 @@
 #ifndef XMLDOM_PTR_XMLOWNER_H
 #define XMLDOM_PTR_XMLOWNER_H
 
-/// What XMLPtr and the owners of texts have in common: each owns one thing that a plain pointer
-/// stands for, or none, and gives it back at the end with `Giver::GiveBack`, which leaves null
-/// alone.
-/// Cost: that of a plain pointer.
+/// The base of XMLPtr and of the owners of texts. It owns one thing to which a plain pointer
+/// points, or nothing. At its end it passes the pointer to `Giver::GiveBack`, which must accept
+/// null. Cost: that of a plain pointer.
 template <class T, class Giver>
 class XMLOwner {
  public:
   XMLOwner(const XMLOwner&) = delete;
   XMLOwner& operator=(const XMLOwner&) = delete;
 
-  /// What is owned, borrowed for as long as this owns it; null when there is nothing.
+  /// Result: the pointer, borrowed for as long as this owns the thing; null when nothing is owned.
   T* Get() const noexcept { return m_p; }
 
   /// Whether anything is owned.
   explicit operator bool() const noexcept { return m_p != nullptr; }
 
-  /// Gives back what is owned.
+  /// Gives back what is owned, and owns nothing afterwards.
   void Reset() noexcept { Replace(nullptr); }
 
-  /// Hands what is owned to the caller, and owns nothing then. Result: the pointer, or null.
-  /// A member that takes a node over only when it succeeds is given Get() first:
+  /// Passes what is owned to the caller, and owns nothing afterwards. Result: the pointer, or null.
+  /// For a member that takes a node over only when it succeeds, pass Get() and call Detach() then:
   /// `if (parent->insertBefore(node.Get(), next, nullptr) == S_OK) node.Detach();`
   T* Detach() noexcept {
     T* p = m_p;
@@ -29,11 +28,12 @@ class XMLOwner {
     return p;
   }
 
-  /// For a member that hands out through an out-pointer: gives back what is owned first, and owns
-  /// what the member stores. A member that fails and stores nothing leaves it null.
-  /// Bad input: not for the out-pointers of appendChild and insertBefore, which lend the node, nor
-  /// for that of a replaceChild that may be given the same node twice (all of them may be null);
-  /// nor on the pointer that gives another argument of the same call.
+  /// For a member that hands something out through an out-pointer: gives back what is owned, and
+  /// owns what the member stores. When the member stores nothing, nothing is owned. Bad input: do
+  /// not use it for the out-pointers of appendChild and insertBefore, which receive the node
+  /// without a reference, nor for that of replaceChild when a node may be replaced by itself; all
+  /// of these may be null. Do not use it on an object whose pointer is another argument of the
+  /// call.
   T** Out() noexcept {
     Reset();
     return &m_p;
@@ -47,11 +47,12 @@ class XMLOwner {
   }
 
  protected:
-  /// Owns what `p` stands for; null is nothing.
+  /// Takes over the thing to which `p` points; null means nothing.
   explicit XMLOwner(T* p) noexcept : m_p(p) {}
   ~XMLOwner() { Giver::GiveBack(m_p); }
 
-  /// Gives the old thing back last, because it may be what keeps the new one.
+  /// Owns `p` instead. The former thing is given back last, because it may be what keeps the new
+  /// one alive.
   void Replace(T* p) noexcept {
     T* old = m_p;
     m_p = p;

@@ -9,7 +9,7 @@
 
 /// Gives an object back by dropping one reference.
 struct XMLReleaser {
-  /// Null is left alone.
+  /// Drops one reference to `p`; null is left alone.
   template <class T>
   static void GiveBack(T* p) noexcept {
     if (p != nullptr) p->RealRelease();
@@ -19,16 +19,16 @@ struct XMLReleaser {
 /// Owns one reference to an object, or none, and drops it at the end: a node, a document, a list, a
 /// map, a parse error.
 ///
-/// Two functions make one of a plain pointer, and say what becomes of its reference:
-/// * Adopt(p) takes over a reference that is the caller's already: what a member hands out, or what
-///   `new` made.
-/// * Share(p) adds one of its own: for a pointer that was lent, such as a field of the record.
-/// Out() serves the members that hand out through an out-pointer. The references that some members
-/// leave behind (see "Deliberate" in their comments) belong to nobody, and so to no XMLPtr either.
+/// Two functions make an XMLPtr of a plain pointer, and their names say what becomes of the
+/// reference:
+/// * Adopt(p) takes over a reference that the caller has already, because a member handed it out or
+///   `new` made the object.
+/// * Share(p) adds a reference, for a pointer that is only borrowed, such as a field of a node.
+/// Out() is for members that hand out through an out-pointer. Some members leave references behind
+/// that nobody drops (see "Deliberate" in their comments); an XMLPtr does not drop these either.
 ///
-/// Cost: that of a plain pointer; AddRef and RealRelease are called where a caller would call them,
-/// and moving calls neither.
-/// Threads: like the object, one thread at a time.
+/// Cost: that of a plain pointer, with AddRef and RealRelease called where a caller would call
+/// them; moving calls neither. Threads: one thread at a time, as for the object itself.
 template <class T>
 class XMLPtr : public XMLOwner<T, XMLReleaser> {
  public:
@@ -36,8 +36,8 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
   XMLPtr() noexcept : Owner(nullptr) {}
   XMLPtr(std::nullptr_t) noexcept : Owner(nullptr) {}
 
-  /// A copy adds a reference of its own; a move leaves `other` with none. Both also make a pointer
-  /// to a base class of one to a derived class.
+  /// A copy adds a reference; a move takes over that of `other`, which then owns nothing. Both also
+  /// convert a pointer to a derived class into one to its base class.
   XMLPtr(const XMLPtr& other) noexcept : Owner(AddReference(other.Get())) {}
   XMLPtr(XMLPtr&& other) noexcept : Owner(other.Detach()) {}
   template <class U, typename std::enable_if<std::is_convertible<U*, T*>::value, int>::type = 0>
@@ -45,7 +45,8 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
   template <class U, typename std::enable_if<std::is_convertible<U*, T*>::value, int>::type = 0>
   XMLPtr(XMLPtr<U>&& other) noexcept : Owner(other.Detach()) {}
 
-  /// What was held is released last, so that assigning to itself, or what hangs below it, is safe.
+  /// What was owned is released last. So an XMLPtr may be assigned to itself, and a node may be
+  /// assigned in place of one that keeps it alive.
   XMLPtr& operator=(const XMLPtr& other) noexcept {
     this->Replace(AddReference(other.Get()));
     return *this;
@@ -55,7 +56,7 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
     return *this;
   }
 
-  /// The object. Bad input: null is not tested; a member that asserts does so.
+  /// The object. Bad input: it is not tested whether there is one.
   T* operator->() const noexcept { return this->Get(); }
   T& operator*() const noexcept { return *this->Get(); }
 
@@ -73,14 +74,14 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
   }
 };
 
-/// Takes over a reference that is the caller's; null gives a pointer that holds nothing.
+/// Takes over a reference that the caller has; null gives an XMLPtr that owns nothing.
 /// `XMLPtr<IXMLDOMNode> port = Adopt(document->SelectSingleNode("//port"));`
 template <class T>
 XMLPtr<T> Adopt(T* p) noexcept {
   return XMLPtr<T>(p);
 }
 
-/// Adds a reference to an object that was lent; null gives a pointer that holds nothing.
+/// Adds a reference to an object that is only borrowed; null gives an XMLPtr that owns nothing.
 /// `XMLPtr<IXMLDOMNode> parent = Share(port->m_pParent);`
 template <class T>
 XMLPtr<T> Share(T* p) noexcept {
@@ -88,7 +89,7 @@ XMLPtr<T> Share(T* p) noexcept {
   return Adopt(p);
 }
 
-/// Equal are pointers to the same object, plain ones too, and all that hold none.
+/// Whether both point to the same object, or neither to any. Plain pointers can be compared too.
 template <class T, class U>
 bool operator==(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
   return a.Get() == b.Get();
@@ -110,7 +111,7 @@ bool operator==(std::nullptr_t, const XMLPtr<T>& a) noexcept {
   return a.Get() == nullptr;
 }
 
-/// The contrary of ==.
+/// Whether they point to different objects.
 template <class T, class U>
 bool operator!=(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
   return a.Get() != b.Get();
@@ -132,7 +133,7 @@ bool operator!=(std::nullptr_t, const XMLPtr<T>& a) noexcept {
   return a.Get() != nullptr;
 }
 
-/// An order for sets and maps, by address.
+/// Orders by address, for sets and maps.
 template <class T>
 bool operator<(const XMLPtr<T>& a, const XMLPtr<T>& b) noexcept {
   return std::less<T*>()(a.Get(), b.Get());

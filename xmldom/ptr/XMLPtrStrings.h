@@ -6,9 +6,9 @@
 
 #include <cstdlib>
 
-/// Owns one text that a member has handed out, or none, and frees it at the end. XMLBstr and
-/// XMLHeapStr are the two kinds; which of them a member hands out its comment says. It moves, and
-/// does not copy.
+/// Owns one text that a member has handed out, or none, and frees it at the end. There are two
+/// kinds, XMLBstr and XMLHeapStr, and the comment of a member says which kind it hands out. A text
+/// can be moved, but not copied.
 template <class Giver>
 class XMLString : public XMLOwner<char, Giver> {
  public:
@@ -21,11 +21,12 @@ class XMLString : public XMLOwner<char, Giver> {
     return *this;
   }
 
-  /// Takes over a text that is the caller's, of the kind that this owns; null gives no text.
+  /// Takes over a text that the caller owns; it must be of the kind that this frees. Null means
+  /// none.
   static XMLString Adopt(char* text) noexcept { return XMLString(text); }
 
-  /// The text, borrowed for as long as this owns it; an empty one, and never null, when there is
-  /// none.
+  /// Result: the text, borrowed for as long as this owns it; an empty text, never null, when there
+  /// is none.
   const char* c_str() const noexcept { return this->Get() != nullptr ? this->Get() : ""; }
 
  private:
@@ -46,8 +47,8 @@ struct XMLHeapFreer {
   static void GiveBack(char* text) noexcept { std::free(text); }
 };
 
-/// Owns a BSTR. Unlike _bstr_t it is never copied by the way, and serves out-pointers.
-/// `XMLBstr xml = XMLBstr::Adopt(document->GetXML());`
+/// Owns a BSTR. Unlike a _bstr_t it is never copied by accident, and it can be passed to
+/// out-pointers. `XMLBstr xml = XMLBstr::Adopt(document->GetXML());`
 typedef XMLString<XMLBstrFreer> XMLBstr;
 
 /// Owns a text on the C heap.

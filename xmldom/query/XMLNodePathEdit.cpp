@@ -1,16 +1,15 @@
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
+#include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/support/LogException.h>
 
 #include <memory>
 
 namespace {
 
-using xmldom::NodeReference;
 using xmldom::SameString;
 
 /// What a member logs when its arguments are of no use.
@@ -121,8 +120,8 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
   const EditTexts& texts = l_replaceTexts;
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   Fragment fragment;
-  const NodeReference target(ResolveTarget(this, pcszXPath));
-  if (target.Get() == nullptr) {
+  const XMLPtr<IXMLDOMNode> target = Adopt(ResolveTarget(this, pcszXPath));
+  if (!target) {
     CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                            "IXMLDOMNode::ReplaceChildAtXPath - can't resolve xpath %s", pcszXPath);
     return 0;
@@ -151,8 +150,8 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
   const EditTexts& texts = l_appendTexts;
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   Fragment fragment;
-  NodeReference target(ResolveTarget(this, pcszXPath));
-  if (target.Get() == nullptr) {
+  XMLPtr<IXMLDOMNode> target = Adopt(ResolveTarget(this, pcszXPath));
+  if (!target) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::AppendChildAtXPath - can't resolve xpath %s", Getxml(),
                             pcszXPath);
@@ -182,8 +181,8 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
     return 0;
   }
   Fragment fragment;
-  NodeReference target(SelectSingleNode(pcszXPath));
-  if (target.Get() == nullptr) {
+  XMLPtr<IXMLDOMNode> target = Adopt(SelectSingleNode(pcszXPath));
+  if (!target) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::InsertBeforeXPath - can't resolve xpath %s", Getxml(),
                             pcszXPath);
@@ -204,8 +203,8 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
 
 int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogException*) {
   if (!IsGiven(pcszXPath, "IXMLDOMNode::RemoveChildAtXPath called with NULL pcszXPath")) return 0;
-  NodeReference target(ResolveTarget(this, pcszXPath));
-  if (target.Get() == nullptr) {
+  XMLPtr<IXMLDOMNode> target = Adopt(ResolveTarget(this, pcszXPath));
+  if (!target) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::RemoveChildAtXPath - can't resolve xpath %s", Getxml(),
                             pcszXPath);

@@ -2,6 +2,7 @@
 
 #include <xmldom/base/Text.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
@@ -96,12 +97,16 @@ void CXPathList::AppendStep(const char* text, std::size_t length) {
 void CXPathList::CreateIndex() {
   std::free(m_ppIndex);
   m_ppIndex = nullptr;
+  // An application may have changed the steps and their count. The index gets room for all steps
+  // that are linked, and for as many entries as the count says, because readers go by the count.
+  std::size_t steps = 0;
+  for (const CStrListElt* step = m_pFirst; step != nullptr; step = step->m_pNext) ++steps;
+  const std::size_t size = std::max(steps, static_cast<std::size_t>(std::max(m_nCount, 0)));
   // A block of no bytes may be a null pointer, which would say that there is no index.
-  const std::size_t count = static_cast<std::size_t>(m_nCount);
-  m_ppIndex = static_cast<char**>(std::malloc((count == 0 ? 1 : count) * sizeof(char*)));
+  m_ppIndex = static_cast<char**>(std::calloc(std::max<std::size_t>(size, 1), sizeof(char*)));
   if (m_ppIndex == nullptr) throw std::bad_alloc();
-  std::size_t i = 0;
+  char** entry = m_ppIndex;
   for (const CStrListElt* step = m_pFirst; step != nullptr; step = step->m_pNext) {
-    m_ppIndex[i++] = step->m_pszString;
+    *entry++ = step->m_pszString;
   }
 }

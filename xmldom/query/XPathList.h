@@ -40,7 +40,9 @@ class XMLDOM_API CXPathList {
   int ParsePath(const char* path);
   int ParsePath(_bstr_t path);
 
-  /// Builds the index anew. Cost: linear in the steps.
+  /// Builds the index anew; to be called after the steps or their count were changed by hand.
+  /// Entries that the count has beyond the last step are null. Effects: std::bad_alloc when memory
+  /// is out; there is no index then. Cost: linear in the steps and in the count.
   void CreateIndex();
 
   char* m_pszPrefix;      ///< C heap; null when the path does not begin with '/'.

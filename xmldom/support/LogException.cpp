@@ -1,5 +1,5 @@
-// What an operation that cannot complete throws: a pointer to an object that owns copies of its
-// texts. Tested by tests/support/LogException_test.cpp.
+// The exception of an operation that cannot complete, and the functions that throw it, as a pointer
+// to an object that owns copies of its texts. Tested by tests/support/LogException_test.cpp.
 
 #include <xmldom/support/LogException.h>
 

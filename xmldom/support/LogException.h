@@ -5,20 +5,20 @@
 
 #include <string>
 
-/// What an operation that cannot complete throws, as a pointer. Whoever catches the pointer and
-/// does not rethrow it deletes it.
+/// The exception of an operation that cannot complete. It is thrown as a pointer: whoever catches
+/// the pointer and does not throw it again must delete it.
 class XMLDOM_API CLogException {
  public:
-  /// Copies the texts. Null texts count as empty; a null `detail` means there is none.
+  /// Copies the texts. A null `where` or `message` counts as empty; a null `detail` means none.
   CLogException(const char* where, const char* message, const char* detail);
 
-  const char* GetWhere() const { return m_where.c_str(); }      ///< Full name of the operation.
+  const char* GetWhere() const { return m_where.c_str(); }      ///< The full name of the operation.
   const char* GetMessage() const { return m_message.c_str(); }  ///< What went wrong.
-  /// More about it, usually a node's XML; null when none was given.
+  /// Further text, usually the XML of a node; null when none was given.
   const char* GetDetail() const { return m_hasDetail ? m_detail.c_str() : nullptr; }
 
-  /// Posts one event of the given log type and severity: the title, and as body
-  /// "where: message" with the detail, if any, on the next line.
+  /// Posts one log event of the given type and severity. Its body is "where: message", with the
+  /// detail, if there is one, on the next line.
   void LogMessage(int type, int severity, const char* title) const;
 
  private:

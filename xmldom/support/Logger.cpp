@@ -1,5 +1,5 @@
-// The log: every event goes to the one sink, which is standard error unless an application sets
-// another. Tested by tests/support/Logger_test.cpp.
+// The log: it makes the texts of each event and passes it to the one sink, which writes to standard
+// error unless an application sets another. Tested by tests/support/Logger_test.cpp.
 
 #include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
@@ -46,8 +46,8 @@ void PostFormatted(LogTypeEnum type, LogSeverityEnum severity, const char* forma
 
 #ifdef XMLDOM_HAS_BACKTRACE
 
-/// The lowest bit of a code address may stand for the instruction set, as it does on ARM; the
-/// frames of a call stack come without it.
+/// Whether two addresses of code are the same, but for the lowest bit: on ARM a return address has
+/// the instruction set there, and the addresses that backtrace() gives do not.
 bool IsSameCode(const void* a, const void* b) {
   return reinterpret_cast<std::uintptr_t>(a) >> 1 == reinterpret_cast<std::uintptr_t>(b) >> 1;
 }
@@ -107,7 +107,7 @@ void CLogger::PostBacktrace(LogTypeEnum type, LogSeverityEnum severity, const ch
   const int count = backtrace(frames, 64);
   const std::unique_ptr<char*, void (*)(void*)> symbols(backtrace_symbols(frames, count),
                                                         std::free);
-  // The caller is the first of the frames that counts; instrumentation may add some before it.
+  // The body begins with the caller. Frames before it are of this function and of instrumentation.
   int first = 0;
   while (first < count && !IsSameCode(frames[first], __builtin_return_address(0))) ++first;
   for (int i = first == count ? 0 : first; i < count; ++i) {

@@ -8,23 +8,22 @@ class IXMLDOMNode;
 
 /// What a log event is about.
 enum LogTypeEnum : int {
-  LOG_TYPE_DATA =
-      11,             ///< What callers and documents hand in: arguments, entities, page attributes.
-  LOG_TYPE_DOM = 18,  ///< Nodes, paths and loads.
-  LOG_TYPE_EXCEPTION = 25,  ///< A caught exception.
+  LOG_TYPE_DATA = 11,  ///< Input: arguments of calls, entities and page attributes of documents.
+  LOG_TYPE_DOM = 18,   ///< Nodes, paths and loads.
+  LOG_TYPE_EXCEPTION = 25,  ///< An exception that was caught.
   LOG_TYPE_LEAKS = 26       ///< The leak report.
 };
 
-/// How bad it is; a higher number is less urgent.
+/// How severe a log event is; a higher number is less urgent.
 enum LogSeverityEnum : int {
-  LOG_SEVERITY_ALERT = 1,    ///< An exception passes through.
-  LOG_SEVERITY_ERROR = 3,    ///< Something could not be done.
-  LOG_SEVERITY_WARNING = 4,  ///< It was done, but not wholly as asked.
-  LOG_SEVERITY_DEBUG = 7,    ///< An answer to a diagnostic call.
-  LOG_SEVERITY_TRACE = 10    ///< A detail of what is done.
+  LOG_SEVERITY_ALERT = 1,    ///< An exception leaves the call.
+  LOG_SEVERITY_ERROR = 3,    ///< The call could not do what it was asked.
+  LOG_SEVERITY_WARNING = 4,  ///< The call did only a part of what it was asked.
+  LOG_SEVERITY_DEBUG = 7,    ///< The answer to a diagnostic call.
+  LOG_SEVERITY_TRACE = 10    ///< A detail of what the call does.
 };
 
-/// One event, valid while the sink runs.
+/// One log event. It and its texts are valid only while the sink runs.
 struct CLogEvent {
   int type;           ///< A LogTypeEnum.
   int severity;       ///< A LogSeverityEnum.
@@ -32,29 +31,32 @@ struct CLogEvent {
   const char* body;   ///< The text that goes with it, or null.
 };
 
-/// Receives events. An exception that leaves a sink passes through the call that posted the event.
+/// A function that receives log events. An exception that leaves a sink also leaves the call that
+/// posted the event.
 ///
-/// That call is not over while the sink runs. The sink may load, build and release other documents,
-/// read and query any tree, release its own references and set another sink. It must not change or
-/// release the tree that the call works on, load into its document, or touch what the call was
-/// given, except to append to the buffer that XML is written into. Only the events of a load come
-/// when it has ended: there the sink may also load into the document, or release it. Events of what
-/// the sink calls come to it again: it has to end that itself.
+/// The sink runs in the middle of that call. It may load, build and release other documents, read
+/// and query any tree, release its own references and set another sink. It must not change or
+/// release the tree that the call works on, load into the document of that tree, or change the
+/// arguments of the call; only appending to the buffer that XML is written into is allowed. The
+/// events of a load are posted when it has ended: in them the sink may also load into the document
+/// or release it. When the sink calls a function that posts an event, the sink is called again; it
+/// must see to it that this ends.
 typedef void (*LogSink)(const CLogEvent& event, void* context);
 
-/// Gives the XML of a node as a new BSTR.
+/// A function that returns the XML of a node as a new BSTR, which the log frees.
 typedef BSTR (*NodeRenderer)(IXMLDOMNode* node);
 
-/// Where the library says what went wrong. Events go to the sink, or to standard error when none
-/// is set. A null title counts as empty.
-/// Threads: there is one sink for all, which runs in the thread that posts; no locks.
+/// The log of the library. Each event goes to the sink, or to standard error when none is set. A
+/// null title counts as empty. Threads: all threads share one sink, which runs in the thread that
+/// posts. There are no locks.
 class XMLDOM_API CLogger {
  public:
-  /// Sends all further events to `sink`; null restores standard error. `context` is handed on.
+  /// Sends all further events to `sink`; null restores standard error. `context` is passed to each
+  /// call of the sink.
   static void SetSink(LogSink sink, void* context);
 
-  /// Sets how PostLogEvent turns a node into text; the library that owns the node class does so
-  /// when it is loaded. Null: such events get no body.
+  /// Sets the function with which PostLogEvent turns a node into text. The library that has the
+  /// node class does so when it is loaded. With null, events about nodes have no body.
   static void SetNodeRenderer(NodeRenderer renderer);
 
   /// Posts an event; `body` may be null.

@@ -1,5 +1,6 @@
-// A growable byte buffer that text is written into. It doubles its memory, so that writing is
-// linear in what is written. Tested by tests/support/MemFile_test.cpp.
+// A growable byte buffer that text is written into. It doubles its memory when that is full, so
+// that the cost of all writes is linear in what they write. Tested by
+// tests/support/MemFile_test.cpp.
 
 #include <xmldom/support/MemFile.h>
 
@@ -15,6 +16,7 @@ namespace {
 
 char l_szEmpty[] = "";
 
+/// The reference that stands for one of the five characters that have a predefined entity.
 const char* EntityOf(char c) {
   switch (c) {
     case '&':

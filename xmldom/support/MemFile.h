@@ -8,13 +8,13 @@
 
 /// A growable byte buffer that text is written into.
 ///
-/// Set both counters to 0 to use a buffer again; its memory is kept. All writes append at the
-/// length and leave the position there.
-/// Effects of every write: std::length_error when the contents would pass 4 GiB - 1 bytes,
-/// std::bad_alloc when memory is out; what was written before stays.
+/// Every write appends behind the contents and sets the position to the new end. To use a buffer
+/// again, set length and position to 0; its memory is kept. Effects of every write:
+/// std::length_error when the contents would be longer than 4 GiB - 1 bytes, std::bad_alloc when
+/// memory is out; the contents are unchanged then.
 class XMLDOM_API CMemFile {
  public:
-  /// An empty buffer that will hold `size` bytes before it grows. No memory is taken yet.
+  /// Makes an empty buffer. The first write allocates `size` bytes, or more if it needs them.
   explicit CMemFile(unsigned int size);
   ~CMemFile();
 
@@ -31,8 +31,8 @@ class XMLDOM_API CMemFile {
   /// Appends `text` with & < > " and ' replaced by their predefined entities; null appends nothing.
   void WriteStrEntities(const char* text);
 
-  /// Copies up to `size` bytes from the position on and moves it behind them.
-  /// Result: how many bytes were copied; 0 at the end.
+  /// Copies up to `size` bytes, from the position on, into `data`, and moves the position behind
+  /// them. Result: how many bytes were copied; 0 at the end.
   unsigned int Read(void* data, unsigned int size);
 
   /// The contents, NUL-terminated; never null. Borrowed until the next write or the end of the

@@ -1,7 +1,8 @@
-// The base of every object that is handed out by reference. Tested by
-// tests/support/RefCountedObject_test.cpp.
+// The base class of every object that is counted by references: its virtual destructor. All else is
+// inline. Tested by tests/support/RefCountedObject_test.cpp.
 
 #include <xmldom/support/RefCountedObject.h>
 
-// Out of line, so that the virtual table and the type information of the family are in one place.
+// Defined here, not in the header, so that the virtual table and the type information of the class
+// are emitted once, in this library.
 CRefCountedObject::~CRefCountedObject() {}

@@ -8,13 +8,13 @@
 
 /// Base of every object that is handed out by reference.
 ///
-/// References: a new object holds one, owned by its creator. Whoever is handed an object drops its
-/// reference with RealRelease() or Release(); the last one destroys the object through its virtual
-/// destructor.
-/// Threads: counts are plain integers; an object belongs to one thread at a time.
+/// Ownership: a new object has one reference, which belongs to its creator. Whoever gets an object
+/// with a reference drops that with RealRelease() or Release(). When the last reference is dropped,
+/// the object is destroyed through its virtual destructor. Threads: counts are plain integers; one
+/// thread at a time uses an object.
 class XMLDOM_API CRefCountedObject {
  public:
-  /// With one reference, the creator's.
+  /// Makes an object with one reference, the creator's.
   CRefCountedObject() : m_nRefCount(1) {}
   virtual ~CRefCountedObject();
 
@@ -28,8 +28,9 @@ class XMLDOM_API CRefCountedObject {
     return m_nRefCount;
   }
 
-  /// Drops one reference and destroys the object with the last.
-  /// Result: the count after the call, 0 after destruction; the object must not be touched then.
+  /// Drops one reference, and destroys the object when it was the last.
+  /// Result: the count after the call. It is 0 when the object has been destroyed, which must not
+  /// be used any more then.
   int RealRelease() {
     if (m_nRefCount == INT_MAX) return m_nRefCount;
     const int count = --m_nRefCount;
@@ -37,11 +38,11 @@ class XMLDOM_API CRefCountedObject {
     return count;
   }
 
-  /// The count as it is now: for diagnostics.
+  /// Result: the count as it is now, for diagnostics.
   int GetRefCount() const { return m_nRefCount; }
 
-  /// The family is allocated with the array form of the global allocator, wherever an object is
-  /// made, so that it pairs with the operator delete below.
+  /// Objects of all derived classes are allocated and freed with the array form of the global
+  /// allocator, wherever they are made, so that the two always match.
   static void* operator new(std::size_t size) { return ::operator new[](size); }
   static void operator delete(void* p) { ::operator delete[](p); }
 

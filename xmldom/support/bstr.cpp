@@ -1,5 +1,5 @@
-// Strings that callers free with SysFreeString, and a count of those not yet freed. Tested by
-// tests/support/bstr_test.cpp.
+// BSTRs, which callers free with SysFreeString: copies on the C heap, and a count of those that
+// have not been freed yet. Tested by tests/support/bstr_test.cpp.
 
 #include <xmldom/support/bstr.h>
 
@@ -19,7 +19,7 @@ BSTR SysAllocString(const char* text) {
 
 BSTR SysAllocStringLen(const char* text, unsigned long length) {
   if (text == nullptr) return nullptr;
-  const unsigned long size = length + 1;
+  const unsigned long size = length + 1;  // 0 for the largest length
   if (size == 0) throw std::bad_alloc();
   BSTR copy = static_cast<BSTR>(std::malloc(size));
   if (copy == nullptr) throw std::bad_alloc();

@@ -3,8 +3,7 @@
 
 #include <xmldom/base/Export.h>
 
-/// A NUL-terminated text of its own allocator: free it with SysFreeString, never with free or
-/// delete.
+/// A NUL-terminated text that must be freed with SysFreeString, never with free or delete.
 typedef char* BSTR;
 
 /// Copies a text. Result: a new BSTR, the caller's; null when `text` is null.
@@ -16,31 +15,31 @@ XMLDOM_API BSTR SysAllocString(const char* text);
 /// Effects: std::bad_alloc when memory is out.
 XMLDOM_API BSTR SysAllocStringLen(const char* text, unsigned long length);
 
-/// Frees a BSTR and nulls the caller's pointer; a null pointer is left alone.
+/// Frees a BSTR and sets the caller's pointer to null. A null pointer is left alone.
 XMLDOM_API void SysFreeString(BSTR& text);
 
-/// How many BSTRs are allocated and not yet freed.
-/// Threads: a plain count; one thread at a time makes or frees BSTRs.
+/// Result: how many BSTRs have been allocated and not yet freed.
+/// Threads: the count is a plain integer; one thread at a time may make or free BSTRs.
 XMLDOM_API long GetNumBSTRsAllocated();
 
 /// Owns one BSTR, or none.
 class XMLDOM_API _bstr_t {
  public:
-  /// Holds nothing.
+  /// Owns nothing.
   _bstr_t() : m_bstr(nullptr) {}
 
-  /// Copies `text`; null gives a wrapper that holds nothing.
+  /// Owns a copy of `text`; nothing for null.
   _bstr_t(const char* text);
 
-  /// Copies `text` when `copy` is true; otherwise takes over the BSTR.
+  /// Owns a copy of `text` when `copy` is true; otherwise takes over the BSTR itself.
   _bstr_t(BSTR text, bool copy);
 
-  /// Copies the text of `other`; what was held is freed.
+  /// Owns a copy of the text of `other`; what was owned before is freed.
   _bstr_t(const _bstr_t& other);
   _bstr_t& operator=(const _bstr_t& other);
   ~_bstr_t();
 
-  /// The text, borrowed until the wrapper changes or dies; null when it holds nothing.
+  /// The text, borrowed until this object is assigned to or destroyed; null when it owns nothing.
   operator char*() const { return m_bstr; }
 
  private:

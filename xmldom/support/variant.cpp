@@ -1,4 +1,5 @@
-// Tagged values: copying, clearing and converting them. Tested by tests/support/variant_test.cpp.
+// Copying, clearing and converting VARIANTs. A new value is complete before the old one is freed,
+// since source and target may be the same record. Tested by tests/support/variant_test.cpp.
 
 #include <xmldom/support/variant.h>
 
@@ -15,8 +16,7 @@ const HRESULT kDone = 0;
 const HRESULT kNotConverted = static_cast<HRESULT>(0x80004005u);
 const HRESULT kInvalidArgument = static_cast<HRESULT>(0x80004006u);
 
-// Frees what `target` holds only now that the new value is complete, since the two may be one
-// record.
+/// Stores a complete new value in `target`, and frees what it held before.
 void Store(VARIANT* target, const VARIANT& value) {
   VariantClear(target);
   *target = value;

@@ -19,7 +19,8 @@ enum VARENUM : unsigned short {
   VT_BSTR = 8    ///< `bstrVal`, owned by the record; may be null.
 };
 
-/// A tagged value. VariantInit makes a fresh record usable, VariantClear gives its value back.
+/// A value of one of several types. A new record must be passed to VariantInit before it is used,
+/// and VariantClear frees its value.
 typedef struct tagVARIANT {
   unsigned short vt;  ///< A VARENUM.
   union {
@@ -28,7 +29,8 @@ typedef struct tagVARIANT {
   };
 } VARIANT;
 
-/// Makes the record empty, whatever it held: for a record that has no value yet. Null does nothing.
+/// Makes a new record empty. Whatever the record holds is overwritten and not freed. Null is left
+/// alone.
 XMLDOM_API void VariantInit(VARIANT* variant);
 
 /// Frees what the record owns and makes it empty.
@@ -40,20 +42,20 @@ XMLDOM_API HRESULT VariantClear(VARIANT* variant);
 XMLDOM_API HRESULT VariantCopy(VARIANT* target, VARIANT* source);
 
 /// Converts the value of `source` into `target`, which may be the same record. Anything converts
-/// to VT_EMPTY; VT_I4 and VT_BSTR convert into each other as decimal text; nothing else converts
-/// but to itself. `flags` is not used.
+/// to VT_EMPTY, and any type to itself. VT_I4 and VT_BSTR convert into each other as decimal text.
+/// There are no other conversions. `flags` is not used.
 /// Result: S_OK; E_FAIL when there is no such conversion, or the text is no number that fits, and
 /// `target` is unchanged; E_ARGUMENT when either record is null.
 XMLDOM_API HRESULT VariantChangeType(VARIANT* target, VARIANT* source, unsigned short flags,
                                      unsigned short type);
 
-/// A VARIANT that gives its value back by itself.
+/// A VARIANT that frees its value when it is destroyed.
 class _variant_t : public tagVARIANT {
  public:
-  /// Holds nothing.
+  /// Makes an empty value.
   _variant_t() { VariantInit(this); }
 
-  /// Holds a copy of `text`; null gives a VT_BSTR that holds null.
+  /// Makes a VT_BSTR that holds a copy of `text`; null when `text` is null.
   explicit _variant_t(const char* text) {
     vt = VT_BSTR;
     bstrVal = SysAllocString(text);

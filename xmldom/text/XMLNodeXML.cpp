@@ -2,8 +2,8 @@
 // Tested by tests/text/XMLNodeXML_test.cpp.
 
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/support/LogException.h>
 #include <xmldom/support/MemFile.h>
 
@@ -58,8 +58,9 @@ _bstr_t IXMLDOMNode::GetMaskedXML() {
 _bstr_t IXMLDOMNode::GetFilteredXML(const char* pszXPath, int nFirst, int nCount, int nCurPage,
                                     int nNumPages, const char* pszPadTemplate) {
   CMemFile xml(kXmlBufferSize);
-  const xmldom::NodeReference paged(pszXPath == nullptr ? nullptr : SelectSingleNode(pszXPath));
-  if (pszXPath != nullptr && paged.Get() == nullptr) {
+  const XMLPtr<IXMLDOMNode> paged =
+      Adopt(pszXPath == nullptr ? nullptr : SelectSingleNode(pszXPath));
+  if (pszXPath != nullptr && !paged) {
     // Deliberate: this text is not freed, so that a sink may keep it.
     BSTR whole = GetXML();
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityWarning,
