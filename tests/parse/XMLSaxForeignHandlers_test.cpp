@@ -68,7 +68,7 @@ TEST(XMLSaxForeignHandlers, May_query_and_read_the_tree_that_grows) {
   EXPECT_TRUE(LoadWithComments(document, "<a v='1'>one<b>two</b>three<!--c--><c/>four</a>", [&] {
     EXPECT_EQ("a(v='1')[#Text'one' b[#Text'two']]", Outline(document)) << "without the text since";
     const Node found(document->SelectSingleNode("//b"));
-    ASSERT_NE(nullptr, found.get());
+    ASSERT_NE(nullptr, found.Get());
     EXPECT_EQ("two", TakeBstr(found->GetTextAsBSTR()));
     EXPECT_NE(std::string::npos, XmlOf(document).find("<b>two</b>"));
   }));
