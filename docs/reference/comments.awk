@@ -29,7 +29,7 @@ function braces(code,    opened) {
 
 BEGIN {
   parts = "(Result|Out|Ownership|Effects|Bad input|Cost|Deliberate|References|Iteration|Stack" \
-          "|Threads|Exceptions):"
+          "|Threads|Exceptions|Text|Loading|Derived classes|Changes by hand|Edits during the loop):"
   depth = 0
 }
 

@@ -6,13 +6,14 @@
 
 void ExpectLinearTime(int count, const MeasuredWork& work) {
   const int kRuns = 3;
-  const double kMostGrowth = 200;
-  double small = work(count / 32);
-  for (int run = 1; run < kRuns; ++run) small = std::min(small, work(count / 32));
+  const int kGrowth = 100;
+  const double kMostGrowthOfTime = 3000;
+  double small = work(count / kGrowth);
+  for (int run = 1; run < kRuns; ++run) small = std::min(small, work(count / kGrowth));
   double large = work(count);
-  for (int run = 1; run < kRuns && large > kMostGrowth * small; ++run) {
+  for (int run = 1; run < kRuns && large > kMostGrowthOfTime * small; ++run) {
     large = std::min(large, work(count));
   }
-  EXPECT_LE(large, kMostGrowth * small) << "seconds for " << count << " pieces, and 200 times those"
-                                        << " for " << count / 32;
+  EXPECT_LE(large, kMostGrowthOfTime * small)
+      << "seconds for " << count << " pieces, and 3000 times those for " << count / kGrowth;
 }

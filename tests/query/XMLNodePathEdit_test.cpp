@@ -198,7 +198,7 @@ TEST(XMLNodePathEditContent, At_a_node_without_owner_nothing_gets_one) {
 TEST(XMLNodePathEditContent, Wide_and_deep_content_needs_no_stack) {
   for (bool isWide : {true, false}) {
     SCOPED_TRACE(isWide);
-    ExpectLinearTime(20000, [isWide](int count) {
+    ExpectLinearTime(100000, [isWide](int count) {
       const std::string content = isWide ? "<n>" + Repeat("<m v='1'/>", count) + "</n>"
                                          : Repeat("<n v='1'>", count) + Repeat("</n>", count);
       Document document = Load("<r><a/></r>");

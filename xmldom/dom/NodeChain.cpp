@@ -14,9 +14,9 @@ unsigned long long g_uChainGeneration = 0;
 
 namespace {
 
-/// The end of a chain, as it was when the chain was appended to. `first` and `head` are only
-/// compared. `link` and `last` may be dereferenced only while `generation` is the present one:
-/// until then no node has been destroyed or unlinked since.
+/// The end of a chain, as it was when the chain was appended to. `head` and `first` are only
+/// compared. `link` and `last` may be dereferenced only while `generation` is the present one,
+/// because then no node has been destroyed or unlinked since.
 struct ChainEnd {
   IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;

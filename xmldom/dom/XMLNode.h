@@ -75,10 +75,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   //    the former last node. Destroying any node, or taking any node out with a member, makes the
   //    cache invalid.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
-  //  follow
-  //    the new child. They look at the next sibling only, and pass over all of them when that one
-  //    has the owner already. Once RecurseSetDocument or RecurseClearDocument has been called for a
-  //    node that has a parent, they visit all of them.
+  //    follow the new child. They look at the next sibling only, and pass over all of them when
+  //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been
+  //    called for a node that has a parent, they visit all of them.
 
   char* m_pszNodeName;             ///< C heap; "#Text" for texts, "Document Root" for documents.
   char* m_pszValue;                ///< C heap, or null.
@@ -125,10 +124,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
 
   // ---- COM-style accessors (XMLNode.cpp)
   //
-  // Each of them returns E_ARGUMENT for a null out-pointer, and does nothing else then. Where a
-  // node is handed out, the out-pointer receives it with a reference added, or null when there is
-  // none. A member whose comment says "Asserts." ends the program when it is called on a null
-  // pointer.
+  // Each returns E_ARGUMENT for a null out-pointer, and does nothing else then. Where a node is
+  // handed out, the out-pointer receives it with a reference added, or null when there is none. A
+  // member whose comment says "Asserts." ends the program when it is called on a null pointer.
 
   /// Result: S_OK, also when there is no parent.
   HRESULT get_parentNode(IXMLDOMNode** out);
@@ -312,11 +310,14 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // nodes below, their text and the indentation.
 
   /// Appends this node's XML to `out`. The other arguments:
-  /// `iDepth`: nesting level of this node. `bMasked`: leave all values out.
-  /// `pPagedNode`: the node of which only the children at positions `nFirst` (from 1) to
-  /// `nFirst` + `nCount` - 1 are written, numbered; null for none. `nCurPage`, `nNumPages`: page
-  /// attributes for that node; a negative one means none. `pszPadTemplate`: tag of the rows that
-  /// fill up the last page; null for none. `bIndexed`, `nIndex`: number this node.
+  /// - `iDepth` is the nesting level at which this node is written.
+  /// - `pPagedNode` is the node of which only one page is written: the children at the positions
+  ///   `nFirst` (counted from 1) to `nFirst` + `nCount` - 1, which are numbered. Null for none.
+  /// - `nCurPage` and `nNumPages` are page attributes for that node; a negative one is left out.
+  /// - `pszPadTemplate` is the tag of the rows that fill up the last page; null for none.
+  /// - `bMasked` leaves all values out.
+  /// - `bIndexed` writes the number `nIndex` into the tag of this node.
+  ///
   /// Effects: page attributes that the node has already are not written when new ones are, and are
   /// logged (type 11, severity 10).
   void GetXMLHelper(CMemFile& out, int iDepth, IXMLDOMNode* pPagedNode, int nFirst, int nCount,

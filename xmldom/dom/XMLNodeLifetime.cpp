@@ -1,6 +1,6 @@
 // Making, clearing and destroying nodes. The destructor takes everything below a node apart in a
-// loop, which needs neither the call stack nor memory. Tested by
-// tests/dom/XMLNodeLifetime_test.cpp and tests/dom/XMLNodeLifetimeDestruction_test.cpp.
+// loop, which needs neither the call stack nor memory. Tested by tests/dom/XMLNodeLifetime_test.cpp
+// and tests/dom/XMLNodeLifetimeDestruction_test.cpp.
 
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/NodeChain.h>

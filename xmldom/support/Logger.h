@@ -71,8 +71,8 @@ class XMLDOM_API CLogger {
   static void PostLogEventF(LogTypeEnum type, LogSeverityEnum severity, const char* format, ...)
       XMLDOM_PRINTF(3, 4);
 
-  /// Posts an event with the given body, its title formatted from `format` and the arguments
-  /// behind `body`.
+  /// Posts an event with the given body, its title formatted from `format` and the arguments behind
+  /// `body`.
   static void PostLogEventFB(LogTypeEnum type, LogSeverityEnum severity, const char* format,
                              const char* body, ...) XMLDOM_PRINTF(3, 5);
 

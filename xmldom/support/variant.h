@@ -41,8 +41,8 @@ XMLDOM_API HRESULT VariantClear(VARIANT* variant);
 /// Result: S_OK; E_ARGUMENT when either is null. Effects: std::bad_alloc, `target` unchanged.
 XMLDOM_API HRESULT VariantCopy(VARIANT* target, VARIANT* source);
 
-/// Converts the value of `source` into `target`, which may be the same record. Anything converts
-/// to VT_EMPTY, and any type to itself. VT_I4 and VT_BSTR convert into each other as decimal text.
+/// Converts the value of `source` into `target`, which may be the same record. Anything converts to
+/// VT_EMPTY, and any type to itself. VT_I4 and VT_BSTR convert into each other as decimal text.
 /// There are no other conversions. `flags` is not used.
 /// Result: S_OK; E_FAIL when there is no such conversion, or the text is no number that fits, and
 /// `target` is unchanged; E_ARGUMENT when either record is null.
