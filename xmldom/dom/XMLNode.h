@@ -273,7 +273,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // ---- XML text (XMLWriter.cpp, XMLNodeXML.cpp)
   //
   // Names and values are written as stored; texts stand before other children. A node indents as
-  // its owner document says, and by two blanks a level when it has none.
+  // its owner document says; when it or any node below it has none, all indent by two blanks a
+  // level.
   // Effects: std::length_error for a text of 4 GiB or more.
   // Cost: linear in the nodes below, their text and the indentation.
 

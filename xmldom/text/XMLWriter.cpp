@@ -45,6 +45,36 @@ Layout LayoutOf(const IXMLDOMNode* node) {
                 document->m_nIndent};
 }
 
+/// What is known of the owner links of the nodes that are written.
+enum OwnerLinks {
+  OWNERS_NOT_KNOWN,  // they are read up to the first that is null, which ends the walk
+  OWNERS_NAMED,      // they are read
+  OWNERS_MISSING     // a node has none, so that others may be dangling: they are not read
+};
+
+/// Looks for a node without owner.
+class MissingOwnerSearch : public xmldom::PreOrderVisitor {
+ public:
+  MissingOwnerSearch() : m_found(false) {}
+
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    m_found = node->m_pOwnerDocument == nullptr;
+    return node->m_pFirstChild;
+  }
+
+  bool IsDone() const { return m_found; }
+
+ private:
+  bool m_found;
+};
+
+/// Whether a node or any below it has no owner.
+bool MissesOwner(IXMLDOMNode* node) {
+  MissingOwnerSearch search;
+  xmldom::WalkTree<xmldom::SideTrail>(node, search);
+  return search.IsDone();
+}
+
 /// Which kinds of children a node has.
 struct ChildKinds {
   int texts;    // counted up to 2: more make no difference
@@ -70,10 +100,11 @@ ChildKinds KindsOf(const IXMLDOMNode* node) {
 /// Writes the nodes it walks.
 class Writer {
  public:
-  Writer(CMemFile& out, int depth, const IXMLDOMNode* top, const WriterArguments& arguments)
+  Writer(CMemFile& out, int depth, OwnerLinks owners, const WriterArguments& arguments)
       : m_text(out),
         m_topDepth(depth),
-        m_hasOwner(top->m_pOwnerDocument != nullptr),
+        m_owners(owners),
+        m_foundMissing(false),
         m_arguments(arguments),
         m_pagedLevel(kNoLevel),
         m_position(0) {}
@@ -101,7 +132,8 @@ class Writer {
 
   void Leave(IXMLDOMNode* node, std::size_t depth) { Close(node, LevelOf(depth)); }
 
-  bool IsDone() const { return false; }
+  /// Whether the walk has to end, because a node has no owner.
+  bool IsDone() const { return m_foundMissing; }
 
  private:
   // The chain that is walked stands one level below the top node.
@@ -113,6 +145,10 @@ class Writer {
 
   __attribute__((noinline)) IXMLDOMNode* Open(IXMLDOMNode* node, long long level, bool indexed,
                                               int index) {
+    if (m_owners == OWNERS_NOT_KNOWN && node->m_pOwnerDocument == nullptr) {
+      m_foundMissing = true;
+      return nullptr;
+    }
     WriteIndent(node, level);
     WriteLiteral(m_text, "<");
     WriteText(m_text, node->m_pszNodeName);
@@ -149,10 +185,8 @@ class Writer {
     WriteEndTag(node);
   }
 
-  /// What hangs below a node without owner, because that was taken out of its tree, still names the
-  /// old owner, which may be gone.
   Layout LayoutHere(const IXMLDOMNode* node) const {
-    return m_hasOwner ? LayoutOf(node) : kUsualLayout;
+    return m_owners == OWNERS_MISSING ? kUsualLayout : LayoutOf(node);
   }
 
   void WriteIndent(const IXMLDOMNode* node, long long level) {
@@ -212,10 +246,20 @@ class Writer {
     }
   }
 
+  /// Texts, and what hangs below them, are not walked.
+  void NoteOwnersOfText(IXMLDOMNode* text) {
+    if (m_owners != OWNERS_NOT_KNOWN) return;
+    if (text->m_pOwnerDocument == nullptr ||
+        (text->m_pFirstChild != nullptr && MissesOwner(text))) {
+      m_foundMissing = true;
+    }
+  }
+
   void WriteTexts(const IXMLDOMNode* node, const ChildKinds& kinds, long long blanks) {
-    for (const IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
          child = child->m_pNextSibling) {
       if (child->m_eNodeType != NODE_TEXT) continue;
+      NoteOwnersOfText(child);
       if (kinds.IsMultiLine()) {
         // Deliberate: the texts are indented also when the layout does not indent.
         WriteLiteral(m_text, "\n");
@@ -253,11 +297,25 @@ class Writer {
 
   xmldom::TextBuffer m_text;
   int m_topDepth;
-  bool m_hasOwner;
+  OwnerLinks m_owners;
+  bool m_foundMissing;
   WriterArguments m_arguments;
   long long m_pagedLevel;  // of the children of the paged node, while they are written
   int m_position;          // of the child of the paged node that was met last
 };
+
+/// Result: false when a node without owner was met, which ends the walk; true when all is written.
+bool Write(CMemFile& out, IXMLDOMNode* node, int depth, OwnerLinks owners,
+           const WriterArguments& arguments, bool indexed, int index) {
+  Writer writer(out, depth, owners, arguments);
+  IXMLDOMNode* below = writer.EnterTop(node, indexed, index);
+  if (below != nullptr) {
+    xmldom::WalkChain<xmldom::SideTrail>(below, writer);
+    if (!writer.IsDone()) writer.LeaveTop(node);
+  }
+  writer.Finish();
+  return !writer.IsDone();
+}
 
 }  // namespace
 
@@ -268,14 +326,16 @@ void IXMLDOMNode::GetXMLHelper(CMemFile& out, int iDepth, IXMLDOMNode* pPagedNod
   if (node == nullptr) return;
   const WriterArguments arguments = {pPagedNode, nFirst,         nCount, nCurPage,
                                      nNumPages,  pszPadTemplate, bMasked};
-  Writer writer(out, iDepth, node, arguments);
   const bool indexed = bIndexed && node == this;
-  IXMLDOMNode* below = writer.EnterTop(node, indexed, indexed ? nIndex : 0);
-  if (below != nullptr) {
-    xmldom::WalkChain<xmldom::SideTrail>(below, writer);
-    writer.LeaveTop(node);
-  }
-  writer.Finish();
+  const unsigned int length = out.m_uLength;
+  const unsigned int position = out.m_uPosition;
+  // A page is written once, because it can post log events, and skips nodes.
+  OwnerLinks owners = OWNERS_NOT_KNOWN;
+  if (pPagedNode != nullptr) owners = MissesOwner(node) ? OWNERS_MISSING : OWNERS_NAMED;
+  if (Write(out, node, iDepth, owners, arguments, indexed, indexed ? nIndex : 0)) return;
+  out.m_uLength = length;
+  out.m_uPosition = position;
+  Write(out, node, iDepth, OWNERS_MISSING, arguments, indexed, indexed ? nIndex : 0);
 }
 
 void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo) {
