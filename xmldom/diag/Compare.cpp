@@ -39,17 +39,22 @@ struct Pair {
 /// the second tree has none there.
 class Comparison {
  public:
+  /// `second`: the top node of the second tree.
   Comparison(CMemFile& report, int topDepth, IXMLDOMNode* second)
       : m_report(report), m_topDepth(topDepth), m_second(second), m_differs(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* first, std::size_t walkDepth) {
-    if (walkDepth != 0 && !IsEqualChild(first, DepthOf(walkDepth) - 1)) return nullptr;
+    if (walkDepth == 0) return EnterPair(Pair{first, m_second}, m_topDepth);
+    const int parentDepth = DepthOf(walkDepth) - 1;
+    if (m_second == nullptr) {
+      ReportCount(parentDepth, "Node 1 has more children than Node 2\n", m_open.Top());
+      return nullptr;
+    }
     const Pair pair = {first, m_second};
-    const bool isText = walkDepth != 0 && first->m_eNodeType == NODE_TEXT;
     m_second = m_second->m_pNextSibling;
-    if (isText || !OpenPair(pair, DepthOf(walkDepth))) return nullptr;
-    if (first->m_pFirstChild == nullptr) ClosePair(DepthOf(walkDepth));
-    return first->m_pFirstChild;
+    if (!NodesEqual(pair, parentDepth)) return nullptr;
+    if (first->m_eNodeType == NODE_TEXT) return nullptr;
+    return EnterPair(pair, parentDepth + 1);
   }
 
   void Leave(IXMLDOMNode*, std::size_t walkDepth) { ClosePair(DepthOf(walkDepth)); }
@@ -60,12 +65,11 @@ class Comparison {
   /// The depth that is reported for what a node holds; its parent reports what the node itself is.
   int DepthOf(std::size_t walkDepth) const { return m_topDepth + static_cast<int>(walkDepth); }
 
-  /// Compares a node that has a parent with the one at its place.
-  bool IsEqualChild(IXMLDOMNode* first, int depth) {
-    if (m_second == nullptr) {
-      return ReportCount(depth, "Node 1 has more children than Node 2\n", m_open.Top());
-    }
-    return NodesEqual(Pair{first, m_second}, depth);
+  /// Compares what two nodes hold. Result: the first child of the first, when it is next.
+  IXMLDOMNode* EnterPair(const Pair& pair, int depth) {
+    if (!OpenPair(pair, depth)) return nullptr;
+    if (pair.first->m_pFirstChild == nullptr) ClosePair(depth);
+    return pair.first->m_pFirstChild;
   }
 
   /// Compares the attributes of two nodes and turns to their children. Result: whether the

@@ -16,7 +16,7 @@ namespace {
 /// Visits everything, up to the first node that matches the only step.
 class DescendantVisitor : public PreOrderVisitor {
  public:
-  DescendantVisitor(const XPathStep& step, FirstNode& first) : m_step(step), m_first(first) {}
+  explicit DescendantVisitor(const XPathStep& step) : m_step(step) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
     if (MatchesStep(node, m_step)) m_first.Take(node);
@@ -24,10 +24,11 @@ class DescendantVisitor : public PreOrderVisitor {
   }
 
   bool IsDone() const { return m_first.HasEnough(); }
+  IXMLDOMNode* Found() const { return m_first.Get(); }
 
  private:
   const XPathStep& m_step;
-  FirstNode& m_first;
+  FirstNode m_first;
 };
 
 /// A failed search that has reported something is repeated while at most this many frames of
@@ -72,9 +73,7 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
 /// The first node in document order that the steps select, one level a step, from the children of
 /// `parent` on; null when there is none.
 IXMLDOMNode* SingleNodeSearch::FindChainBelow(IXMLDOMNode* parent) const {
-  FirstNode first;
-  WalkSteps(parent->m_pFirstChild, m_steps, 0, first);
-  return first.Get();
+  return WalkSteps(parent->m_pFirstChild, m_steps, 0, FirstNode()).Get();
 }
 
 IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
@@ -97,13 +96,12 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
 /// the same step, so a failed search is repeated once, and only if the first pass logged or printed
 /// something.
 IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
-  FirstNode first;
-  DescendantVisitor visitor(m_steps.At(0), first);
+  DescendantVisitor visitor(m_steps.At(0));
   WalkChain<SideTrail>(node->m_pFirstChild, visitor);
-  if (!first.HasEnough() && ReportCount::Now() != m_reportsBefore) {
+  if (!visitor.IsDone() && ReportCount::Now() != m_reportsBefore) {
     WalkChain<SideTrail>(node->m_pFirstChild, visitor);
   }
-  return first.Get();
+  return visitor.Found();
 }
 
 /// Begins the search of a node with step `k`: tests it and, when its children have to be searched,

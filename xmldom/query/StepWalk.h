@@ -27,7 +27,7 @@ class FirstNode {
 template <class Receiver>
 class StepVisitor : public PreOrderVisitor {
  public:
-  StepVisitor(const XPathSteps& steps, int firstStep, Receiver& receiver)
+  StepVisitor(const XPathSteps& steps, int firstStep, const Receiver& receiver)
       : m_steps(steps), m_firstStep(firstStep), m_receiver(receiver) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
@@ -40,18 +40,23 @@ class StepVisitor : public PreOrderVisitor {
 
   bool IsDone() const { return m_receiver.HasEnough(); }
 
+  const Receiver& Received() const { return m_receiver; }
+
  private:
   const XPathSteps& m_steps;
   int m_firstStep;
-  Receiver& m_receiver;
+  Receiver m_receiver;
 };
 
 /// Gives the nodes that the steps from `firstStep` on select, one level a step, to a receiver, in
-/// document order. The first level is the chain of siblings that starts at `head`.
+/// document order. The first level is the chain of siblings that starts at `head`. Result: the
+/// receiver as it is afterwards.
 template <class Receiver>
-void WalkSteps(IXMLDOMNode* head, const XPathSteps& steps, int firstStep, Receiver& receiver) {
+Receiver WalkSteps(IXMLDOMNode* head, const XPathSteps& steps, int firstStep,
+                   const Receiver& receiver) {
   StepVisitor<Receiver> visitor(steps, firstStep, receiver);
   WalkChain<SideTrail>(head, visitor);
+  return visitor.Received();
 }
 
 }  // namespace xmldom

@@ -22,7 +22,7 @@ class TextCollector : public xmldom::PreOrderVisitor {
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
     // A text was appended with its parent; as the top node it counts by its children, like others.
-    if (depth != 0 && node->m_eNodeType == NODE_TEXT) return nullptr;
+    if (node->m_eNodeType == NODE_TEXT && depth != 0) return nullptr;
     AppendTextChildren(node);
     return node->m_pFirstChild;
   }
