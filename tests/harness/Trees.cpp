@@ -47,6 +47,11 @@ std::string Repeat(const std::string& text, int count) {
   return repeated;
 }
 
+std::string Bush(int depth, int width) {
+  if (depth == 1) return "<a/>";
+  return "<a>" + Repeat(Bush(depth - 1, width), width) + "</a>";
+}
+
 std::string AllBytes() {
   std::string bytes;
   for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);

@@ -54,6 +54,9 @@ IXMLDOMNode* NoNode();
 /// `text`, `count` times: wide trees are Repeat("<a/>", n), deep ones Repeat("<a>", n).
 std::string Repeat(const std::string& text, int count);
 
+/// `depth` levels of elements named a; those above the lowest have `width` children each.
+std::string Bush(int depth, int width);
+
 /// Every byte once, from NUL on.
 std::string AllBytes();
 

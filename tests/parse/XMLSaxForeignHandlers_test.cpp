@@ -9,7 +9,7 @@
 #include <string>
 
 #include "harness/Balance.h"
-#include "harness/Outline.h"
+#include "harness/CompactXml.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -29,7 +29,7 @@ bool LoadWithComments(IXMLDOMDocument2* document, const std::string& xml,
 }
 
 const char* const kXml = "<a v='1'>one<b>two</b><!--c-->three<c/>four</a>";
-const char* const kTree = "a(v='1')[#Text'onethreefour' b[#Text'two'] c]";
+const char* const kTree = "<a v='1'>onethreefour<b>two</b><c/></a>";
 
 }  // namespace
 
@@ -42,10 +42,10 @@ TEST(XMLSaxForeignHandlers, May_load_build_change_and_release_other_documents) {
       const Document other = Load("<x><y/></x>");
       EXPECT_EQ(VARIANT_FALSE, NewDocument()->loadXML("<x>"));
       EXPECT_TRUE(other->AppendChildAtXPath("/x/y", "<z/>"));
-      EXPECT_EQ("x[y[z]]", Outline(other));
+      EXPECT_EQ("<x><y><z/></y></x>", CompactXml(other));
       older.Reset();
     }));
-    EXPECT_EQ(kTree, Outline(document));
+    EXPECT_EQ(kTree, CompactXml(document));
   }
   EXPECT_EQ("", Balance::Now().ChangesSince(balance));
 }
@@ -55,24 +55,24 @@ TEST(XMLSaxForeignHandlers, May_load_what_calls_them_again) {
   const Document inner = NewDocument();
   EXPECT_TRUE(LoadWithComments(outer, kXml, [&inner] {
     EXPECT_TRUE(LoadWithComments(inner, "<i><!--d-->t</i>", [&inner] {
-      EXPECT_EQ("i", Outline(inner));
-      EXPECT_EQ("x", Outline(Load("<x/>")));
+      EXPECT_EQ("<i/>", CompactXml(inner));
+      EXPECT_EQ("<x/>", CompactXml(Load("<x/>")));
     }));
   }));
-  EXPECT_EQ(kTree, Outline(outer));
-  EXPECT_EQ("i[#Text't']", Outline(inner));
+  EXPECT_EQ(kTree, CompactXml(outer));
+  EXPECT_EQ("<i>t</i>", CompactXml(inner));
 }
 
 TEST(XMLSaxForeignHandlers, May_query_and_read_the_tree_that_grows) {
   const Document document = NewDocument();
   EXPECT_TRUE(LoadWithComments(document, "<a v='1'>one<b>two</b>three<!--c--><c/>four</a>", [&] {
-    EXPECT_EQ("a(v='1')[#Text'one' b[#Text'two']]", Outline(document)) << "without the text since";
+    EXPECT_EQ("<a v='1'>one<b>two</b></a>", CompactXml(document)) << "without the text since";
     const Node found(document->SelectSingleNode("//b"));
     ASSERT_NE(nullptr, found.Get());
     EXPECT_EQ("two", TakeBstr(found->GetTextAsBSTR()));
     EXPECT_NE(std::string::npos, XmlOf(document).find("<b>two</b>"));
   }));
-  EXPECT_EQ(kTree, Outline(document));
+  EXPECT_EQ(kTree, CompactXml(document));
 }
 
 TEST(XMLSaxForeignHandlers, May_take_references_and_release_their_own) {
@@ -85,7 +85,7 @@ TEST(XMLSaxForeignHandlers, May_take_references_and_release_their_own) {
     list.Reset();
     document->get_documentElement(kept.Out());
   }));
-  EXPECT_EQ(kTree, Outline(document));
+  EXPECT_EQ(kTree, CompactXml(document));
   EXPECT_EQ(2, kept->GetRefCount());
 }
 
@@ -113,5 +113,5 @@ class Loader : public CExpatImpl<Loader> {
 TEST(XMLSaxForeignHandlers, Of_a_class_of_their_own_may_load_and_build_and_throw) {
   Loader loader;
   EXPECT_THROW(loader.Parse("<a>x<b>y</b></a>", -1, true), int);
-  EXPECT_EQ("b[#Text'y']", Outline(loader.m_document));
+  EXPECT_EQ("<b>y</b>", CompactXml(loader.m_document));
 }

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+#include "plain/PlainMatching.h"
+
+namespace plain {
+
 namespace {
 
 /// The step of that number, or null.
@@ -11,8 +15,7 @@ const char* StepAt(const CXPathList& list, int k) {
 
 }  // namespace
 
-PlainSingleNodeSearch::PlainSingleNodeSearch(const CXPathList& list, int mostRepeats,
-                                             int mostSearches)
+SingleNodeSearch::SingleNodeSearch(const CXPathList& list, int mostRepeats, int mostSearches)
     : m_list(list),
       m_mostRepeats(mostRepeats),
       m_mostSearches(mostSearches),
@@ -22,7 +25,7 @@ PlainSingleNodeSearch::PlainSingleNodeSearch(const CXPathList& list, int mostRep
       m_leftOutAny(false),
       m_leftOutSince(0) {}
 
-IXMLDOMNode* PlainSingleNodeSearch::Find(IXMLDOMNode* node, int k) {
+IXMLDOMNode* SingleNodeSearch::Find(IXMLDOMNode* node, int k) {
   const Search search(node, k);
   if (IsTooLong()) return nullptr;
   // A search that is met again while it is open yields nothing.
@@ -39,8 +42,8 @@ IXMLDOMNode* PlainSingleNodeSearch::Find(IXMLDOMNode* node, int k) {
   return found;
 }
 
-IXMLDOMNode* PlainSingleNodeSearch::FindAt(IXMLDOMNode* node, int k) {
-  if (k >= 0 && !node->MatchQuery(StepAt(m_list, k))) {
+IXMLDOMNode* SingleNodeSearch::FindAt(IXMLDOMNode* node, int k) {
+  if (k >= 0 && !plain::MatchQuery(node, StepAt(m_list, k))) {
     return m_list.m_bDescendant ? FindAmongChildren(node, 0) : nullptr;
   }
   if (k == m_list.m_nCount - 1) return node;
@@ -50,7 +53,7 @@ IXMLDOMNode* PlainSingleNodeSearch::FindAt(IXMLDOMNode* node, int k) {
   return found;
 }
 
-IXMLDOMNode* PlainSingleNodeSearch::FindBelowMatch(IXMLDOMNode* node, int k) {
+IXMLDOMNode* SingleNodeSearch::FindBelowMatch(IXMLDOMNode* node, int k) {
   const int openedAt = m_searches;
   IXMLDOMNode* arrived = node;
   int next = k + 1;
@@ -62,7 +65,7 @@ IXMLDOMNode* PlainSingleNodeSearch::FindBelowMatch(IXMLDOMNode* node, int k) {
   return m_list.m_bDescendant ? FindAgain(node, openedAt) : nullptr;
 }
 
-IXMLDOMNode* PlainSingleNodeSearch::FindAgain(IXMLDOMNode* node, int openedAt) {
+IXMLDOMNode* SingleNodeSearch::FindAgain(IXMLDOMNode* node, int openedAt) {
   const int matchesAbove = m_openMatches - 1;
   if (matchesAbove < m_mostRepeats || m_leftOutSince != 0) return FindAmongChildren(node, 0);
   m_leftOutSince = openedAt;
@@ -71,9 +74,11 @@ IXMLDOMNode* PlainSingleNodeSearch::FindAgain(IXMLDOMNode* node, int openedAt) {
   return found;
 }
 
-IXMLDOMNode* PlainSingleNodeSearch::FindAmongChildren(IXMLDOMNode* node, int k) {
+IXMLDOMNode* SingleNodeSearch::FindAmongChildren(IXMLDOMNode* node, int k) {
   for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr; child = child->m_pNextSibling) {
     if (IXMLDOMNode* found = Find(child, k)) return found;
   }
   return nullptr;
 }
+
+}  // namespace plain

@@ -9,17 +9,21 @@
 #include <set>
 #include <utility>
 
-/// The search for the first node that a path selects, by plain recursion and with all its repeats,
-/// made of public members alone: what the library's search is compared with.
-///
-/// Below a matched node the children of that node are searched once more with step 0. Below
-/// `mostRepeats` matched nodes that are open, the start among them, only what was not searched
-/// since the matched node was opened is searched then.
-class PlainSingleNodeSearch {
+namespace plain {
+
+/// What IXMLDOMNode::SelectSingleNodeHelper does, by recursion and with all repeats: below a
+/// matched node, in a path that begins with "//", the children of that node are searched once more
+/// with step 0. Where `mostRepeats` matched nodes are open above it, the start among them, only
+/// what was not tested since the matched node was opened is searched then.
+class SingleNodeSearch {
  public:
   static const int kEveryRepeat = INT_MAX;
+  /// The numbers of the library's search: how many repeats there are above each other, and how
+  /// often a node is tested with a step.
+  static const int kMostRepeats = 6;
+  static const int kMostTests = 64;
 
-  PlainSingleNodeSearch(const CXPathList& list, int mostRepeats, int mostSearches);
+  SingleNodeSearch(const CXPathList& list, int mostRepeats, int mostSearches);
 
   /// Result: the node found, borrowed, or null.
   IXMLDOMNode* Find(IXMLDOMNode* node, int k);
@@ -31,6 +35,9 @@ class PlainSingleNodeSearch {
   /// Whether, at any time, there were more than `limit` searches for each node and step, on
   /// average.
   bool WasAbove(int limit) const { return m_mostOnAverage > limit; }
+  /// Whether the library's search has to do the same, because the search was not given up, and no
+  /// limit on the tests was reached.
+  bool IsComparable() const { return !IsTooLong() && !WasAbove(kMostTests - 1); }
 
  private:
   typedef std::pair<IXMLDOMNode*, int> Search;
@@ -51,5 +58,7 @@ class PlainSingleNodeSearch {
   bool m_leftOutAny;
   int m_leftOutSince;  // what was searched from then on is left out; 0 for nothing
 };
+
+}  // namespace plain
 
 #endif

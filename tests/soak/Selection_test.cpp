@@ -3,6 +3,7 @@
 
 #include "harness/Trees.h"
 #include "plain/PlainSelection.h"
+#include "plain/PlainSingleNodeSearch.h"
 #include "soak/Cases.h"
 #include "soak/Forest.h"
 #include "soak/RandomPaths.h"
@@ -109,7 +110,8 @@ std::string SearchRandomly(Random random, Observer& observer, bool deep) {
 
   CXPathList list;
   plain::ParsePath(list, path.c_str());
-  plain::SingleSearch search(list);
+  const int most = 20000;
+  plain::SingleNodeSearch search(list, plain::SingleNodeSearch::kMostRepeats, most);
   const std::string before = forest.State();
   const std::string plainly = observer.Observe([&](std::string& results) {
     IXMLDOMNode* found = nullptr;
@@ -117,11 +119,11 @@ std::string SearchRandomly(Random random, Observer& observer, bool deep) {
     if (byPath && path == "/") {
       found = node;
     } else if (start != nullptr) {
-      found = search.Run(start, byPath ? -1 : step);
+      found = search.Find(start, byPath ? -1 : step);
     }
     results += forest.NameOf(found) + "\n";
   });
-  if (search.HasGivenUp()) return "";
+  if (!search.IsComparable()) return "";
   const std::string library = observer.Observe([&](std::string& results) {
     IXMLDOMNode* found = nullptr;
     if (byPath) {
@@ -138,7 +140,7 @@ std::string SearchRandomly(Random random, Observer& observer, bool deep) {
   return difference.empty()
              ? ""
              : "path " + path + " from " + forest.NameOf(node) +
-                   (search.HasLeftOut() ? ", with repeats left out\n" : "\n") + difference;
+                   (search.LeftOutAny() ? ", with repeats left out\n" : "\n") + difference;
 }
 
 /// All that a path list shows.

@@ -328,3 +328,24 @@ TEST(XMLWriterPaging, A_sink_that_throws_leaves_what_was_written) {
   EXPECT_THROW(WriteTo(out, document, Pages(At(document, {0, 0}), 2, 3)), int);
   EXPECT_EQ(kBeforeFirst, std::string(out.GetAsStr()));
 }
+
+// ---- Pages of trees in which a node has no owner
+
+TEST(XMLWriterPaging, A_node_without_owner_outside_the_page_gives_the_usual_layout_too) {
+  Document document = Load("<list><row/><row><a><b/></a></row></list>");
+  document->m_nIndent = 7;
+  At(document, {0, 1, 0, 0})->m_pOwnerDocument = nullptr;
+  EXPECT_EQ("<list>\n  <row index='001'/>\n</list>\n", Write(document, Page(Root(document), 1, 1)));
+}
+
+TEST(XMLWriterPaging, Behind_an_event_a_node_without_owner_is_known_already) {
+  Document document = Load("<p><list curPage='8'/><a/></p>");
+  document->m_nIndent = 7;
+  At(document, {0, 1})->m_pOwnerDocument = nullptr;
+  CMemFile out(16);
+  BufferReader reader = {&out, {}};
+  SinkScope scope(ReadBuffer, &reader);
+  WriteTo(out, document, Pages(At(document, {0, 0}), 2, 3));
+  EXPECT_EQ((std::vector<std::string>{"<p>\n  <list curPage = '2' numPages = '3'"}), reader.seen);
+  EXPECT_STREQ("<p>\n  <list curPage = '2' numPages = '3'/>\n  <a/>\n</p>\n", out.GetAsStr());
+}

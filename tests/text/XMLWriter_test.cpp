@@ -249,6 +249,61 @@ TEST(XMLWriter, Each_node_is_indented_as_its_own_owner_says) {
   EXPECT_EQ("<p>\n        <q/>\n</p>\n", Write(document));
 }
 
+TEST(XMLWriter, A_node_without_owner_gives_the_whole_text_the_usual_layout) {
+  const char* const xml = "<p>a<q><r/>b<s/></q><t>c</t></p>";
+  const char* const usual =
+      "<p>\n  a\n  <q>\n    b\n    <r/>\n    <s/>\n  </q>\n  <t>c</t>\n</p>\n";
+  const std::vector<std::vector<int>> places = {{0},       {0, 0},    {0, 1}, {0, 1, 0},
+                                                {0, 1, 1}, {0, 1, 2}, {0, 2}, {0, 2, 0}};
+  for (const std::vector<int>& place : places) {
+    SCOPED_TRACE(testing::PrintToString(place));
+    Document document = Load(xml);
+    document->m_nIndent = 7;
+    IXMLDOMNode* node = document;
+    for (int position : place) node = At(node, {position});
+    node->m_pOwnerDocument = nullptr;
+    EXPECT_EQ(usual, Write(document));
+  }
+}
+
+TEST(XMLWriter, A_node_without_owner_below_a_text_gives_the_usual_layout_too) {
+  Document document = Load("<p><q>a</q></p>");
+  document->m_nIndent = 7;
+  Node below(At(document, {0, 0, 0})->AddChild("r", nullptr));
+  EXPECT_EQ("<p>\n       <q>a</q>\n</p>\n", Write(document));
+  below->m_pOwnerDocument = nullptr;
+  EXPECT_EQ("<p>\n  <q>a</q>\n</p>\n", Write(document));
+}
+
+TEST(XMLWriter, What_hangs_below_a_node_without_owner_may_name_one_that_is_gone) {
+  Document document = Load("<p><q/></p>");
+  document->m_nIndent = 7;
+  IXMLDOMNode* removed = nullptr;
+  {
+    Document other = Load("<a><b>x<c/></b></a>");
+    Node kept(At(other, {0, 0}));
+    kept->AddRef();
+    ASSERT_EQ(S_OK, Root(other)->removeChild(kept, &removed));
+  }
+  Node owned(removed);
+  ASSERT_EQ(nullptr, removed->m_pOwnerDocument);
+  ASSERT_NE(nullptr, removed->m_pFirstChild->m_pOwnerDocument);
+  // By hand, because appending would give all of it the new owner.
+  At(document, {0, 0})->m_pNextSibling = owned.Detach();
+  EXPECT_EQ("<p>\n  <q/>\n  <b>\n    x\n    <c/>\n  </b>\n</p>\n", Write(document));
+}
+
+TEST(XMLWriter, What_was_in_the_buffer_stays_before_a_text_without_owners) {
+  Document document = Load("<p><q/><r/></p>");
+  document->m_nIndent = 7;
+  At(document, {0, 1})->m_pOwnerDocument = nullptr;
+  CMemFile out(16);
+  out.WriteF("before: ");
+  document->GetXMLHelper(out, 0, nullptr, 0, 0, -1, -1, nullptr, false, false, 0);
+  EXPECT_STREQ("before: <p>\n  <q/>\n  <r/>\n</p>\n", out.GetAsStr());
+  EXPECT_EQ(out.m_uLength, out.m_uPosition);
+}
+
 // ---- Masked
 
 TEST(XMLWriter, Masked_all_values_are_left_out_and_no_tag_is_closed_at_once) {

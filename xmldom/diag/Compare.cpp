@@ -1,3 +1,6 @@
+// Comparing two trees: a walk of the first, with the second followed in step, up to the first
+// difference, which is reported with the XML of both nodes. Tested by tests/diag/Compare_test.cpp.
+
 #include <xmldom/diag/Compare.h>
 
 #include <xmldom/base/Text.h>
@@ -10,13 +13,15 @@ namespace {
 using xmldom::SameString;
 using xmldom::WriteText;
 
-/// A report begins at depth 0, from wherever the count started.
+/// A report is emptied at each node whose depth is 0: that is the top node, unless the caller
+/// counts from below 0.
 void Empty(CMemFile& report) {
   report.m_uPosition = 0;
   report.m_uLength = 0;
 }
 
-/// Writes the XML of a node below a heading. A node that cannot be written has no heading either.
+/// Writes the XML of a node below a heading. The XML is made first, so that an exception leaves no
+/// heading without it.
 __attribute__((cold)) void WriteXml(CMemFile& report, const char* heading, IXMLDOMNode* node) {
   const _bstr_t xml = node->Getxml();
   WriteText(report, heading);
@@ -29,54 +34,56 @@ struct Pair {
   IXMLDOMNode* second;
 };
 
-/// Walks the first tree, and the second in step with it, up to the first difference.
+/// Visits the nodes of the first tree and compares each with the node at the same place of the
+/// second. Invariant: when the walk enters a node, m_second is the node at its place, or null when
+/// the second tree has none there.
 class Comparison {
  public:
-  Comparison(CMemFile& report, int topDepth)
-      : m_report(report), m_topDepth(topDepth), m_second(nullptr), m_differs(false) {}
-
-  /// Compares two nodes and all below. Result: whether they are equal.
-  bool Compare(const Pair& top) {
-    if (OpenPair(top, m_topDepth)) {
-      xmldom::WalkChain<xmldom::SideTrail>(top.first->m_pFirstChild, *this);
-      if (!m_differs) ClosePair(m_topDepth);
-    }
-    return !m_differs;
-  }
+  /// `second`: the top node of the second tree.
+  Comparison(CMemFile& report, int topDepth, IXMLDOMNode* second)
+      : m_report(report), m_topDepth(topDepth), m_second(second), m_differs(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* first, std::size_t walkDepth) {
-    const int depth = m_topDepth + static_cast<int>(walkDepth);
+    if (walkDepth == 0) return EnterPair(Pair{first, m_second}, m_topDepth);
+    const int parentDepth = DepthOf(walkDepth) - 1;
     if (m_second == nullptr) {
-      ReportCount(depth, "Node 1 has more children than Node 2\n", m_open.Top());
+      ReportCount(parentDepth, "Node 1 has more children than Node 2\n", m_open.Top());
       return nullptr;
     }
     const Pair pair = {first, m_second};
     m_second = m_second->m_pNextSibling;
-    if (!ComparesAsChild(pair, depth)) return nullptr;
+    if (!NodesEqual(pair, parentDepth)) return nullptr;
     if (first->m_eNodeType == NODE_TEXT) return nullptr;
-    if (!OpenPair(pair, depth + 1)) return nullptr;
-    if (first->m_pFirstChild == nullptr) ClosePair(depth + 1);
-    return first->m_pFirstChild;
+    return EnterPair(pair, parentDepth + 1);
   }
 
-  void Leave(IXMLDOMNode*, std::size_t walkDepth) {
-    ClosePair(m_topDepth + static_cast<int>(walkDepth) + 1);
-  }
+  void Leave(IXMLDOMNode*, std::size_t walkDepth) { ClosePair(DepthOf(walkDepth)); }
 
   bool IsDone() const { return m_differs; }
 
  private:
+  /// The depth that is reported for what a node holds; its parent reports what the node itself is.
+  int DepthOf(std::size_t walkDepth) const { return m_topDepth + static_cast<int>(walkDepth); }
+
+  /// Compares what two nodes hold. Result: the first child of the first, when it is next.
+  IXMLDOMNode* EnterPair(const Pair& pair, int depth) {
+    if (!OpenPair(pair, depth)) return nullptr;
+    if (pair.first->m_pFirstChild == nullptr) ClosePair(depth);
+    return pair.first->m_pFirstChild;
+  }
+
   /// Compares the attributes of two nodes and turns to their children. Result: whether the
   /// attributes are equal.
   bool OpenPair(const Pair& pair, int depth) {
     if (depth == 0) Empty(m_report);
-    if (!ComparesAttributes(pair, depth)) return false;
+    if (!AttributesEqual(pair, depth)) return false;
     m_open.Push(pair);
     m_second = pair.second->m_pFirstChild;
     return true;
   }
 
-  /// Turns back from the children of the innermost pair: those of the first node have ended.
+  /// Turns from the children of the innermost pair to the siblings behind it. The children of the
+  /// first node have ended, so those of the second must have too.
   void ClosePair(int depth) {
     const Pair pair = m_open.Top();
     if (m_second != nullptr) {
@@ -87,7 +94,7 @@ class Comparison {
     m_second = pair.second->m_pNextSibling;
   }
 
-  bool ComparesAttributes(const Pair& pair, int depth) {
+  bool AttributesEqual(const Pair& pair, int depth) {
     const IXMLDOMNode* first = pair.first->m_pFirstAttribute;
     const IXMLDOMNode* second = pair.second->m_pFirstAttribute;
     for (; first != nullptr && second != nullptr;
@@ -110,8 +117,8 @@ class Comparison {
     return true;
   }
 
-  /// Compares what a parent says of two of its children.
-  bool ComparesAsChild(const Pair& pair, int depth) {
+  /// Compares two children: their types, names and, for texts, values.
+  bool NodesEqual(const Pair& pair, int depth) {
     const IXMLDOMNode* first = pair.first;
     const IXMLDOMNode* second = pair.second;
     if (first->m_eNodeType != second->m_eNodeType) {
@@ -193,5 +200,7 @@ int CompareXMLNodes(IXMLDOMNode* pNode1, IXMLDOMNode* pNode2, CMemFile& report, 
   if (pNode2 == nullptr) {
     return ReportMissing(report, depth, "pNode1 Non-NULL, pNode2 NULL", pNode1);
   }
-  return Comparison(report, depth).Compare(Pair{pNode1, pNode2});
+  Comparison comparison(report, depth, pNode2);
+  xmldom::WalkTree<xmldom::SideTrail>(pNode1, comparison);
+  return !comparison.IsDone();
 }

@@ -305,9 +305,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // ---- XML text (XMLWriter.cpp, XMLNodeXML.cpp)
   //
   // Names and values are written as they are stored, and the texts of a node before its other
-  // children. The owner document says whether and how far lines are indented; without one it is two
-  // blanks a level. Effects: std::length_error for a text of 4 GiB or more. Cost: linear in the
-  // nodes below, their text and the indentation.
+  // children. The owner document says whether and how far lines are indented; when the node or any
+  // node below it has none, it is two blanks a level throughout. Effects: std::length_error for a
+  // text of 4 GiB or more. Cost: linear in the nodes below, their text and the indentation.
 
   /// Appends this node's XML to `out`. The other arguments:
   /// - `iDepth` is the nesting level at which this node is written.

@@ -1,5 +1,5 @@
-// Testing one node with one step of a path: its name, then each predicate against its children or
-// attributes. The candidates of a predicate are walked without recursion, one segment a level.
+// Testing a node with a step of a path: its name, then each predicate. The nodes that a predicate
+// leads to, its candidates, are found by a walk that goes down one level for each segment.
 // Tested by tests/query/NodeMatch_test.cpp and tests/query/NodeMatchOutput_test.cpp.
 
 #include <xmldom/query/NodeMatch.h>
@@ -55,8 +55,9 @@ class CandidateValue {
   const char* Text() const { return m_text; }
 
  private:
-  /// Borrows the stored text where collecting the text would only copy it: where the element has no
-  /// child, or one text without a reference. Result: whether that is so.
+  /// Borrows the stored text of an element that has one text child without a reference, since
+  /// collecting its text would only copy it. An element without children has no text. Result: false
+  /// for all other elements.
   bool BorrowsPlainText(const IXMLDOMNode* element) {
     const IXMLDOMNode* child = element->m_pFirstChild;
     if (child == nullptr) return true;
@@ -89,7 +90,8 @@ bool Satisfies(IXMLDOMNode* candidate, const XPathTest& test) {
   return test.kind == XPathTest::LITERAL && EqualsLiteral(value.Text(), test.wanted);
 }
 
-/// Walks the candidates of a predicate, one segment a level, up to the first that satisfies it.
+/// Visits the nodes that the segments of a predicate lead to: those at depth i match segment i.
+/// Ends at the first that the last segment, the test, holds for.
 class CandidateSearch {
  public:
   explicit CandidateSearch(const XPathPredicate& predicate)
@@ -113,7 +115,7 @@ class CandidateSearch {
   void Leave(IXMLDOMNode*, std::size_t) {}
   bool IsDone() const { return m_found; }
 
-  /// The chain of a node in which the candidates of segment `i` stand.
+  /// The first of the children or attributes of a node, whichever segment `i` names.
   IXMLDOMNode* HeadOfCandidates(IXMLDOMNode* node, std::size_t i) const {
     return m_predicate.segments[i].isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild;
   }

@@ -14,8 +14,8 @@ bool AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step);
 /// Reports that a node was tested with the missing step. Result: false.
 bool ReportMissingStep(IXMLDOMNode* node);
 
-/// Whether a node matches a step that is split already: what IXMLDOMNode::MatchQuery decides. The
-/// name is compared first and inline, because it settles most nodes of a search.
+/// Whether a node matches a step, as IXMLDOMNode::MatchQuery tells for the text of a step. Inline
+/// up to the predicates, because most nodes that a search tests differ in the name.
 inline bool MatchesStep(IXMLDOMNode* node, const XPathStep& step) {
   if (node->m_eNodeType != NODE_ELEMENT) return false;
   if (step.IsMissing()) return ReportMissingStep(node);

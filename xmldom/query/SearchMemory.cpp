@@ -1,3 +1,7 @@
+// A hash table with open addressing and linear probing, of which at most half the slots are used.
+// Nothing is ever removed. Tested, through paths with dots, by
+// tests/query/SingleNodeSearchDots_test.cpp.
+
 #include <xmldom/query/SearchMemory.h>
 
 #include <xmldom/dom/XMLNode.h>
@@ -11,8 +15,8 @@ namespace {
 
 const std::size_t kFirstCapacity = 64;
 
-/// Nodes stand at addresses that differ in a few middle bits; the product spreads these upwards,
-/// and the shift brings them down to where a place is chosen from.
+/// The addresses of nodes differ in a few middle bits. The product spreads these to the upper half,
+/// and the shift brings them to the lowest bits, which choose the slot.
 std::size_t Hash(IXMLDOMNode* node, int step) {
   const std::size_t factor = static_cast<std::size_t>(0x9E3779B97F4A7C15ull);
   const std::size_t key = reinterpret_cast<std::size_t>(node) / alignof(IXMLDOMNode) +
@@ -37,7 +41,7 @@ SearchRecord& SearchMemory::At(IXMLDOMNode* node, int step) {
   return *record;
 }
 
-/// The place of a record: where it stands, or would stand.
+/// The slot of a record, or the free slot that it would get. There is always a free slot.
 SearchRecord* SearchMemory::Slot(IXMLDOMNode* node, int step) const {
   const std::size_t mask = m_capacity - 1;
   std::size_t i = Hash(node, step) & mask;

@@ -7,14 +7,13 @@ class IXMLDOMNode;
 
 namespace xmldom {
 
-/// What a search remembers of a node and a step.
+/// What a search in a path with dots records for a pair of a node and a step.
 struct SearchRecord {
   IXMLDOMNode* node;
   int step;
-  // Of the search of the node itself with the step.
-  bool isOpen;
-  std::size_t visit;  // the number of its last test, counted from 1 over the whole search
-  // Of the search of the node's children with the step: the first that was never come to, or null.
+  bool isOpen;        // the node is being searched with the step
+  std::size_t visit;  // the number of its last test with the step, counted from 1; 0: none yet
+  // The first child of the node that no search with the step has come to; null when there is none.
   IXMLDOMNode* unreached;
 };
 
@@ -35,7 +34,7 @@ class SearchMemory {
   SearchRecord* Slot(IXMLDOMNode* node, int step) const;
   void Grow();
 
-  SearchRecord* m_records;  // open addressing: a free place has no node
+  SearchRecord* m_records;  // open addressing: in a free slot the node is null
   std::size_t m_capacity;   // a power of 2, at least twice the number of records
   std::size_t m_size;
 };

@@ -1,67 +1,50 @@
+// The search for one node: a loop over a stack of open searches, which makes a failed search again
+// only when that can log or print something. Tested by tests/query/SingleNodeSearch_test.cpp and
+// tests/query/SingleNodeSearchRepeats_test.cpp.
+
 #include <xmldom/query/SingleNodeSearch.h>
 
 #include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/query/NodeMatch.h>
+#include <xmldom/query/StepWalk.h>
 
 namespace xmldom {
 
 namespace {
 
-/// Walks down one level a step, as long as nodes match, up to the first that matches the last.
-class ChainFinder : public PreOrderVisitor {
+/// Visits everything, up to the first node that matches the only step.
+class DescendantVisitor : public PreOrderVisitor {
  public:
-  ChainFinder(const XPathSteps& steps, int firstStep)
-      : m_steps(steps), m_firstStep(firstStep), m_found(nullptr) {}
-
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
-    const int k = m_firstStep + static_cast<int>(depth);
-    if (!MatchesStep(node, m_steps.At(k))) return nullptr;
-    if (k + 1 < m_steps.Count()) return node->m_pFirstChild;
-    m_found = node;
-    return nullptr;
-  }
-
-  bool IsDone() const { return m_found != nullptr; }
-  IXMLDOMNode* Found() const { return m_found; }
-
- private:
-  const XPathSteps& m_steps;
-  int m_firstStep;
-  IXMLDOMNode* m_found;
-};
-
-/// Walks everything, up to the first node that matches the only step.
-class DescendantFinder : public PreOrderVisitor {
- public:
-  explicit DescendantFinder(const XPathStep& step) : m_step(step), m_found(nullptr) {}
+  explicit DescendantVisitor(const XPathStep& step) : m_step(step) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
-    if (MatchesStep(node, m_step)) m_found = node;
+    if (MatchesStep(node, m_step)) m_first.Take(node);
     return node->m_pFirstChild;
   }
 
-  bool IsDone() const { return m_found != nullptr; }
-  IXMLDOMNode* Found() const { return m_found; }
+  bool IsDone() const { return m_first.HasEnough(); }
+  IXMLDOMNode* Found() const { return m_first.Get(); }
 
  private:
   const XPathStep& m_step;
-  IXMLDOMNode* m_found;
+  FirstNode m_first;
 };
 
-/// Below how many matched nodes, each within the one before, a search that was heard is repeated.
-/// Each doubles the tests below it: 2 to the power of 6 are 64.
+/// A failed search that has reported something is repeated while at most this many frames of
+/// matched nodes are open, its own among them. Each of them doubles the tests below it.
 const std::size_t kMostRepeats = 6;
 
-/// How many tests there may be, on average, of a node with a step in a path with "." or "..". In
-/// other paths no more can come about.
+/// The most tests of a node with a step: 2 to the power of kMostRepeats. In a path with "." or ".."
+/// it limits their average over all nodes and steps; in other paths no pair exceeds it.
 const std::size_t kMostTests = 1u << kMostRepeats;
 
-/// The same of searches that are met, and left out one by one for the most part. They cost little.
+/// The limit of the same average for the searches that are begun. Most of them are left out before
+/// a test, and so cost little.
 const std::size_t kMostMeetings = 4 * kMostTests;
 
-/// Moves along the "." and ".." of the steps from `*k` on. Result: where they lead, null when there
-/// is no parent; `*k` is then the step behind them.
+/// Follows the steps from `*k` on that are "." or "..". Result: the node that they lead to, or null
+/// when a parent is missing. Out: `*k` is the first step behind them.
 IXMLDOMNode* FollowDots(IXMLDOMNode* node, const XPathSteps& steps, int* k) {
   for (; node != nullptr && steps.At(*k).HasDots(); ++*k) {
     if (steps.At(*k).IsParent()) node = node->m_pParent;
@@ -70,12 +53,6 @@ IXMLDOMNode* FollowDots(IXMLDOMNode* node, const XPathSteps& steps, int* k) {
 }
 
 }  // namespace
-
-IXMLDOMNode* FindChain(IXMLDOMNode* head, const XPathSteps& steps, int firstStep) {
-  ChainFinder finder(steps, firstStep);
-  WalkChain<SideTrail>(head, finder);
-  return finder.Found();
-}
 
 SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
     : m_steps(steps),
@@ -93,9 +70,15 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
       m_next(nullptr),
       m_found(nullptr) {}
 
+/// The first node in document order that the steps select, one level a step, from the children of
+/// `parent` on; null when there is none.
+IXMLDOMNode* SingleNodeSearch::FindChainBelow(IXMLDOMNode* parent) const {
+  return WalkSteps(parent->m_pFirstChild, m_steps, 0, FirstNode()).Get();
+}
+
 IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
   if (k == -1 && !m_remembers && m_steps.Count() != 0) {
-    if (!m_descendant) return FindChain(node->m_pFirstChild, m_steps, 0);
+    if (!m_descendant) return FindChainBelow(node);
     if (m_steps.Count() == 1) return FindDescendant(node);
   }
   Open(node, k);
@@ -109,19 +92,21 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
   return m_found;
 }
 
-/// The search of all that is below a node for one step: here 4 repeats 3 once, and nothing else
-/// does.
+/// Searches everything below a node for the only step. Rules 3 and 4 search the same children with
+/// the same step, so a failed search is repeated once, and only if the first pass logged or printed
+/// something.
 IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
-  DescendantFinder finder(m_steps.At(0));
-  WalkChain<SideTrail>(node->m_pFirstChild, finder);
-  if (!finder.IsDone() && ReportCount::Now() != m_reportsBefore) {
-    WalkChain<SideTrail>(node->m_pFirstChild, finder);
+  DescendantVisitor visitor(m_steps.At(0));
+  WalkChain<SideTrail>(node->m_pFirstChild, visitor);
+  if (!visitor.IsDone() && ReportCount::Now() != m_reportsBefore) {
+    WalkChain<SideTrail>(node->m_pFirstChild, visitor);
   }
-  return finder.Found();
+  return visitor.Found();
 }
 
-/// Tests the node and opens the search of its children. Result: false when there is no more to it,
-/// because it has failed or is the one.
+/// Begins the search of a node with step `k`: tests it and, when its children have to be searched,
+/// opens a frame. Result: whether a frame was opened; if not, the search has failed, or m_found is
+/// set.
 bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
   if (m_remembers && !Begin(node, k)) return false;
   if (k >= 0 && !MatchesStep(node, m_steps.At(k))) {
@@ -142,7 +127,8 @@ bool SingleNodeSearch::Open(IXMLDOMNode* node, int k) {
   return true;
 }
 
-/// Notes that the node is tested with a step. Result: false when it is not to be tested.
+/// Numbers the test of a node with a step. Result: false when the test is left out, because this
+/// search is open already, or because of m_leftOutSince.
 bool SingleNodeSearch::Begin(IXMLDOMNode* node, int k) {
   SearchRecord& record = m_memory.At(node, k);
   if (record.isOpen) return false;
@@ -152,8 +138,8 @@ bool SingleNodeSearch::Begin(IXMLDOMNode* node, int k) {
   return true;
 }
 
-/// Opens the search of the children of `parent`; `k` is the step with which the frame's node was
-/// tested.
+/// Opens a frame, whose children to search are those of `parent`; `k` is the step with which the
+/// frame's node was tested.
 void SingleNodeSearch::Push(const Frame& frame, IXMLDOMNode* parent, int k) {
   if (m_remembers) {
     SearchRecord& record = m_memory.At(frame.node, k);
@@ -165,13 +151,15 @@ void SingleNodeSearch::Push(const Frame& frame, IXMLDOMNode* parent, int k) {
   MoveTo(parent->m_pFirstChild);
 }
 
-/// Goes on with a child of the innermost search, or with none.
+/// Makes `child`, or a sibling behind it, the next to be searched in the innermost frame; null ends
+/// the children of that frame.
 void SingleNodeSearch::MoveTo(IXMLDOMNode* child) {
   m_next = m_remembers ? ChildToSearch(child) : child;
 }
 
-/// Which child of the innermost search is next where `child` would be: the first that no search of
-/// these children has come to yet, when all before it can be left out.
+/// The child to search instead of `child` in the innermost frame. While nothing may be repeated,
+/// that is the first that no search of these children with this step has come to: those before it
+/// have failed, or are open.
 IXMLDOMNode* SingleNodeSearch::ChildToSearch(IXMLDOMNode* child) {
   if (m_frames.IsEmpty()) return child;
   IXMLDOMNode* parent = m_traces.Top().parent;
@@ -184,23 +172,26 @@ IXMLDOMNode* SingleNodeSearch::ChildToSearch(IXMLDOMNode* child) {
   return child;
 }
 
-/// Whether searches that have failed, or are open, are met once more.
+/// Whether searches that have failed or are open may be begun once more: something was reported, so
+/// that a repeat could report too, and neither average has reached its limit.
 bool SingleNodeSearch::MayRepeat() const {
   return ReportCount::Now() != m_reportsBefore && m_visits < kMostTests * m_tested &&
          m_meetings < kMostMeetings * m_tested;
 }
 
-/// Notes whether anything was heard since the last time: all frames that are open now have.
+/// Called after every test: when it has reported something, it did so below all frames that are
+/// open now.
 void SingleNodeSearch::NoteReports() {
   if (ReportCount::Now() == m_reports) return;
   m_reports = ReportCount::Now();
   m_framesWithReports = m_frames.Size();
 }
 
-/// All children of the innermost search have failed: repeats them as far as that can matter.
+/// All children of the innermost frame have failed. Rule 4 begins, as far as it can find or report
+/// anything; else the frame is closed.
 void SingleNodeSearch::FinishChildren() {
   Frame& frame = m_frames.Top();
-  if (m_descendant && !frame.repeats) {
+  if (m_descendant && !frame.isRuleFour) {
     const bool isOuter = m_matchedFrames <= kMostRepeats;
     if (m_remembers || (isOuter && m_framesWithReports == m_frames.Size())) {
       if (!isOuter && m_leftOutSince == 0) {
@@ -210,9 +201,10 @@ void SingleNodeSearch::FinishChildren() {
       SearchAgain();
       return;
     }
-    // Searched with step 0 before, at the start, the chains have been tested too.
+    // The children of the start are searched with step 0 by rule 3, which tests the chains below
+    // them too.
     if (frame.childStep != 0) {
-      m_found = FindChain(frame.node->m_pFirstChild, m_steps, 0);
+      m_found = FindChainBelow(frame.node);
       NoteReports();
       if (m_found != nullptr) return;
     }
@@ -220,16 +212,16 @@ void SingleNodeSearch::FinishChildren() {
   Close();
 }
 
-/// Searches the children of the innermost node with step 0.
+/// Rule 4 in full: searches the children of the innermost frame's node with step 0.
 void SingleNodeSearch::SearchAgain() {
   Frame& frame = m_frames.Top();
-  frame.repeats = true;
+  frame.isRuleFour = true;
   frame.childStep = 0;
   if (m_remembers) m_traces.Top().parent = frame.node;
   MoveTo(frame.node->m_pFirstChild);
 }
 
-/// The innermost search has failed.
+/// Removes the innermost frame, whose search has failed, and goes on with the sibling of its node.
 void SingleNodeSearch::Close() {
   if (m_leftOutInFrames == m_frames.Size()) m_leftOutSince = m_leftOutInFrames = 0;
   const Frame frame = m_frames.Pop();

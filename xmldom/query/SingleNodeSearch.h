@@ -11,35 +11,62 @@ class IXMLDOMNode;
 
 namespace xmldom {
 
-/// The depth-first search for the first node that a path selects.
+/// Finds one node that a path selects: the first that a depth-first search meets. Behind "//" with
+/// several steps, that need not be the first in document order, nor in the list of SelectNodes.
 ///
-/// A search of node n with step k is this:
-///   1. When k is at least 0, n must match step k, else go on with 4. Step -1 matches any node.
-///   2. When k is the last step, n is the result.
-///   3. Each ".." of the steps that follow moves to the parent (without one the search of n fails),
-///      each "." stays; then each child of the node arrived at is searched with the next step.
-///   4. In a path that begins with "//" each child of n is searched with step 0.
-/// The first search that succeeds ends all.
+/// The search (n, k) of node n with step k follows four rules. The first search that finds a node
+/// ends all of them.
+///   1. Node n is tested: it must match step k. When it does not, rule 4 is next. A search with
+///   step
+///      -1 begins at the start of a path, where every node matches.
+///   2. When k is the last step, n is found.
+///   3. Each child of n is searched with step k + 1. Where the steps behind k are "." or "..",
+///   these
+///      are followed first: a "." stays, a ".." moves to the parent, and without a parent the
+///      search of n fails. The children of the node arrived at are then searched with the step
+///      behind.
+///   4. In a path that begins with "//", each child of n is searched with step 0.
+/// A search that is begun again while it is open, as ".." below "//" can bring about, fails.
 ///
-/// A search that is met again while it is open, which ".." below "//" can bring about, yields
-/// nothing.
+/// Example: the path "//a/b/c" is step 0 "a", step 1 "b" and step 2 "c". The six elements are
+/// numbered in document order:
 ///
-/// Done plainly, 4 repeats below a matched node all that 3 has searched there, at each level again:
-/// exponential in the depth. What has failed once fails again, so a repeat matters only for what it
-/// logs and prints. It is made when anything below was heard the first time, and when fewer than
-/// six matched nodes are open above; the node that the search begins with counts as one. Else 4
-/// does no more than 3 has left: it tests the chains that begin at the children, which 3 has not
-/// tested with step 0. So no node is tested more than 64 times with a step, and where nothing is
-/// heard, once.
+///     a1
+///     |- a2
+///     |  `- b3
+///     `- a4
+///        `- b5
+///           `- c6
 ///
-/// In a path with "." or "..", 3 can bring the search back to where it was, and what it has left is
-/// no longer told by the place. Such a search remembers for each node and step what was searched.
-/// While nothing has been heard, the children of a node are searched on from where any search of
-/// them with that step has come. After that they are searched again as often as 3 and 4 say, but
-/// below six matched nodes 4 leaves out what was searched since its node was opened, and nothing is
-/// repeated while there have been 64 tests, on average, of each node with each step. The result
-/// does not depend on any of this: what is left out has failed, or is open and so goes on further
-/// out.
+/// (document, -1) searches its child by rule 3. (a1, 0) matches, so its children are searched with
+/// step 1: (a2, 1) fails, and by rule 4 so does (b3, 0); (a4, 1) fails, and by rule 4 so do (b5, 0)
+/// and (c6, 0). Rule 4 for a1 searches its children with step 0: (a2, 0) and (b3, 1) match, but b3
+/// has no children. By rule 4 for a2, (b3, 0) is searched once more. Then (a4, 0), (b5, 1) and
+/// (c6, 2) match, and c6 is found.
+///
+/// Repeats. (b3, 0) could be left out the second time: what has failed once fails again. Rule 4
+/// repeats in this manner, below a matched node, all the searches that rule 3 has led to, at each
+/// level anew, so their number is exponential in the depth. But a test can report something, which
+/// is to log an event or to print a line, and the reports of a repeat belong to the effects of a
+/// search. So rule 4 is followed in full below a matched node when
+///   - a test below that node reported something, and
+///   - fewer than six matched nodes are open above it. The start of the search counts as one.
+/// Else rule 4 does only what rule 3 has not: it tests the chains that match step 0 in a child of
+/// n, step 1 in a child of that child, and so on. In the example nothing is reported, so the tests
+/// are a1:0, a2:1, b3:0, a4:1, b5:0, c6:0, and then the chains a2:0, b3:1 and a4:0, b5:1, c6:2. In
+/// a path without dots each node is tested at most 64 times with each step, and once when nothing
+/// is reported.
+///
+/// Paths with dots. When a path has a step "." or "..", rule 3 can lead back to nodes that were
+/// searched before, and the place of a node does not tell which searches rule 3 has made. These are
+/// recorded in a SearchMemory, for each node and step:
+///   - Until something is reported, the children of a node are never searched twice with a step:
+///     the next search of them goes on where the last one stopped.
+///   - Afterwards they are searched as often as the rules say, with two limits. Below six open
+///     matched nodes, rule 4 leaves out what was tested since its node was. And nothing is repeated
+///     any more once each node was tested 64 times with each step, on average.
+/// What is left out has failed before, or is open and will go on, so the result is always that of
+/// the four rules.
 class SingleNodeSearch {
  public:
   /// `descendant`: the path begins with "//".
@@ -49,21 +76,22 @@ class SingleNodeSearch {
   IXMLDOMNode* Run(IXMLDOMNode* node, int k);
 
  private:
-  /// A search that is open: its node was tested, and its children are being searched.
+  /// A search that is open: its node was tested, and children are being searched.
   struct Frame {
     IXMLDOMNode* node;
-    int childStep;  // with which the children are searched
-    bool matched;   // the node matched its step
-    bool repeats;   // this is 4
+    int childStep;    // with which the children are searched
+    bool matched;     // the node matched its step
+    bool isRuleFour;  // the children are searched by rule 4
   };
 
-  /// What more there is to an open search in a path with "." or "..".
+  /// What else is known of an open search in a path with dots.
   struct Trace {
     int step;             // with which the node was tested
     IXMLDOMNode* parent;  // whose children are searched
     std::size_t visit;    // the number of the test
   };
 
+  IXMLDOMNode* FindChainBelow(IXMLDOMNode* parent) const;
   IXMLDOMNode* FindDescendant(IXMLDOMNode* node);
   bool Open(IXMLDOMNode* node, int k);
   bool Begin(IXMLDOMNode* node, int k);
@@ -78,27 +106,26 @@ class SingleNodeSearch {
 
   const XPathSteps& m_steps;
   const bool m_descendant;
-  const bool m_remembers;  // the path has "." or "..": the next seven are kept
+
+  const bool m_remembers;  // the path has dots; only then are the following seven used
   SearchMemory m_memory;
-  Stack<Trace, 4> m_traces;       // one a frame
+  Stack<Trace, 4> m_traces;       // one for each frame
   std::size_t m_visits;           // tests so far
-  std::size_t m_tested;           // nodes and steps that they were of
-  std::size_t m_meetings;         // tests, and searches that were left out one by one
-  std::size_t m_leftOutSince;     // what was tested from this visit on is left out; 0 for nothing
-  std::size_t m_leftOutInFrames;  // while there are so many frames
-  const unsigned long m_reportsBefore;  // notices before all this
-  unsigned long m_reports;              // notices so far
+  std::size_t m_tested;           // different pairs of a node and a step that were tested
+  std::size_t m_meetings;         // searches begun so far, with those that were left out
+  std::size_t m_leftOutSince;     // tests from this number on are left out; 0: none are
+  std::size_t m_leftOutInFrames;  // this is so while at least this many frames are open
+
+  const unsigned long m_reportsBefore;  // the count of reports at the beginning
+  unsigned long m_reports;              // the count of reports when it was looked at last
   Stack<Frame, 32> m_frames;
-  std::size_t m_matchedFrames;  // how many of them are of matched nodes
-  std::size_t
-      m_framesWithReports;  // how many of them, from the outermost on, have heard from below
-  IXMLDOMNode* m_next;      // child of the innermost frame to be searched next, or null
+  std::size_t m_matchedFrames;  // how many of the frames are of matched nodes
+  // How many frames, from the outermost on, had something reported below them. A report is made
+  // below all frames that are open, so these are always the outermost ones.
+  std::size_t m_framesWithReports;
+  IXMLDOMNode* m_next;  // the child of the innermost frame to search next, or null
   IXMLDOMNode* m_found;
 };
-
-/// The first node in document order that the steps from `firstStep` on select, one level a step,
-/// beginning with the chain of siblings at `head`; borrowed, or null.
-IXMLDOMNode* FindChain(IXMLDOMNode* head, const XPathSteps& steps, int firstStep);
 
 }  // namespace xmldom
 

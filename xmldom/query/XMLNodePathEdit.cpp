@@ -1,3 +1,6 @@
+// Edits whose target is named by a path: the content is parsed into a temporary document, and its
+// root is put in place with the ordinary edits. Tested by tests/query/XMLNodePathEdit_test.cpp.
+
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
@@ -12,7 +15,7 @@ namespace {
 
 using xmldom::SameString;
 
-/// What a member logs when its arguments are of no use.
+/// The messages that an edit logs when it cannot use its arguments.
 struct EditTexts {
   const char* noPath;
   const char* noContent;
@@ -52,7 +55,7 @@ IXMLDOMNode* ResolveTarget(IXMLDOMNode* node, const char* path) {
   return node;
 }
 
-/// Gives the attributes of the nodes it walks an owner.
+/// Sets the owner of all attributes of the nodes it visits.
 class AttributeOwnerSetter : public xmldom::PreOrderVisitor {
  public:
   explicit AttributeOwnerSetter(IXMLDOMDocument2* owner) : m_owner(owner) {}
@@ -69,8 +72,8 @@ class AttributeOwnerSetter : public xmldom::PreOrderVisitor {
   IXMLDOMDocument2* m_owner;
 };
 
-/// The content of an edit, in a document of its own until the edit takes it out of there. It is
-/// declared before the target, so that it is given back behind it.
+/// The content of an edit, parsed into a temporary document, from which the edit takes it. Edits
+/// declare it before their target, so that the target is released first.
 class Fragment {
  public:
   Fragment() : m_document(nullptr), m_content(nullptr) {}

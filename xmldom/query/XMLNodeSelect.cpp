@@ -1,3 +1,7 @@
+// Selecting nodes with a path. SelectNodes walks the steps from one context or, below "//", from
+// every element; SelectSingleNode is SingleNodeSearch. Tested by tests/query/XMLNodeSelect_test.cpp
+// and, beside a plain implementation, by tests/soak/Selection_test.cpp.
+
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/TreeWalk.h>
@@ -5,6 +9,7 @@
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/query/NodeMatch.h>
 #include <xmldom/query/SingleNodeSearch.h>
+#include <xmldom/query/StepWalk.h>
 #include <xmldom/query/XPathList.h>
 
 namespace {
@@ -16,36 +21,30 @@ using xmldom::XPathSteps;
 /// Whether path debugging was asked for; nothing reads it.
 bool l_bDebugXPATH = false;
 
-/// Adds every node that the steps select, one level a step.
-class StepCollector : public xmldom::PreOrderVisitor {
+/// A receiver that adds all nodes to a list.
+class AllNodes {
  public:
-  StepCollector(const XPathSteps& steps, int firstStep, IXMLDOMNodeList* result)
-      : m_steps(steps), m_firstStep(firstStep), m_result(result) {}
+  explicit AllNodes(IXMLDOMNodeList* list) : m_list(list) {}
 
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
-    const int k = m_firstStep + static_cast<int>(depth);
-    if (!xmldom::MatchesStep(node, m_steps.At(k))) return nullptr;
-    if (k + 1 < m_steps.Count()) return node->m_pFirstChild;
-    m_result->Add(node);
-    return nullptr;
-  }
+  void Take(IXMLDOMNode* node) { m_list->Add(node); }
+  bool HasEnough() const { return false; }
 
  private:
-  const XPathSteps& m_steps;
-  int m_firstStep;
-  IXMLDOMNodeList* m_result;
+  IXMLDOMNodeList* m_list;
 };
 
+/// Adds the nodes that the steps from `step` on select below a node. When there are no such steps,
+/// that is the node itself.
 void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result, int step) {
+  AllNodes all(result);
   if (step == steps.Count()) {
-    result->Add(node);
-    return;
+    all.Take(node);
+  } else {
+    xmldom::WalkSteps(node->m_pFirstChild, steps, step, all);
   }
-  StepCollector collector(steps, step, result);
-  WalkChain<SideTrail>(node->m_pFirstChild, collector);
 }
 
-/// Lets every element it walks be the context whose children begin the match.
+/// Takes every element it visits for a context: collects what the steps select below it.
 class ContextVisitor : public xmldom::PreOrderVisitor {
  public:
   ContextVisitor(const XPathSteps& steps, IXMLDOMNodeList* result)
@@ -62,6 +61,7 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
   }
 
  private:
+  /// What Collect does for a single step, without the cost of a walk for each element.
   void CollectChildren(IXMLDOMNode* node) {
     const xmldom::XPathStep& only = m_steps.At(0);
     for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
@@ -74,12 +74,15 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
   IXMLDOMNodeList* m_result;
 };
 
+/// Collects below a node and below each element under it. A node that is selected from several
+/// contexts is added several times.
 void CollectEverywhere(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result) {
   Collect(node, steps, result, 0);
   ContextVisitor visitor(steps, result);
   WalkChain<SideTrail>(node->m_pFirstChild, visitor);
 }
 
+/// Where a path starts; null for an absolute path when the node has no owner.
 IXMLDOMNode* StartOf(IXMLDOMNode* node, const CXPathList& list) {
   return list.m_bAbsolute ? node->m_pOwnerDocument : node;
 }
@@ -102,7 +105,7 @@ IXMLDOMNodeList* SelectAll(IXMLDOMNode* node, const char* path) {
     IXMLDOMNode* start = StartOf(node, list);
     const XPathSteps steps(list);
     if (start == nullptr) {
-      // An absolute path has nowhere to start when the node has no owner.
+      // The list stays empty.
     } else if (list.m_bDescendant) {
       CollectEverywhere(start, steps, result);
     } else {

@@ -1,3 +1,6 @@
+// Cutting a path into steps, which are kept in a linked list and an index of their texts. Tested by
+// tests/query/XPathList_test.cpp.
+
 #include <xmldom/query/XPathList.h>
 
 #include <xmldom/base/Text.h>
@@ -20,7 +23,7 @@ CStrListElt::CStrListElt(const char* text, std::size_t length)
 CStrListElt::~CStrListElt() {
   std::free(m_pszString);
   --m_iObjCount;
-  // Takes the chain apart here, so that its length does not touch the call stack.
+  // A loop, so that long chains need no deep recursion: each step is deleted without successor.
   while (m_pNext != nullptr) {
     CStrListElt* next = m_pNext;
     m_pNext = next->m_pNext;
@@ -50,7 +53,8 @@ CXPathList::~CXPathList() {
 int CXPathList::ParsePath(const char* path) {
   if (path == nullptr || *path == '\0') return 0;
 
-  // The index says nothing of the steps to come, of which some stay when memory runs out.
+  // When memory runs out below, steps have been appended that the old index does not hold. Without
+  // an index, the next query builds one.
   std::free(m_ppIndex);
   m_ppIndex = nullptr;
 

@@ -1,6 +1,6 @@
-// Splitting the steps of a path. Each character is looked at a constant number of times, whatever
-// the path holds; what is malformed is remembered, and reported when a node is tested with the
-// step. Tested by tests/query/NodeMatch_test.cpp and tests/query/XMLNodeSelect_test.cpp.
+// Splitting the steps of a path, in linear time. Malformed predicates are not reported here, but
+// each time a node is tested with their step. Tested by tests/query/NodeMatch_test.cpp and
+// tests/query/XMLNodeSelect_test.cpp.
 
 #include <xmldom/query/XPathStep.h>
 

@@ -1,3 +1,6 @@
+// Replacing references in a text by the characters that they stand for, in one pass from '&' to
+// ';'. Tested by tests/text/EntityTranslation_test.cpp.
+
 #include <xmldom/text/EntityTranslation.h>
 
 #include <xmldom/dom/LogKinds.h>
@@ -15,7 +18,7 @@
 
 namespace {
 
-/// Whether a text with references prints its debug line.
+/// Whether translating a text with references prints a debug line.
 bool l_bDebugEntities = true;
 
 struct PredefinedEntity {
@@ -23,7 +26,8 @@ struct PredefinedEntity {
   char character;
 };
 
-// In the order in which a prefix is tried: "a" is "amp", and "" is "lt".
+// A reference means the first entity here whose name begins with its own: "&a;" is "&amp;", and
+// "&;" is "&lt;".
 const PredefinedEntity l_aPredefinedEntities[] = {
     {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''},
 };
@@ -41,8 +45,8 @@ Reference FindReference(const char* text) {
   return reference;
 }
 
-/// Writes what "#" and the digits behind it stand for: nothing for U+0000, which ends the encoded
-/// text, and so for every form that has no decimal digits.
+/// Writes the character whose decimal code point stands behind "&#". Code point 0 writes nothing,
+/// and strtol gives it where there are no decimal digits, as in a hexadecimal reference.
 void WriteCharacter(const char* digits, CMemFile& out) {
   const uint32_t codePoint = static_cast<uint32_t>(std::strtol(digits, nullptr, 10));
   char utf8[8] = {};  // The encoder takes any value, surrogates too; its longest form has 6 bytes.
@@ -52,7 +56,8 @@ void WriteCharacter(const char* digits, CMemFile& out) {
   xmldom::WriteText(out, utf8);
 }
 
-/// Writes the character of a predefined entity. Result: false when there is none of that name.
+/// Writes the character of a predefined entity. Result: false when no entity has such a name, which
+/// writes nothing.
 bool WritePredefined(const Reference& reference, CMemFile& out) {
   const char* name = reference.begin + 1;
   const std::size_t length = static_cast<std::size_t>(reference.end - name);

@@ -1,5 +1,5 @@
-// The place of a node in its tree as a path of element names: the parents are stacked on the way up
-// and written on the way down. Tested by tests/text/NodePlace_test.cpp.
+// The place of a node in its tree, as a path of element names. The parents are pushed on a stack
+// and written from the top of the tree down. Tested by tests/text/NodePlace_test.cpp.
 
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>

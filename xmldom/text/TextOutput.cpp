@@ -1,4 +1,5 @@
-// The parts of writing plain text that are seldom run. Tested by tests/text/XMLWriter_test.cpp.
+// Writing plain text: the paths of TextBuffer that are taken seldom, kept out of its inline
+// members. Tested through the writer by tests/text/XMLWriter_test.cpp.
 
 #include <xmldom/text/TextOutput.h>
 
@@ -19,7 +20,7 @@ __attribute__((cold)) void TextBuffer::Rescue() noexcept {
   try {
     for (unsigned int i = 0; i < m_length; ++i) m_target.Write(m_text + i, 1);
   } catch (...) {
-    // The exception that is under way tells it.
+    // The caller gets the exception that is under way.
   }
 }
 

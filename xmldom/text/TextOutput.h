@@ -7,14 +7,14 @@
 #include <cstddef>
 #include <cstring>
 
-// Writing plain text: into a CMemFile by nothing but its own Write, or into a TextBuffer before
-// one.
+// Writing plain text. The functions below take a CMemFile or a TextBuffer, of which they call
+// nothing but Write.
 
 namespace xmldom {
 
-/// Gathers small pieces of text for a CMemFile, which would otherwise be called for each. Flush
-/// before the target is used by anybody else, as by a sink of log events, and at the end. Whoever
-/// leaves by an exception leaves in the target what was written before it.
+/// A buffer before a CMemFile, which saves a call of the file for each small piece of text. Call
+/// Flush at the end, and before anything else can see the file, for example a sink of log events.
+/// When an exception ends the writing, the destructor gives the file what was written before.
 class TextBuffer {
  public:
   explicit TextBuffer(CMemFile& target) : m_target(target), m_length(0) {}
@@ -45,11 +45,11 @@ class TextBuffer {
  private:
   static const unsigned int kCapacity = 1024;
 
-  /// Gives the target as much as it takes: an exception is under way already, which may be that of
-  /// a target without room or memory for all.
+  /// Called while an exception is under way, perhaps because the target has no room or memory.
+  /// Writes byte by byte until the target refuses one.
   void Rescue() noexcept;
 
-  /// Writes what there is no room for.
+  /// Writes a piece that is too long for the rest of the buffer.
   void WriteThrough(const char* text, unsigned int length);
 
   CMemFile& m_target;

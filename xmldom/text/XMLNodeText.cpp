@@ -1,3 +1,6 @@
+// The text of a node: the walk that collects it, and the members that hand it out in different
+// forms. Tested by tests/text/XMLNodeText_test.cpp.
+
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TreeWalk.h>
@@ -11,18 +14,20 @@
 
 namespace {
 
-/// Collects the decoded text of the nodes it walks: on the way into a node that of its text
-/// children, so that they come before those of its other children.
+/// Collects the decoded texts below the nodes it visits. Entering a node appends all its text
+/// children, so they come before the texts of its other children.
 class TextCollector : public xmldom::PreOrderVisitor {
  public:
   explicit TextCollector(CMemFile& out) : m_out(out) {}
 
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
-    if (node->m_eNodeType == NODE_TEXT) return nullptr;
+  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
+    // A text was appended with its parent; as the top node it counts by its children, like others.
+    if (node->m_eNodeType == NODE_TEXT && depth != 0) return nullptr;
     AppendTextChildren(node);
     return node->m_pFirstChild;
   }
 
+ private:
   void AppendTextChildren(const IXMLDOMNode* node) {
     for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
          child = child->m_pNextSibling) {
@@ -32,7 +37,6 @@ class TextCollector : public xmldom::PreOrderVisitor {
     }
   }
 
- private:
   CMemFile& m_out;
 };
 
@@ -41,11 +45,10 @@ const unsigned int kTextBufferSize = 4096;
 }  // namespace
 
 void IXMLDOMNode::GetTextHelper(CMemFile& out) const {
-  const IXMLDOMNode* node = xmldom::ContentOf(this);
+  IXMLDOMNode* node = xmldom::ContentOf(this);
   if (node == nullptr) return;
   TextCollector collector(out);
-  collector.AppendTextChildren(node);
-  xmldom::WalkChain<xmldom::SideTrail>(node->m_pFirstChild, collector);
+  xmldom::WalkTree<xmldom::SideTrail>(node, collector);
 }
 
 BSTR IXMLDOMNode::GetTextAsBSTR() const {

@@ -1,8 +1,13 @@
+// A tree as XML text. One walk writes the start tag and the texts of a node on its way down, and
+// the end tag on its way back; of one node, the paged one, it writes only some children.
+// Tested by tests/text/XMLWriter_test.cpp and tests/text/XMLWriterPaging_test.cpp.
+
 #include <xmldom/text/XMLWriter.h>
 
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TreeWalk.h>
+#include <xmldom/text/NodeLayout.h>
 #include <xmldom/text/TextOutput.h>
 
 #include <algorithm>
@@ -12,12 +17,14 @@ bool g_bDispAddr = false;
 
 namespace {
 
+using xmldom::Layout;
 using xmldom::WriteBlanks;
 using xmldom::WriteLiteral;
 using xmldom::WriteText;
 
-/// What GetXMLHelper was asked for, beside the node and its depth.
+/// What GetXMLHelper was asked for.
 struct WriterArguments {
+  int depth;
   IXMLDOMNode* pagedNode;
   int first;
   int count;
@@ -25,25 +32,17 @@ struct WriterArguments {
   int numPages;
   const char* padTemplate;
   bool masked;
+  const int* topIndex;  // the number that the top node is decorated with, or null
 };
 
-/// How a document lays its nodes out.
-struct Layout {
-  bool indents;
-  int width;
+/// What is known of the owner links of the nodes that are written. Where a node has no owner, it
+/// was removed from its tree, and the nodes below it may still name the old owner, which may be
+/// gone. So no owner link is read then.
+enum OwnerLinks {
+  OWNERS_NOT_KNOWN,  // each link is tested before it is followed; the first null ends the walk
+  OWNERS_NAMED,      // every node names its owner
+  OWNERS_MISSING     // a node has no owner: everything gets the usual layout
 };
-
-// As every document has it.
-const Layout kUsualLayout = {true, 2};
-
-/// How a node's owner lays it out. The type tells a document from the bare base of one, which is
-/// its own owner too.
-Layout LayoutOf(const IXMLDOMNode* node) {
-  const IXMLDOMDocument2* document = node->m_pOwnerDocument;
-  if (document == nullptr || document->m_eNodeType != NODE_DOCUMENT) return kUsualLayout;
-  return Layout{(document->m_uFlags & IXMLDOMDocument2::FORMATTED_LAYOUT) != 0,
-                document->m_nIndent};
-}
 
 /// Which kinds of children a node has.
 struct ChildKinds {
@@ -70,72 +69,69 @@ ChildKinds KindsOf(const IXMLDOMNode* node) {
 /// Writes the nodes it walks.
 class Writer {
  public:
-  Writer(CMemFile& out, int depth, const IXMLDOMNode* top, const WriterArguments& arguments)
+  Writer(CMemFile& out, OwnerLinks owners, const WriterArguments& arguments)
       : m_text(out),
-        m_topDepth(depth),
-        m_hasOwner(top->m_pOwnerDocument != nullptr),
+        m_owners(owners),
+        m_metMissingOwner(false),
         m_arguments(arguments),
         m_pagedLevel(kNoLevel),
         m_position(0) {}
 
-  /// Writes everything of the top node that stands before its other children.
-  /// Result: the first child, when there are other children to write.
-  IXMLDOMNode* EnterTop(IXMLDOMNode* node, bool indexed, int index) {
-    return Open(node, m_topDepth, indexed, index);
-  }
-
-  void LeaveTop(IXMLDOMNode* node) { Close(node, m_topDepth); }
-
-  void Finish() { m_text.Flush(); }
-
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
-    const bool indexed = LevelOf(depth) == m_pagedLevel;
-    if (indexed) {
+    if (depth == 0) return Open(node, m_arguments.depth, m_arguments.topIndex);
+    const int* index = nullptr;
+    if (LevelOf(depth) == m_pagedLevel) {
       ++m_position;
       const long long end = static_cast<long long>(m_arguments.first) + m_arguments.count;
       if (m_position < m_arguments.first || m_position >= end) return nullptr;
+      index = &m_position;
     }
     if (node->m_eNodeType == NODE_TEXT) return nullptr;
-    return Open(node, LevelOf(depth), indexed, indexed ? m_position : 0);
+    return Open(node, LevelOf(depth), index);
   }
 
-  void Leave(IXMLDOMNode* node, std::size_t depth) { Close(node, LevelOf(depth)); }
+  void Leave(IXMLDOMNode* node, std::size_t depth) {
+    if (IsPaged(node)) EndPage();
+    WriteIndent(node, LevelOf(depth));
+    WriteEndTag(node);
+  }
 
-  bool IsDone() const { return false; }
+  /// Whether a node without owner was met while it was not known whether there is any.
+  bool IsDone() const { return m_metMissingOwner; }
+
+  void Finish() { m_text.Flush(); }
 
  private:
-  // The chain that is walked stands one level below the top node.
   long long LevelOf(std::size_t depth) const {
-    return m_topDepth + static_cast<long long>(depth) + 1;
+    return m_arguments.depth + static_cast<long long>(depth);
   }
 
   bool IsPaged(const IXMLDOMNode* node) const { return node == m_arguments.pagedNode; }
 
-  __attribute__((noinline)) IXMLDOMNode* Open(IXMLDOMNode* node, long long level, bool indexed,
-                                              int index) {
+  /// Writes everything of a node that stands before its other children. `index`: its number in the
+  /// page, or null. Result: the first child, when there are other children to write.
+  __attribute__((noinline)) IXMLDOMNode* Open(IXMLDOMNode* node, long long level,
+                                              const int* index) {
+    if (node->m_pOwnerDocument == nullptr && m_owners == OWNERS_NOT_KNOWN) {
+      m_metMissingOwner = true;
+      return nullptr;
+    }
     WriteIndent(node, level);
     WriteLiteral(m_text, "<");
     WriteText(m_text, node->m_pszNodeName);
-    WriteDecorations(node, indexed, index);
+    if (g_bDispAddr) WriteDebugDecoration(node);
+    if (index != nullptr) m_text.Flush().WriteF(" index='%03d'", *index);
     WriteAttributes(node, IsPaged(node) && WritePageAttributes());
 
     const ChildKinds kinds = KindsOf(node);
-    if (m_arguments.masked) WriteLiteral(m_text, ">");
-    if (kinds.texts == 0 && !kinds.others) {
-      CloseEmpty(node);
-      return nullptr;
-    }
-    if (kinds.texts != 0) {
-      if (!m_arguments.masked) WriteLiteral(m_text, ">");
-      WriteTexts(node, kinds, (level + 1) * LayoutHere(node).width);
-    }
+    if (EndStartTag(node, kinds)) return nullptr;
+    if (kinds.texts != 0) WriteTexts(node, kinds, (level + 1) * LayoutHere(node).width);
     if (!kinds.others) {
-      if (HasRowsOfPage(node)) WriteRowsOfPage();
+      if (HasPlaceholders(node)) WritePlaceholders();
       if (kinds.IsMultiLine()) WriteIndent(node, level);
       WriteEndTag(node);
       return nullptr;
     }
-    if (kinds.texts == 0 && !m_arguments.masked) WriteLiteral(m_text, ">\n");
     if (IsPaged(node)) {
       m_pagedLevel = level + 1;
       m_position = 0;
@@ -143,16 +139,8 @@ class Writer {
     return node->m_pFirstChild;
   }
 
-  void Close(IXMLDOMNode* node, long long level) {
-    if (IsPaged(node)) EndPage();
-    WriteIndent(node, level);
-    WriteEndTag(node);
-  }
-
-  /// What hangs below a node without owner, because that was taken out of its tree, still names the
-  /// old owner, which may be gone.
   Layout LayoutHere(const IXMLDOMNode* node) const {
-    return m_hasOwner ? LayoutOf(node) : kUsualLayout;
+    return m_owners == OWNERS_MISSING ? xmldom::kUsualLayout : xmldom::LayoutOf(node);
   }
 
   void WriteIndent(const IXMLDOMNode* node, long long level) {
@@ -160,20 +148,30 @@ class Writer {
     if (layout.indents) WriteBlanks(m_text, level * layout.width);
   }
 
-  void CloseEmpty(IXMLDOMNode* node) {
-    if (HasRowsOfPage(node)) {
-      if (!m_arguments.masked) WriteLiteral(m_text, ">\n");
-      WriteRowsOfPage();
-    } else if (!m_arguments.masked) {
-      WriteLiteral(m_text, "/>\n");
-      return;
+  /// Result: whether the tag ends the element too.
+  bool EndStartTag(const IXMLDOMNode* node, const ChildKinds& kinds) {
+    // Deliberate: a masked tag ends neither its element nor its line.
+    if (m_arguments.masked || kinds.texts != 0) {
+      WriteLiteral(m_text, ">");
+      return false;
     }
-    WriteEndTag(node);
+    if (kinds.others || HasPlaceholders(node)) {
+      WriteLiteral(m_text, ">\n");
+      return false;
+    }
+    WriteLiteral(m_text, "/>\n");
+    return true;
   }
 
-  void WriteDecorations(const IXMLDOMNode* node, bool indexed, int index) {
-    if (g_bDispAddr) WriteDebugDecoration(node);
-    if (indexed) m_text.Flush().WriteF(" index='%03d'", index);
+  void WriteEndTag(const IXMLDOMNode* node) {
+    WriteLiteral(m_text, "</");
+    WriteText(m_text, node->m_pszNodeName);
+    WriteLiteral(m_text, ">\n");
+  }
+
+  /// Writes the value of an attribute or a text, unless values are left out.
+  void WriteValue(const IXMLDOMNode* node) {
+    if (!m_arguments.masked) WriteText(m_text, xmldom::StoredValueOf(node));
   }
 
   __attribute__((cold)) void WriteDebugDecoration(const IXMLDOMNode* node) {
@@ -181,22 +179,7 @@ class Writer {
                           node->GetRefCount());
   }
 
-  /// Result: whether page attributes were written.
-  __attribute__((cold)) bool WritePageAttributes() {
-    if (m_arguments.currentPage < 0 || m_arguments.numPages < 0) return false;
-    m_text.Flush().WriteF(" curPage = '%d' numPages = '%d'", m_arguments.currentPage,
-                          m_arguments.numPages);
-    return true;
-  }
-
-  __attribute__((cold)) void ReportStripped(IXMLDOMNode* node) {
-    m_text.Flush();
-    CLogger::PostLogEvent(xmldom::kLogData, xmldom::kSeverityTrace,
-                          "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
-                          "data class, stripping old values",
-                          node);
-  }
-
+  /// `paged`: page attributes were written, which replace the stored ones.
   void WriteAttributes(IXMLDOMNode* node, bool paged) {
     for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
          attribute = attribute->m_pNextSibling) {
@@ -207,35 +190,60 @@ class Writer {
       WriteLiteral(m_text, " ");
       WriteText(m_text, attribute->m_pszNodeName);
       WriteLiteral(m_text, "='");
-      if (!m_arguments.masked) WriteText(m_text, xmldom::StoredValueOf(attribute));
+      WriteValue(attribute);
       WriteLiteral(m_text, "'");
     }
   }
 
   void WriteTexts(const IXMLDOMNode* node, const ChildKinds& kinds, long long blanks) {
-    for (const IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
          child = child->m_pNextSibling) {
       if (child->m_eNodeType != NODE_TEXT) continue;
+      if (child->m_pOwnerDocument == nullptr || child->m_pFirstChild != nullptr) TestOwners(child);
       if (kinds.IsMultiLine()) {
         // Deliberate: the texts are indented also when the layout does not indent.
         WriteLiteral(m_text, "\n");
         WriteBlanks(m_text, blanks);
       }
-      if (!m_arguments.masked) WriteText(m_text, xmldom::StoredValueOf(child));
+      WriteValue(child);
     }
     if (kinds.IsMultiLine()) WriteLiteral(m_text, "\n");
   }
 
+  /// Tests the owner links of a text and of what an application has put below it: nodes that the
+  /// walk does not come to.
+  __attribute__((cold)) void TestOwners(IXMLDOMNode* text) {
+    if (m_owners == OWNERS_NOT_KNOWN && xmldom::MissesOwner(text)) m_metMissingOwner = true;
+  }
+
+  /// Result: whether page attributes were written.
+  __attribute__((cold)) bool WritePageAttributes() {
+    if (m_arguments.currentPage < 0 || m_arguments.numPages < 0) return false;
+    m_text.Flush().WriteF(" curPage = '%d' numPages = '%d'", m_arguments.currentPage,
+                          m_arguments.numPages);
+    return true;
+  }
+
+  /// Logs that a stored page attribute of the node is not written.
+  __attribute__((cold)) void ReportStripped(IXMLDOMNode* node) {
+    m_text.Flush();
+    CLogger::PostLogEvent(xmldom::kLogData, xmldom::kSeverityTrace,
+                          "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
+                          "data class, stripping old values",
+                          node);
+  }
+
   /// Whether a node without other children is filled with placeholder rows.
-  bool HasRowsOfPage(const IXMLDOMNode* node) const {
+  bool HasPlaceholders(const IXMLDOMNode* node) const {
     return IsPaged(node) && m_arguments.padTemplate != nullptr && m_arguments.count >= 1;
   }
 
-  __attribute__((cold)) void WriteRowsOfPage() {
+  __attribute__((cold)) void WritePlaceholders() {
     Pad(m_text.Flush(), m_arguments.padTemplate, 0, m_arguments.count);
   }
 
-  /// Positions are counted up to the last child, so the page is filled up behind it.
+  /// Fills the page up. All children of the paged node have been counted by now, also those behind
+  /// the page.
   __attribute__((cold)) void EndPage() {
     const long long last = static_cast<long long>(m_arguments.first) - 1 + m_arguments.count;
     Pad(m_text.Flush(), m_arguments.padTemplate, m_position,
@@ -243,39 +251,47 @@ class Writer {
     m_pagedLevel = kNoLevel;
   }
 
-  void WriteEndTag(const IXMLDOMNode* node) {
-    WriteLiteral(m_text, "</");
-    WriteText(m_text, node->m_pszNodeName);
-    WriteLiteral(m_text, ">\n");
-  }
-
   static const long long kNoLevel = LLONG_MIN;
 
   xmldom::TextBuffer m_text;
-  int m_topDepth;
-  bool m_hasOwner;
-  WriterArguments m_arguments;
+  OwnerLinks m_owners;
+  bool m_metMissingOwner;
+  const WriterArguments m_arguments;
   long long m_pagedLevel;  // of the children of the paged node, while they are written
-  int m_position;          // of the child of the paged node that was met last
+  int m_position;          // of the child of the paged node that was met last, counted from 1
 };
+
+/// Appends the XML of a node. Result: false when a node without owner ended the walk, with the rest
+/// missing; it does so only for OWNERS_NOT_KNOWN.
+bool Write(CMemFile& out, IXMLDOMNode* top, OwnerLinks owners, const WriterArguments& arguments) {
+  Writer writer(out, owners, arguments);
+  xmldom::WalkTree<xmldom::SideTrail>(top, writer);
+  writer.Finish();
+  return !writer.IsDone();
+}
 
 }  // namespace
 
 void IXMLDOMNode::GetXMLHelper(CMemFile& out, int iDepth, IXMLDOMNode* pPagedNode, int nFirst,
                                int nCount, int nCurPage, int nNumPages, const char* pszPadTemplate,
                                bool bMasked, bool bIndexed, int nIndex) const {
-  IXMLDOMNode* node = xmldom::ContentOf(this);
-  if (node == nullptr) return;
-  const WriterArguments arguments = {pPagedNode, nFirst,         nCount, nCurPage,
-                                     nNumPages,  pszPadTemplate, bMasked};
-  Writer writer(out, iDepth, node, arguments);
-  const bool indexed = bIndexed && node == this;
-  IXMLDOMNode* below = writer.EnterTop(node, indexed, indexed ? nIndex : 0);
-  if (below != nullptr) {
-    xmldom::WalkChain<xmldom::SideTrail>(below, writer);
-    writer.LeaveTop(node);
+  IXMLDOMNode* top = xmldom::ContentOf(this);
+  if (top == nullptr) return;
+  const int* topIndex = bIndexed && top == this ? &nIndex : nullptr;
+  const WriterArguments arguments = {iDepth,    pPagedNode,     nFirst,  nCount,  nCurPage,
+                                     nNumPages, pszPadTemplate, bMasked, topIndex};
+  OwnerLinks owners = OWNERS_NOT_KNOWN;
+  if (pPagedNode != nullptr) {
+    // The owners are looked at beforehand, because writing a page twice would post its log events
+    // twice, and because its walk leaves nodes out.
+    owners = xmldom::MissesOwner(top) ? OWNERS_MISSING : OWNERS_NAMED;
   }
-  writer.Finish();
+  const unsigned int length = out.m_uLength;
+  const unsigned int position = out.m_uPosition;
+  if (Write(out, top, owners, arguments)) return;
+  out.m_uLength = length;
+  out.m_uPosition = position;
+  Write(out, top, OWNERS_MISSING, arguments);
 }
 
 void Pad(CMemFile& out, const char* pszPadTemplate, int nFrom, int nTo) {
