@@ -16,7 +16,7 @@ IXMLDOMNode* StartOf(IXMLDOMNode* node, const CXPathList& list) {
   return list.m_bAbsolute ? node->m_pOwnerDocument : node;
 }
 
-Nodes Single(IXMLDOMNode* found) { return Nodes{Node(found).get()}; }
+Nodes Single(IXMLDOMNode* found) { return Nodes{Node(found).Get()}; }
 
 void ExpectSame(const SearchOutcome& plain, const SearchOutcome& library) {
   EXPECT_EQ(plain.nodes, library.nodes);

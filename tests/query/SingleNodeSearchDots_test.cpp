@@ -36,7 +36,7 @@ TEST(SingleNodeSearchDots, A_search_that_comes_back_to_itself_ends) {
   Document document = Load("<a><a><a/></a></a>");
   for (const char* path : {"//a/../../b", "//a/../../*/b", "//*/../*/../b", "//a/../../../b"}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).get());
+    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).Get());
   }
 }
 
@@ -78,7 +78,7 @@ TEST(SingleNodeSearchDots, A_path_that_climbs_finds_what_stands_last) {
     SCOPED_TRACE(path);
     EXPECT_EQ(Root(document)->m_pFirstChild->m_pParent, Root(document));
     Node found(document->SelectSingleNode(path));
-    ASSERT_NE(nullptr, found.get());
+    ASSERT_NE(nullptr, found.Get());
     EXPECT_STREQ("zz", found->m_pszNodeName);
   }
 }

@@ -104,7 +104,7 @@ TEST(SingleNodeSearch, A_failing_search_of_a_bushy_tree_ends_quickly) {
   Document document = Load(Bush(14, 2));
   for (const char* path : {"//a/b", "//a/a/a/b", "//*/*/*/*/*/*/*/*/*/*/*/*/*/b"}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).get());
+    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).Get());
   }
 }
 
@@ -112,7 +112,7 @@ TEST(SingleNodeSearch, A_failing_search_of_a_wide_tree_ends_quickly) {
   Document document = Load("<r>" + Repeat("<a><a/></a>", 50000) + "</r>");
   for (const char* path : {"//a/b", "//a/a/b", "//*/a/a/a"}) {
     SCOPED_TRACE(path);
-    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).get());
+    EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path)).Get());
   }
 }
 
@@ -130,5 +130,5 @@ TEST(SingleNodeSearch, A_path_of_many_steps_ends_quickly) {
   const int depth = 2000;
   Document document = Load(Repeat("<a>", depth) + Repeat("</a>", depth));
   const std::string path = "/" + Repeat("/a", 300) + "/b";
-  EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path.c_str())).get());
+  EXPECT_EQ(nullptr, Node(document->SelectSingleNode(path.c_str())).Get());
 }
