@@ -3,9 +3,9 @@
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeNames.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>
+#include <xmldom/ptr/XMLPtr.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -27,7 +27,8 @@ GrowingTree::~GrowingTree() {
 
 void GrowingTree::StartElement(const char* name, const char** attributes) {
   if (!m_text.empty()) StoreText(*Top());
-  NodeReference element(NewNode(m_document, NODE_ELEMENT, name, std::strlen(name), nullptr, 0));
+  XMLPtr<IXMLDOMNode> element =
+      Adopt(NewNode(m_document, NODE_ELEMENT, name, std::strlen(name), nullptr, 0));
   if (attributes != nullptr && attributes[0] != nullptr) AddAttributes(element.Get(), attributes);
   IXMLDOMNode* node = element.Detach();
   Link(node);

@@ -7,7 +7,6 @@
 #include <xmldom/parse/NodeStack.h>
 
 class IXMLDOMDocument2;
-class IXMLDOMNode;
 
 namespace xmldom {
 class EntityNesting;
@@ -81,10 +80,10 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
   XMLDOM_HIDDEN static void Post(const Outcome& outcome);
   XMLDOM_HIDDEN void EndParse();
-  XMLDOM_HIDDEN IXMLDOMNode* TopNode() const;
   XMLDOM_HIDDEN bool Drops(const char* text, int length) const;
-  XMLDOM_HIDDEN void OnOtherDefault(const char* text, int length);
   XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
+  XMLDOM_HIDDEN void StartElementByHand(const char* name, const char** attributes);
+  XMLDOM_HIDDEN void AppendTextByHand(const char* text, int length);
 
   // From the start of a load to its parse XML_ERROR_NO_MEMORY, the only reason why it could end
   // there; else XML_ERROR_NONE.
