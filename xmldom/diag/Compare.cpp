@@ -3,6 +3,7 @@
 
 #include <xmldom/diag/Compare.h>
 
+#include <xmldom/base/Export.h>
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TreeWalk.h>
@@ -22,7 +23,7 @@ void Empty(CMemFile& report) {
 
 /// Writes the XML of a node below a heading. The XML is made first, so that an exception leaves no
 /// heading without it.
-__attribute__((cold)) void WriteXml(CMemFile& report, const char* heading, IXMLDOMNode* node) {
+XMLDOM_COLD void WriteXml(CMemFile& report, const char* heading, IXMLDOMNode* node) {
   const _bstr_t xml = node->Getxml();
   WriteText(report, heading);
   WriteText(report, xml);
@@ -143,8 +144,8 @@ class Comparison {
     m_report.WriteF("Failed at depth %d: %s", depth, what);
   }
 
-  __attribute__((cold)) bool ReportTexts(int depth, const char* what, const char* first,
-                                         const char* second, const Pair& pair) {
+  XMLDOM_COLD bool ReportTexts(int depth, const char* what, const char* first, const char* second,
+                               const Pair& pair) {
     WriteHead(depth, what);
     WriteText(m_report, first == nullptr ? "(null)" : first);
     WriteText(m_report, " vs ");
@@ -152,14 +153,14 @@ class Comparison {
     return Dump(pair);
   }
 
-  __attribute__((cold)) bool ReportTypes(int depth, const Pair& pair) {
+  XMLDOM_COLD bool ReportTypes(int depth, const Pair& pair) {
     WriteHead(depth, "node type mismatch, ");
     m_report.WriteF("%d vs %d", static_cast<int>(pair.first->m_eNodeType),
                     static_cast<int>(pair.second->m_eNodeType));
     return Dump(pair);
   }
 
-  __attribute__((cold)) bool ReportCount(int depth, const char* what, const Pair& pair) {
+  XMLDOM_COLD bool ReportCount(int depth, const char* what, const Pair& pair) {
     WriteHead(depth, what);
     return Dump(pair);
   }

@@ -1,3 +1,8 @@
+// A reader of the text before the root element, one character at a time, which finds the entity
+// declarations and what their values refer to; EntityChains keeps these. The state between two
+// characters is in the object, so that a piece of text may end anywhere. Tested by
+// tests/parse/EntityNesting_test.cpp, and by tests/growth/Prologs_test.cpp for its cost.
+
 #include <xmldom/parse/EntityNesting.h>
 
 #include <expat.h>
@@ -11,8 +16,8 @@ bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
 bool IsQuote(char c) { return c == '"' || c == '\''; }
 
-/// Whether a name, behind its kind, is one of those that mean the same in every document, whatever
-/// it declares.
+/// Whether this is the kind and the name of one of the five entities that mean the same in every
+/// document, whatever it declares.
 bool IsPredefined(const std::string& word) {
   for (const char* name : {"&lt", "&gt", "&amp", "&quot", "&apos"}) {
     if (word == name) return true;
@@ -20,6 +25,7 @@ bool IsPredefined(const std::string& word) {
   return false;
 }
 
+/// The value of a decimal or hexadecimal digit.
 int DigitOf(char c) { return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10; }
 
 }  // namespace
@@ -99,14 +105,15 @@ void EntityNesting::ReadName(char c) {
       m_word += c;
     }
   } else if (!m_word.empty()) {
-    // A declaration that binds nobody: nothing is ever expanded by it.
+    // Expat ignores declarations of the predefined entities.
     m_place = IsPredefined(m_word) ? REST : BEFORE_VALUE;
     if (m_place == BEFORE_VALUE) m_chains.Declare(m_word.data(), m_word.size());
   }
 }
 
-/// Up to the end of a declaration, or of that part of the document type that stands before others.
-/// A literal that comes next behind the name of an entity is its value; all others say nothing.
+/// Reads on to the end of a declaration, or to the '[' before the declarations of a document type.
+/// A literal that directly follows the name of an entity is its value; any other literal is
+/// skipped, so that a '>' in it does not end the declaration.
 void EntityNesting::ReadRest(char c) {
   if (m_quote != '\0') {
     if (c == m_quote) m_quote = '\0';
@@ -121,9 +128,9 @@ void EntityNesting::ReadRest(char c) {
   }
 }
 
-/// References to characters are replaced when a value is read, so that they can spell a reference
-/// to an entity. What looks like a reference to a character in the replacement text is one there,
-/// and no name of an entity.
+/// Expat replaces character references when it reads a declaration, so that "&#38;e;" in a value is
+/// a reference to the entity e in the replacement text. What follows from that text itself is not
+/// replaced once more: "&#38;#38;" ends up as a character reference, not as an ampersand.
 void EntityNesting::ReadValue(char c) {
   if (m_base != 0) {
     ReadCharacterReference(c);
@@ -148,6 +155,7 @@ void EntityNesting::ReadValue(char c) {
   }
 }
 
+/// Reads the inside of a character reference, and at its end the character for which it stands.
 void EntityNesting::ReadCharacterReference(char c) {
   if (c == 'x') {
     m_base = 16;
@@ -161,6 +169,8 @@ void EntityNesting::ReadCharacterReference(char c) {
   }
 }
 
+/// Reads the text of a value with its character references replaced, and notes each reference to an
+/// entity of the declared kind.
 void EntityNesting::ReadReplacementText(char c) {
   if (c == m_kind) {
     m_word = c;

@@ -8,36 +8,39 @@
 
 namespace xmldom {
 
-/// Watches the entity declarations of a document for how deep their expansion can nest.
+/// Reads the entity declarations of a document, to find out how deep the expansion of its entities
+/// can nest.
 ///
-/// Before its release 2.7, Expat expands an entity inside an entity by a call inside a call, so
-/// that a chain of a thousand declarations, a few KiB of text, exhausts a stack of 256 KiB. All
-/// that this class knows of a document is the text before its root element, which Expat has found
-/// well-formed piece by piece. It makes no difference where a piece ends.
+/// Before its release 2.7, Expat expands an entity inside another by recursion: a chain of a
+/// thousand declarations, which takes a few KiB of text, exhausts a stack of 256 KiB. This class
+/// reads the text before the root element as Expat passes it on, in pieces that may end anywhere.
+/// Expat has found each piece well-formed, so that no syntax has to be checked here.
 class EntityNesting {
  public:
   EntityNesting();
 
-  /// Whether the Expat in use expands entities by recursion.
+  /// Result: whether the Expat in use expands entities by recursion, going by its version.
   static bool IsPossible();
 
-  /// Reads on. Result: false once a chain of more than EntityChains::kMost entities has been
-  /// declared; nothing is read any more then. Effects: std::bad_alloc when memory is out.
+  /// Reads the next piece of text. Result: false once a chain of more than EntityChains::kMost
+  /// entities has been declared; whatever follows is not read then. Effects: std::bad_alloc when
+  /// memory is out. Cost: linear in the text, see EntityChains.
   bool Observe(const char* text, int length);
 
   bool IsTooDeep() const { return m_chains.AreTooLong(); }
 
  private:
+  /// Where in the syntax the next character stands.
   enum Place {
-    OUTSIDE,       // of all that begins with '<'
-    MARKUP,        // behind the '<'
-    INSTRUCTION,   // or the XML declaration
-    COMMENT,       // behind "<!--"
-    KEYWORD,       // behind "<!"
-    NAME,          // behind "<!ENTITY"
-    BEFORE_VALUE,  // behind the name of an entity
-    VALUE,         // of an entity
-    REST           // of a declaration
+    OUTSIDE,       // outside of everything that begins with '<'
+    MARKUP,        // right after a '<'
+    INSTRUCTION,   // in a processing instruction or the XML declaration
+    COMMENT,       // after "<!--"
+    KEYWORD,       // after "<!"
+    NAME,          // after "<!ENTITY"
+    BEFORE_VALUE,  // after the name of an entity
+    VALUE,         // in the value of an entity
+    REST           // in what is left of a declaration, which is not looked at
   };
 
   void Read(char c);
@@ -50,14 +53,14 @@ class EntityNesting {
 
   EntityChains m_chains;
   Place m_place;
-  char m_quote;        // which ends the literal; NUL outside of literals
-  int m_run;           // how many of the characters that end a comment or an instruction stand here
-  std::string m_word;  // keyword, or name of an entity behind its kind
-  char m_kind;         // '&' or '%': with what an entity of the declared kind is referred to
-  bool m_isReference;  // m_word is the name in a reference
-  bool m_hasAmpersand;  // in a value, which may begin a reference to a character
-  int m_base;           // of the number of such a reference; 0 outside
-  unsigned long m_number;
+  char m_quote;         // the quote that ends the current literal; NUL outside of literals
+  int m_run;            // number of '-' in a comment, or '?' in an instruction, right before here
+  std::string m_word;   // a keyword; or the kind of an entity, '&' or '%', followed by its name
+  char m_kind;          // '&' or '%': how the entity that is being declared is referred to
+  bool m_isReference;   // m_word is being read from a reference in a value
+  bool m_hasAmpersand;  // the last character of a value was '&', which has not been looked at
+  int m_base;           // 10 or 16 in a character reference; 0 outside
+  unsigned long m_number;  // what the digits of the character reference say so far
 };
 
 }  // namespace xmldom

@@ -9,27 +9,31 @@
 #include <cstring>
 #include <exception>
 
-/// Expands its argument before assert turns it into text: the message shows the value of NULL.
+/// Asserts a condition whose macros are expanded first, so that the message shows what NULL stands
+/// for ("m_p != __null").
 #define XMLDOM_ASSERT_EXPANDED(condition) assert(condition)
 
 /// Binds one Expat parser to one handler object of class _T, which derives from this template and
-/// has OnStartElement, OnEndElement and OnDefault.
+/// has the members OnStartElement, OnEndElement and OnDefault. Expat calls three static functions,
+/// the trampolines, which call these members.
 ///
-/// All that work on a parser, but for CreateParser and DestroyParser, assert that there is one.
-/// Exceptions: one that leaves a handler must not cross Expat's frames, for which a target may have
-/// no unwind tables. The trampolines keep it and stop the parser; Parse throws it on. Until then
-/// Expat may go on calling the trampolines, which return at once. Parses may run within a handler,
-/// of other parsers. A trampoline that is called by hand, not by the parse of its own parser, lets
-/// every exception through.
+/// Bad input: every member that works on the parser, except CreateParser and DestroyParser, asserts
+/// that there is one.
+/// Exceptions: a handler may throw. The exception must not pass through Expat's C functions, for
+/// which a target may have no unwind tables. The trampoline therefore keeps it and stops the
+/// parser, and Parse throws it when Expat has returned. Until then Expat may call trampolines
+/// again; they return at once. A trampoline that is not called by the innermost parse of its own
+/// parser lets every exception through to its caller. A handler may run parses of other parsers.
 template <class _T>
 class CExpatImpl {
  public:
-  /// Without parser.
+  /// Makes the binding without a parser.
   CExpatImpl() : m_p(NULL) {}
 
-  /// Makes the parser: Expat's own encoding detection and memory functions, no namespaces. Start,
-  /// end and default handler are installed, the last with expansion of internal entities.
-  /// Result: false when Expat could not make one; m_p is then null.
+  /// Makes the parser, which detects the encoding of a text itself, uses the memory functions of
+  /// the C library and does not process namespaces. Installs the handlers for start tags, for end
+  /// tags and for everything else, the last with internal entities expanded. Result: false when
+  /// Expat could not make a parser; m_p is then null.
   bool CreateParser() {
     m_p = XML_ParserCreate_MM(NULL, NULL, NULL);
     if (m_p == NULL) return false;
@@ -39,34 +43,35 @@ class CExpatImpl {
     return true;
   }
 
-  /// Frees the parser, if there is one.
+  /// Frees the parser; does nothing without one.
   void DestroyParser() {
     if (m_p == NULL) return;
     XML_ParserFree(m_p);
     m_p = NULL;
   }
 
-  /// Installs the handler for start tags, or takes it back.
+  /// Installs the handler for start tags, or removes it.
   void EnableStartElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     XML_SetStartElementHandler(m_p, enable ? StartElementHandler : NULL);
   }
 
-  /// Installs the handler for end tags, or takes it back.
+  /// Installs the handler for end tags, or removes it.
   void EnableEndElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     XML_SetEndElementHandler(m_p, enable ? EndElementHandler : NULL);
   }
 
-  /// Both handlers for tags.
+  /// Installs both handlers for tags, or removes them.
   void EnableElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     EnableStartElementHandler(enable);
     EnableEndElementHandler(enable);
   }
 
-  /// Installs the handler for all else, or takes it back. `expand`: internal entity references
-  /// reach it replaced by their text.
+  /// Installs the handler for everything that no other handler is installed for, or removes it.
+  /// With `expand`, a reference to an internal entity is replaced by the text of the entity;
+  /// without, the handler gets the reference as it is written.
   void EnableDefaultHandler(bool enable, bool expand) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     if (expand) {
@@ -76,9 +81,9 @@ class CExpatImpl {
     }
   }
 
-  /// Parses a piece of text; a negative `length` stands for the length of a NUL-terminated one.
-  /// Result: whether Expat accepted it; false for a text of more than INT_MAX bytes, of which
-  /// nothing is parsed. Effects: throws what a handler threw.
+  /// Parses a piece of text, the last one if `final`. A negative `length` means that the text ends
+  /// at its first NUL byte. Result: whether Expat accepted the piece; false for a piece of more
+  /// than INT_MAX bytes, of which nothing is parsed. Effects: throws what a handler threw.
   bool Parse(const char* buffer, int length, bool final) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     if (length < 0) {
@@ -102,62 +107,67 @@ class CExpatImpl {
     return parsed;
   }
 
-  /// Expat's code of the error that ended the parse, or XML_ERROR_NONE.
+  /// Result: Expat's code of the error that ended the parse, or XML_ERROR_NONE.
   XML_Error GetErrorCode() {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     return XML_GetErrorCode(m_p);
   }
 
-  /// Length of the current event, in bytes.
+  /// Result: the length of the current event in bytes. After a parse the current event is the one
+  /// that failed, or the last one.
   int GetCurrentByteCount() {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     return XML_GetCurrentByteCount(m_p);
   }
 
-  /// Line of the current event, from 1.
+  /// Result: the line of the current event, counted from 1.
   int GetCurrentLineNumber() {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     return static_cast<int>(XML_GetCurrentLineNumber(m_p));
   }
 
-  /// Column of the current event, from 0.
+  /// Result: the column of the current event, counted from 0.
   int GetCurrentColumnNumber() {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     return static_cast<int>(XML_GetCurrentColumnNumber(m_p));
   }
 
-  /// Expat's input buffer, borrowed until the next parse, with the offset of the current event in
-  /// it and its size; null when Expat has none.
+  /// Result: Expat's input buffer, borrowed until the next parse; null before the first parse, and
+  /// always when Expat was built without input context. Out: the position of the current event in
+  /// the buffer and the size of the buffer, in bytes; both are left alone on null.
   const char* GetInputContext(int* offset, int* size) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     return XML_GetInputContext(m_p, offset, size);
   }
 
-  /// What Expat calls at a start tag: calls OnStartElement of the handler that is its user data.
+  /// The trampoline for start tags: calls OnStartElement of the handler object, which `userData`
+  /// points to. `attributes` is name, value, name, value, ..., null.
   static void StartElementHandler(void* userData, const char* name, const char** attributes) {
     Forward(userData, [=](_T* handler) { handler->OnStartElement(name, attributes); });
   }
 
-  /// What Expat calls at an end tag: calls OnEndElement.
+  /// The trampoline for end tags: calls OnEndElement of the handler object.
   static void EndElementHandler(void* userData, const char* name) {
     Forward(userData, [=](_T* handler) { handler->OnEndElement(name); });
   }
 
-  /// What Expat calls for all else: calls OnDefault.
+  /// The trampoline for everything else: calls OnDefault of the handler object.
   static void DefaultHandler(void* userData, const char* text, int length) {
     Forward(userData, [=](_T* handler) { handler->OnDefault(text, length); });
   }
 
-  XML_Parser m_p;  ///< The parser, or null.
+  XML_Parser m_p;  ///< The parser; null when there is none.
 
  private:
-  /// One call of Parse.
+  /// One call of Parse that has not returned yet.
   struct Run {
     CExpatImpl* parser;
-    Run* outer;                 ///< The parse in whose handler this one was begun, or null.
-    std::exception_ptr thrown;  ///< What a handler threw.
+    Run* outer;                 ///< The call of Parse in whose handler this one was made, or null.
+    std::exception_ptr thrown;  ///< What a handler threw; null when none has.
   };
 
+  /// Makes a call of the handler object, unless an exception is kept, which has set the user data
+  /// to null.
   template <class Call>
   static void Forward(void* userData, Call call) {
     _T* handler = static_cast<_T*>(userData);
@@ -169,20 +179,22 @@ class CExpatImpl {
     }
   }
 
-  /// Keeps the exception that is being handled, and stops the parser.
+  /// Keeps the exception that is being handled for Parse to throw, and stops the parser. Throws it
+  /// on when the trampoline was called by somebody else than the innermost parse.
   void Keep() {
     Run* const run = Innermost();
-    if (run == nullptr || run->parser != this) throw;  // A trampoline was called by hand.
+    if (run == nullptr || run->parser != this) throw;
     run->thrown = std::current_exception();
-    // A parser that has been stopped still reports the end of the element that it is in, and the
-    // rest of a text that it converts from another encoding. It reads the pointer to the handler
-    // without a test there, so that no handler may be taken back; without user data they do
-    // nothing.
+    // A stopped parser still reports the end tag of an empty element, and the rest of a text that
+    // it is converting from another encoding. There it calls the handler without testing whether
+    // one is installed. The handlers therefore stay installed; null user data makes the trampolines
+    // return at once.
     XML_SetUserData(m_p, nullptr);
     XML_StopParser(m_p, XML_FALSE);
   }
 
-  /// The innermost parse of this thread; null when none is running.
+  /// The innermost call of Parse in this thread, for all parsers of this class; null when none is
+  /// running.
   static Run*& Innermost() {
     static thread_local Run* run = nullptr;
     return run;

@@ -1,3 +1,7 @@
+// Reading a file into memory with the calls of the system. The buffer is taken in the size of the
+// file where that is known, and doubled where it is not, as for pipes. Tested by
+// tests/parse/XMLDocumentLoadFile_test.cpp.
+
 #include <xmldom/parse/FileText.h>
 
 #include <fcntl.h>
@@ -38,7 +42,8 @@ void FileText::Reserve(std::size_t capacity) {
   m_capacity = capacity;
 }
 
-// One byte more than a regular file holds, so that the read which finds its end needs no room.
+/// How much room to begin with. It is one byte more than a regular file holds, so that the call
+/// that finds the end of the file needs no more of it. Stores the size of such a file in m_size.
 std::size_t FileText::ExpectedSize(std::size_t most) {
   struct stat status;
   if (fstat(m_file, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size <= 0) return 4096;

@@ -1,10 +1,14 @@
+// Building the tree of a load. Nodes are appended behind the last one, which is remembered, and
+// texts are collected before they are stored, so that no chain is searched and no text copied again
+// and again. Tested by tests/parse/XMLSax_test.cpp and tests/growth/Growth_test.cpp.
+
 #include <xmldom/parse/GrowingTree.h>
 
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
-#include <xmldom/dom/NodeReference.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>
+#include <xmldom/ptr/XMLPtr.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -26,7 +30,8 @@ GrowingTree::~GrowingTree() {
 
 void GrowingTree::StartElement(const char* name, const char** attributes) {
   if (!m_text.empty()) StoreText(*Top());
-  NodeReference element(NewNode(m_document, NODE_ELEMENT, name, std::strlen(name), nullptr, 0));
+  XMLPtr<IXMLDOMNode> element =
+      Adopt(NewNode(m_document, NODE_ELEMENT, name, std::strlen(name), nullptr, 0));
   if (attributes != nullptr && attributes[0] != nullptr) AddAttributes(element.Get(), attributes);
   IXMLDOMNode* node = element.Detach();
   Link(node);
@@ -47,11 +52,12 @@ void GrowingTree::Finish() {
   }
 }
 
+/// Adds the attributes of an element that has none yet.
 void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
   IXMLDOMNode* last = nullptr;
   for (; attributes[0] != nullptr; attributes += 2) {
     const char* value = attributes[1];
-    // Most values are stored as they are, and their length falls off while that is found out.
+    // Most values need no escaping; strcspn then returns their length, which NewNode needs.
     std::size_t length = std::strcspn(value, "&<>\"'");
     if (value[length] != '\0') {
       value = Escaped(value);
@@ -63,11 +69,12 @@ void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
     AppendBehind(last, element->m_pFirstAttribute, attribute);
     last = attribute;
   }
-  // As after any attribute that was added.
+  // Adding an attribute clears the error code.
   CXML::ClearXMLError();
 }
 
-/// The form in which a value is stored, in m_attributeValue; borrowed until the next call.
+/// Writes the form in which a value is stored into m_attributeValue. Result: that form, borrowed
+/// until the next call.
 const char* GrowingTree::Escaped(const char* value) {
   m_attributeValue.m_uPosition = 0;
   m_attributeValue.m_uLength = 0;
@@ -87,8 +94,8 @@ void GrowingTree::Link(IXMLDOMNode* node) {
   parent->lastChild = node;
 }
 
-/// Stores the text that was gathered: in a child of its own the first time, which gets its exact
-/// size, since most texts have no tag in them.
+/// Stores the text that has been collected. The first piece of an element's text gets a child and
+/// exactly the memory that it needs, because most texts have no tag in them and do not grow.
 void GrowingTree::StoreText(OpenElement& element) {
   if (element.text == nullptr) {
     element.text = NewNode(m_document, NODE_TEXT, kTextName, std::strlen(kTextName), m_text.data(),
@@ -101,6 +108,8 @@ void GrowingTree::StoreText(OpenElement& element) {
   m_text.clear();
 }
 
+/// Appends the text that has been collected to the child that holds the element's text. The memory
+/// at least doubles each time, so that all pieces together are copied in linear time.
 void GrowingTree::GrowText(OpenElement& element) {
   char*& value = element.text->m_pszValue;
   const std::size_t length = element.textLength + m_text.size();
@@ -115,6 +124,7 @@ void GrowingTree::GrowText(OpenElement& element) {
   element.textLength = length;
 }
 
+/// Gives back the memory that a text does not need. The text stays as it is when that fails.
 void GrowingTree::TrimText(OpenElement& element) {
   if (element.textCapacity == element.textLength) return;
   void* value = std::realloc(element.text->m_pszValue, element.textLength + 1);
@@ -122,8 +132,8 @@ void GrowingTree::TrimText(OpenElement& element) {
   element.textCapacity = element.textLength;
 }
 
-/// A document has as many stack elements as elements, but few at a time: their memory is used
-/// again.
+/// Puts an open element on the stack. Its memory is that of a popped one if possible: over a load
+/// there are as many stack elements as elements, but only as many at a time as the tree is deep.
 void GrowingTree::PushOpen(IXMLDOMNode* node) {
   void* memory = m_spare;
   if (memory != nullptr) {
@@ -134,6 +144,7 @@ void GrowingTree::PushOpen(IXMLDOMNode* node) {
   m_stack->m_pTop = new (memory) OpenElement(node, m_stack->m_pTop);
 }
 
+/// Takes the innermost element from the stack and keeps its memory.
 void GrowingTree::PopOpen() {
   OpenElement* top = Top();
   m_stack->m_pTop = top->m_pNext;

@@ -12,16 +12,17 @@ class IXMLDOMNode;
 
 namespace xmldom {
 
-/// The tree of a document while it is parsed.
+/// The tree of a document while it is being parsed.
 ///
-/// It knows the end of every chain that can still grow, and gathers the pieces of a text before it
-/// stores them, so that a load is linear whatever its shape. It keeps what it knows of each open
-/// element in the stack that everybody can see. The tree is complete up to the last event but for
-/// the text gathered since the last tag; Finish stores that. Effects of all members: std::bad_alloc
-/// when memory is out.
+/// This class remembers the last child and the text of every open element, and collects the pieces
+/// of a text before it stores them. A load is therefore linear in the text, whatever the shape of
+/// the tree. What it remembers is in the elements of the public stack, which it makes of a class of
+/// its own. Nobody else may change the tree or the stack while this object lives. After each call
+/// the tree holds all of the text that has been parsed, except what has been collected since the
+/// last tag; Finish stores that. Effects of all members: std::bad_alloc when memory is out.
 class GrowingTree {
  public:
-  /// For an empty document and an empty stack, both of which must outlive this.
+  /// Begins the tree of a document that is empty, with a stack that is empty. Both are borrowed.
   GrowingTree(IXMLDOMDocument2* document, CNodeStack* stack);
   ~GrowingTree();
 
@@ -30,31 +31,34 @@ class GrowingTree {
 
   bool HasOpenElement() const { return m_stack->m_pTop != nullptr; }
 
-  /// Opens an element below the innermost open one. Of `attributes` (name, value, name, value, ...,
-  /// null) no two may have the same name.
+  /// Adds an element as last child of the innermost open one, or of the document, and opens it.
+  /// `attributes` is name, value, name, value, ..., null, or null; no two names may be the same.
+  /// Effects: clears the error code if there are attributes, as adding one does.
   void StartElement(const char* name, const char** attributes);
 
   /// Closes the innermost open element; there must be one.
   void EndElement();
 
-  /// Appends to the text of the innermost open element; there must be one.
+  /// Appends to the text of the innermost open element; there must be one. All text of an element
+  /// goes into one child, which stands where the first piece of it was.
   void AppendText(const char* text, std::size_t length) { m_text.append(text, length); }
 
-  /// Stores what has been gathered, and cuts the texts of all open elements to their exact size.
+  /// Stores the text that has been collected, and gives back what memory the texts of the open
+  /// elements do not need. The last call of a load, which may have ended with elements open.
   void Finish();
 
  private:
-  /// All stack elements of a growing tree are of this class.
+  /// An open element. While this object lives, all elements of the stack are of this class.
   struct OpenElement : CNodeStackElt {
     OpenElement(IXMLDOMNode* element, CNodeStackElt* below) : CNodeStackElt(element, below) {}
 
     IXMLDOMNode* lastChild = nullptr;
-    IXMLDOMNode* text = nullptr;   // the "#Text" child
-    std::size_t textLength = 0;    // of its value
-    std::size_t textCapacity = 0;  // of its value, without the terminator
+    IXMLDOMNode* text = nullptr;   // the child that holds the text; null before there is one
+    std::size_t textLength = 0;    // the length of its value
+    std::size_t textCapacity = 0;  // what its value has room for, without the terminator
   };
 
-  /// The innermost one, null when none is open.
+  /// The innermost open element; null when none is open.
   OpenElement* Top() const { return static_cast<OpenElement*>(m_stack->m_pTop); }
 
   void AddAttributes(IXMLDOMNode* element, const char** attributes);
@@ -68,9 +72,9 @@ class GrowingTree {
 
   IXMLDOMDocument2* m_document;
   CNodeStack* m_stack;
-  std::string m_text;         // of the innermost open element, since the last tag
-  CMemFile m_attributeValue;  // the one being escaped
-  void* m_spare;              // memory of popped stack elements, each begins with the next
+  std::string m_text;         // the text that has been collected since the last tag
+  CMemFile m_attributeValue;  // the attribute value that is being escaped
+  void* m_spare;  // blocks of popped stack elements, to be used again; each begins with the next
 };
 
 }  // namespace xmldom

@@ -1,4 +1,5 @@
-// The stack of open elements that applications see. Tested by tests/parse/NodeStack_test.cpp.
+// The stack of open elements, a linked list. A load puts elements of a derived class on it, see
+// GrowingTree.h. Tested by tests/parse/NodeStack_test.cpp.
 
 #include <xmldom/parse/NodeStack.h>
 
@@ -12,7 +13,7 @@ CNodeStackElt::CNodeStackElt(IXMLDOMNode* node, CNodeStackElt* next)
 
 CNodeStackElt::~CNodeStackElt() {
   --m_iObjCount;
-  // Takes the stack apart here, so that the number of open elements does not touch the call stack.
+  // A loop, not a recursion: there can be more open elements than the call stack has room for.
   while (m_pNext != nullptr) {
     CNodeStackElt* below = m_pNext;
     m_pNext = below->m_pNext;

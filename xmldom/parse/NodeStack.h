@@ -8,33 +8,34 @@
 
 class IXMLDOMNode;
 
-/// One open element, while its document is being built.
+/// An element of the stack of open elements.
 class XMLDOM_API CNodeStackElt {
  public:
-  /// Takes no reference on `node`.
+  /// Stands for `node`, on which it takes no reference, on top of `next`.
   CNodeStackElt(IXMLDOMNode* node, CNodeStackElt* next);
-  /// Destroys the elements below this one too: null m_pNext first to keep them.
+  /// Destroys the elements below this one too; set m_pNext to null before to keep them.
   ~CNodeStackElt();
 
   CNodeStackElt(const CNodeStackElt&) = delete;
   CNodeStackElt& operator=(const CNodeStackElt&) = delete;
 
-  /// A load derives from this class what it has to know of an open element, and gives such objects
-  /// back through this class, which has no virtual destructor: memory is released without its size.
+  /// Deliberate: the size is not used when memory is released. A load puts objects of a derived
+  /// class on the stack, which are deleted through this class, whose destructor is not virtual.
   static void* operator new(std::size_t size) { return ::operator new(size); }
   static void* operator new(std::size_t, void* memory) noexcept { return memory; }
   static void operator delete(void* p) { ::operator delete(p); }
 
-  IXMLDOMNode* m_pNode;    ///< The element; not referenced.
-  CNodeStackElt* m_pNext;  ///< The element around this one.
+  IXMLDOMNode* m_pNode;    ///< The node that is open; no reference is held.
+  CNodeStackElt* m_pNext;  ///< The next element further out; null for the outermost.
 
   static int m_iObjCount;  ///< Live stack elements.
 };
 
-/// The open elements of a load, innermost on top.
+/// The elements of a document that have been opened and not yet closed while it is built, the
+/// innermost on top.
 class XMLDOM_API CNodeStack {
  public:
-  /// An empty stack.
+  /// Makes an empty stack.
   CNodeStack();
   ~CNodeStack();
 
@@ -42,10 +43,10 @@ class XMLDOM_API CNodeStack {
   CNodeStack& operator=(const CNodeStack&) = delete;
 
   void Push(IXMLDOMNode* node);  ///< Puts an element on top; takes no reference.
-  /// Drops the top; an empty stack stays as it is.
+  /// Removes the top; does nothing when the stack is empty.
   void Pop();
 
-  CNodeStackElt* m_pTop;  ///< Null when empty.
+  CNodeStackElt* m_pTop;  ///< The innermost open element; null when the stack is empty.
 
   static int m_iObjCount;  ///< Live stacks.
 };

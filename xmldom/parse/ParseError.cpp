@@ -1,5 +1,5 @@
-// The outcome of a load as an object of its own: a copy of what the parser told. Tested by
-// tests/parse/ParseError_test.cpp.
+// The record of a load's outcome, and its getters. IXMLDOMDocument2::get_parseError, which fills
+// it, is in XMLDocumentLoad.cpp. Tested by tests/parse/ParseError_test.cpp.
 
 #include <xmldom/parse/ParseError.h>
 
@@ -39,7 +39,7 @@ IXMLDOMParseError::~IXMLDOMParseError() {
 
 IXMLDOMParseError& IXMLDOMParseError::operator=(IXMLDOMParseError& other) {
   if (this == &other) return *this;
-  // Both copies are made before anything changes: there may be no memory for the second.
+  // Both copies are made before anything changes, because there may be no memory for the second.
   BSTR reason = SysAllocString(other.m_bstrReason);
   BSTR srcText = nullptr;
   try {

@@ -1,8 +1,12 @@
+// The members of the document that use its builder: every load makes a new one, which then stays to
+// tell the outcome. Tested by tests/parse/XMLDocumentLoad_test.cpp,
+// tests/parse/XMLDocumentLoadFile_test.cpp and, for get_parseError,
+// tests/parse/ParseError_test.cpp.
+
 #include <xmldom/dom/XMLDocument.h>
+
 #include <xmldom/parse/ParseError.h>
 #include <xmldom/parse/XMLSax.h>
-
-// The members of the document that deal with its builder.
 
 void IXMLDOMDocument2::DestroyBuilder() {
   delete m_pSax;
@@ -12,7 +16,7 @@ void IXMLDOMDocument2::DestroyBuilder() {
 void IXMLDOMDocument2::ResetBuilder() {
   DestroyBuilder();
   m_pSax = new CXMLSax(this);
-  // Without a parser the parse that follows asserts.
+  // The result is not looked at: when there is no parser, the load that follows asserts.
   m_pSax->CreateParser();
 }
 
@@ -27,6 +31,8 @@ HRESULT IXMLDOMDocument2::loadXML(char* xml, short* pbSuccess) {
   return *pbSuccess == VARIANT_TRUE ? S_OK : S_FALSE;
 }
 
+// A log function may release the document in the last act of a load; nothing of the document is
+// used after it.
 HRESULT IXMLDOMDocument2::load(char* path, short* pbSuccess) {
   if (pbSuccess == nullptr) return E_ARGUMENT;
   ResetBuilder();

@@ -1,3 +1,7 @@
+// The loads of the builder: the document is emptied, the text is parsed in one call, and the event
+// of a text that was refused is posted when everything else is done. Tested by
+// tests/parse/XMLSax_test.cpp, XMLSaxMemory_test.cpp and XMLSaxEventsOfALoad_test.cpp.
+
 #include <xmldom/parse/XMLSax.h>
 
 #include <xmldom/dom/LogKinds.h>
@@ -28,6 +32,7 @@ CXMLSax::~CXMLSax() {
   --m_iObjCount;
 }
 
+/// Empties the document and makes an empty stack.
 void CXMLSax::StartLoad() {
   m_errorBeforeParse = XML_ERROR_NO_MEMORY;
   delete m_pNodeStack;
@@ -70,11 +75,13 @@ HRESULT CXMLSax::LoadFromFile(const char* path) {
   return outcome.parsed ? S_OK : S_FALSE;
 }
 
+/// Parses a text in one call and completes the tree, also when the parse fails or throws. Does not
+/// post the event of a text that it refuses.
 CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length) {
   Outcome outcome = {false, false, 0};
   if (length > INT_MAX) {
     outcome.excess = length;
-    // An empty text gives the parser an error to tell.
+    // An empty text is parsed instead, so that the parser has an error to tell.
     text = "";
     length = 0;
   }
@@ -90,7 +97,7 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
     try {
       tree.Finish();
     } catch (...) {
-      // What was thrown first is what the caller has to know.
+      // The first exception is the one that the caller gets.
     }
     throw;
   }
@@ -105,8 +112,8 @@ void CXMLSax::EndParse() {
   m_pEntityNesting = nullptr;
 }
 
-/// Posts why a text was refused. A sink may load into the document again or release it, and with it
-/// this builder: nothing of either is used from here on.
+/// Posts the event of a text that was refused. The log function may load into the document again or
+/// release it, and so destroy this builder: after this call nothing of either may be used.
 void CXMLSax::Post(const Outcome& outcome) {
   if (outcome.excess > 0) {
     CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,

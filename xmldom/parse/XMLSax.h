@@ -7,7 +7,6 @@
 #include <xmldom/parse/NodeStack.h>
 
 class IXMLDOMDocument2;
-class IXMLDOMNode;
 
 namespace xmldom {
 class EntityNesting;
@@ -16,12 +15,15 @@ class GrowingTree;
 
 class CXMLSax;
 
-// The library's own instance serves everybody, so that a parser and its handlers never come from
-// two.
+// Applications use the instance of the library, so that a parser and the trampolines that were
+// installed on it never come from two different ones.
 extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 
-/// Builds the tree of a document from Expat's events. A document makes one for each load and keeps
-/// it until the next, so that its parse error can be asked for.
+/// Builds the tree of a document from the events of an Expat parser. A document makes a builder for
+/// each load and keeps it until the next, because get_parseError asks its parser.
+///
+/// Applications may also use a builder themselves, for one load, or call its handlers by hand with
+/// a stack in m_pNodeStack.
 ///
 /// While a load runs, code of an application runs only in handlers that it has installed on m_p
 /// with Expat's functions (XML_SetCommentHandler and the like), and in what these call. A handler
@@ -32,48 +34,54 @@ extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 /// throw, and so may a log sink, whose events a load posts when it has ended.
 class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
  public:
-  /// A builder without parser; `document` is not referenced.
+  /// Makes a builder for `document`, on which it takes no reference. CreateParser must be called
+  /// before a load.
   explicit CXMLSax(IXMLDOMDocument2* document);
   ~CXMLSax();
 
   CXMLSax(const CXMLSax&) = delete;
   CXMLSax& operator=(const CXMLSax&) = delete;
 
-  CNodeStack* m_pNodeStack;       ///< The open elements; null before a load.
-  IXMLDOMDocument2* m_pDocument;  ///< The document being filled.
-  int m_bFirstElement;            ///< True until the first start tag of a load.
+  CNodeStack* m_pNodeStack;       ///< The open elements, the builder's; null before a load.
+  IXMLDOMDocument2* m_pDocument;  ///< The document that is filled.
+  int m_bFirstElement;            ///< Not 0 from the beginning of a load to its first start tag.
 
   static int m_iObjCount;  ///< Live builders.
 
-  /// Opens an element: `attributes` is name, value, name, value, ..., null.
+  /// Adds an element and opens it; does nothing without a stack. `attributes` is name, value, name,
+  /// value, ..., null, or null. Effects: std::bad_alloc when memory is out.
   void OnStartElement(const char* name, const char** attributes);
-  /// Closes the innermost open element; the name is not looked at.
+  /// Closes the innermost open element, whatever its name; does nothing when none is open.
   void OnEndElement(const char* name);
-  /// Appends text or other markup, as written, to the text of the innermost open element.
+  /// Appends text or other markup, as written, to the text of the innermost open element; does
+  /// nothing when none is open, nor for white space alone when the document has formatted layout.
+  /// Effects: std::bad_alloc when memory is out.
   void OnDefault(const char* text, int length);
 
   /// Empties the document and loads a text; null counts as empty. Result: whether it parsed.
+  /// Effects: those of IXMLDOMDocument2::loadXML.
   bool LoadXML(const char* text);
   /// Empties the document and loads a file. Result: S_OK; S_FALSE when it did not parse;
-  /// E_FILENOTOPENED when it could not be opened, the document then stays as it was.
-  /// Effects: a CLogException* passes through; any other exception gives S_FALSE.
+  /// E_FILENOTOPENED when it could not be opened, and the document stays as it was.
+  /// Effects: those of IXMLDOMDocument2::load: a CLogException* passes through; any other exception
+  /// gives S_FALSE.
   HRESULT LoadFromFile(const char* path);
 
-  /// Fills `buffer` with the tag around the current position, cut to `size` - 1 bytes; "undefined"
-  /// when Expat has none. A `size` below 1 writes nothing. Result: `buffer`.
+  /// Writes the tag at the parser's current position into `buffer`, at most `size` - 1 bytes of it;
+  /// "undefined" when Expat has no input. A `size` below 1 writes nothing. Result: `buffer`.
   char* GetErrorTag(char* buffer, int size);
-  /// Fills `buffer` with reason, tag (which may have several lines), line and column, cut to `size`
-  /// - 1 bytes. Result: `buffer`.
+  /// Writes reason, tag, line and column into `buffer` as one text, at most `size` - 1 bytes of it,
+  /// which has several lines when the tag has. Result: `buffer`.
   char* GetErrorStr(char* buffer, int size);
 
  private:
   friend class IXMLDOMDocument2;
 
-  /// What became of a text.
+  /// The outcome of a parse: what is still needed when nothing of the builder may be used any more.
   struct Outcome {
     bool parsed;
-    bool nestsTooDeep;          ///< Refused for a chain of entities.
-    unsigned long long excess;  ///< The size of a text that was refused for it, else 0.
+    bool nestsTooDeep;          ///< The text was refused for a chain of entities.
+    unsigned long long excess;  ///< The size of a text that was refused for its size; else 0.
   };
 
   XMLDOM_HIDDEN XML_Error LoadError();
@@ -81,15 +89,16 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
   XMLDOM_HIDDEN static void Post(const Outcome& outcome);
   XMLDOM_HIDDEN void EndParse();
-  XMLDOM_HIDDEN IXMLDOMNode* TopNode() const;
   XMLDOM_HIDDEN bool Drops(const char* text, int length) const;
-  XMLDOM_HIDDEN void OnOtherDefault(const char* text, int length);
   XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
+  XMLDOM_HIDDEN void StartElementByHand(const char* name, const char** attributes);
+  XMLDOM_HIDDEN void AppendTextByHand(const char* text, int length);
 
-  // From the start of a load to its parse XML_ERROR_NO_MEMORY, the only reason why it could end
-  // there; else XML_ERROR_NONE.
+  // XML_ERROR_NO_MEMORY from the beginning of a load to the beginning of its parse, because nothing
+  // else can end a load there; otherwise XML_ERROR_NONE.
   XML_Error m_errorBeforeParse;
-  // Both only while a parse runs:
+  // Not null while a load runs its parse; the second only where Expat expands entities by
+  // recursion.
   xmldom::GrowingTree* m_pTree;
   xmldom::EntityNesting* m_pEntityNesting;
 };

@@ -1,3 +1,7 @@
+// What the builder tells of an error: the code, the tag at the parser's position, and both in one
+// text. The tag is cut out of the input that Expat keeps. Tested by
+// tests/parse/XMLSaxError_test.cpp.
+
 #include <xmldom/parse/XMLSax.h>
 
 #include <cstdio>
@@ -5,8 +9,9 @@
 
 namespace {
 
-/// Finds the tag around `offset` in `context`, no byte of which is read outside `size`. Result: its
-/// length, from `*begin` on.
+/// Finds the tag around a position: from the last '<' at or before it, or else from the first byte,
+/// to the next '>', or else to the end. `context` has `size` bytes. Out: where the tag begins.
+/// Result: its length.
 int FindTag(const char* context, int offset, int size, int* begin) {
   int start = offset < size ? offset : size;
   if (start > 0 && (start == size || context[start] != '<')) {
@@ -24,8 +29,7 @@ int FindTag(const char* context, int offset, int size, int* begin) {
 
 }  // namespace
 
-/// The code of what ended the load: that of Expat, which knows nothing of what came before its
-/// parse.
+/// The code of the error that ended the load. Expat does not know of one before the parse began.
 XML_Error CXMLSax::LoadError() {
   return m_errorBeforeParse == XML_ERROR_NONE ? GetErrorCode() : m_errorBeforeParse;
 }
@@ -35,7 +39,7 @@ char* CXMLSax::GetErrorTag(char* buffer, int size) {
   int offset = 0;
   int contextSize = 0;
   const char* context = GetInputContext(&offset, &contextSize);
-  // Without input some versions of Expat have no context, and some an empty one.
+  // For an empty text, some versions of Expat have no input and some an empty one.
   if (context == nullptr || contextSize == 0) {
     std::strncpy(buffer, "undefined", static_cast<std::size_t>(size));
     buffer[size - 1] = '\0';

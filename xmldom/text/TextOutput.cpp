@@ -3,6 +3,7 @@
 
 #include <xmldom/text/TextOutput.h>
 
+#include <xmldom/base/Export.h>
 #include <stdexcept>
 
 namespace xmldom {
@@ -16,7 +17,7 @@ void TextBuffer::WriteThrough(const char* text, unsigned int length) {
   }
 }
 
-__attribute__((cold)) void TextBuffer::Rescue() noexcept {
+XMLDOM_COLD void TextBuffer::Rescue() noexcept {
   try {
     for (unsigned int i = 0; i < m_length; ++i) m_target.Write(m_text + i, 1);
   } catch (...) {

@@ -4,6 +4,7 @@
 
 #include <xmldom/text/XMLWriter.h>
 
+#include <xmldom/base/Export.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/TreeWalk.h>
@@ -110,8 +111,7 @@ class Writer {
 
   /// Writes everything of a node that stands before its other children. `index`: its number in the
   /// page, or null. Result: the first child, when there are other children to write.
-  __attribute__((noinline)) IXMLDOMNode* Open(IXMLDOMNode* node, long long level,
-                                              const int* index) {
+  XMLDOM_NOINLINE IXMLDOMNode* Open(IXMLDOMNode* node, long long level, const int* index) {
     if (node->m_pOwnerDocument == nullptr && m_owners == OWNERS_NOT_KNOWN) {
       m_metMissingOwner = true;
       return nullptr;
@@ -174,7 +174,7 @@ class Writer {
     if (!m_arguments.masked) WriteText(m_text, xmldom::StoredValueOf(node));
   }
 
-  __attribute__((cold)) void WriteDebugDecoration(const IXMLDOMNode* node) {
+  XMLDOM_COLD void WriteDebugDecoration(const IXMLDOMNode* node) {
     m_text.Flush().WriteF("  addr='%p'  refcount='%d'", static_cast<const void*>(node),
                           node->GetRefCount());
   }
@@ -212,12 +212,12 @@ class Writer {
 
   /// Tests the owner links of a text and of what an application has put below it: nodes that the
   /// walk does not come to.
-  __attribute__((cold)) void TestOwners(IXMLDOMNode* text) {
+  XMLDOM_COLD void TestOwners(IXMLDOMNode* text) {
     if (m_owners == OWNERS_NOT_KNOWN && xmldom::MissesOwner(text)) m_metMissingOwner = true;
   }
 
   /// Result: whether page attributes were written.
-  __attribute__((cold)) bool WritePageAttributes() {
+  XMLDOM_COLD bool WritePageAttributes() {
     if (m_arguments.currentPage < 0 || m_arguments.numPages < 0) return false;
     m_text.Flush().WriteF(" curPage = '%d' numPages = '%d'", m_arguments.currentPage,
                           m_arguments.numPages);
@@ -225,7 +225,7 @@ class Writer {
   }
 
   /// Logs that a stored page attribute of the node is not written.
-  __attribute__((cold)) void ReportStripped(IXMLDOMNode* node) {
+  XMLDOM_COLD void ReportStripped(IXMLDOMNode* node) {
     m_text.Flush();
     CLogger::PostLogEvent(xmldom::kLogData, xmldom::kSeverityTrace,
                           "IXMLDOMNode::GetXMLHelper - paged attributes already present in "
@@ -238,13 +238,13 @@ class Writer {
     return IsPaged(node) && m_arguments.padTemplate != nullptr && m_arguments.count >= 1;
   }
 
-  __attribute__((cold)) void WritePlaceholders() {
+  XMLDOM_COLD void WritePlaceholders() {
     Pad(m_text.Flush(), m_arguments.padTemplate, 0, m_arguments.count);
   }
 
   /// Fills the page up. All children of the paged node have been counted by now, also those behind
   /// the page.
-  __attribute__((cold)) void EndPage() {
+  XMLDOM_COLD void EndPage() {
     const long long last = static_cast<long long>(m_arguments.first) - 1 + m_arguments.count;
     Pad(m_text.Flush(), m_arguments.padTemplate, m_position,
         static_cast<int>(std::max<long long>(INT_MIN, std::min<long long>(INT_MAX, last))));
