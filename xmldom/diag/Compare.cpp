@@ -48,7 +48,7 @@ class Comparison {
     if (walkDepth == 0) return EnterPair(Pair{first, m_second}, m_topDepth);
     const int parentDepth = DepthOf(walkDepth) - 1;
     if (m_second == nullptr) {
-      ReportCount(parentDepth, "Node 1 has more children than Node 2\n", m_open.Top());
+      ReportNumber(parentDepth, "Node 1 has more children than Node 2\n", m_open.Top());
       return nullptr;
     }
     const Pair pair = {first, m_second};
@@ -88,7 +88,7 @@ class Comparison {
   void ClosePair(int depth) {
     const Pair pair = m_open.Top();
     if (m_second != nullptr) {
-      ReportCount(depth, "Node 2 has more children than Node 1\n", pair);
+      ReportNumber(depth, "Node 2 has more children than Node 1\n", pair);
       return;
     }
     m_open.Pop();
@@ -110,10 +110,10 @@ class Comparison {
       }
     }
     if (first != nullptr) {
-      return ReportCount(depth, "Node 1 has more attributes than Node 2\n", pair);
+      return ReportNumber(depth, "Node 1 has more attributes than Node 2\n", pair);
     }
     if (second != nullptr) {
-      return ReportCount(depth, "Node 2 has more attributes than Node 1\n", pair);
+      return ReportNumber(depth, "Node 2 has more attributes than Node 1\n", pair);
     }
     return true;
   }
@@ -160,7 +160,7 @@ class Comparison {
     return Dump(pair);
   }
 
-  XMLDOM_COLD bool ReportCount(int depth, const char* what, const Pair& pair) {
+  XMLDOM_COLD bool ReportNumber(int depth, const char* what, const Pair& pair) {
     WriteHead(depth, what);
     return Dump(pair);
   }

@@ -6,15 +6,19 @@
 class CMemFile;
 class IXMLDOMNode;
 
-/// Compares two trees, either of which may be null: attributes with their values, in order, and
-/// children with their types and names, in order, and the values of texts. The names and types of
-/// the two nodes themselves are not compared, nor values of nodes that are no texts. Texts that are
-/// missing equal only each other, and are reported as "(null)".
+/// Compares two trees up to the first difference. Either node may be null.
 ///
-/// `depth` is the level that the report counts from. At 0 the report is emptied first, and a
-/// document stands for its first child. Result: 1 when they are equal; 0 at the first difference,
-/// with an account of it in `report`. Cost: linear in the smaller tree, and in the XML of the two
-/// nodes that are reported.
+/// Compared are, in their order, the attributes (names and values) and the children (types and
+/// names) of every pair of elements that is reached, and the values of texts. Not compared are the
+/// names and types of the two nodes themselves, and the values of nodes other than texts. A name or
+/// a value that is missing equals only a missing one, and is reported as "(null)".
+///
+/// `depth` is the level from which the report counts. Pass 0: then the report is emptied first, and
+/// a document stands for its first child.
+///
+/// Result: 1 when the trees are equal; 0 at the first difference, which `report` then describes,
+/// with the XML of the two nodes. Effects: what writing that XML throws; the report then holds what
+/// was written before. Cost: linear in the smaller tree and in the XML of the two nodes.
 XMLDOM_API int CompareXMLNodes(IXMLDOMNode* pNode1, IXMLDOMNode* pNode2, CMemFile& report,
                                int depth);
 

@@ -6,10 +6,10 @@
 
 #include <cstddef>
 
-/// One step of a parsed path.
+/// One step of a parsed path, in a linked list of all its steps.
 class XMLDOM_API CStrListElt {
  public:
-  /// Copies the first `length` bytes of `text`.
+  /// Copies the first `length` bytes of `text`. Effects: std::bad_alloc when memory is out.
   CStrListElt(const char* text, std::size_t length);
   /// Destroys the steps behind this one too.
   ~CStrListElt();
@@ -23,34 +23,38 @@ class XMLDOM_API CStrListElt {
   static int m_iObjCount;  ///< Live steps.
 };
 
-/// A path, cut into steps at each '/' outside square brackets; the run of '/' that it begins with
-/// is its prefix. Quotes do not protect brackets. Every cut makes a step, also an empty one.
+/// A parsed path. The slashes that it begins with are its prefix. The rest is cut into steps at
+/// each
+/// '/' that stands outside square brackets; every cut makes a step, also an empty one, so that
+/// `a//b` has three. Quotes have no meaning here: the first ']' ends the brackets, even within
+/// quotes.
 class XMLDOM_API CXPathList {
  public:
-  /// No steps, no prefix.
+  /// An empty list, without steps and without prefix.
   CXPathList();
   ~CXPathList();
 
   CXPathList(const CXPathList&) = delete;
   CXPathList& operator=(const CXPathList&) = delete;
 
-  /// Appends the steps of `path`; its prefix, if it has one, replaces the earlier one.
+  /// Appends the steps of `path`. When `path` has a prefix, that replaces the earlier one.
   /// Result: 1; 0 for a null or empty path, which changes nothing. Cost: linear in all steps.
-  /// Effects: std::bad_alloc when memory is out; the steps appended by then stay.
+  /// Effects: std::bad_alloc when memory is out; the steps that were appended before that stay.
   int ParsePath(const char* path);
   int ParsePath(_bstr_t path);
 
-  /// Builds the index anew; to be called after the steps or their count were changed by hand.
-  /// Entries that the count has beyond the last step are null. Effects: std::bad_alloc when memory
-  /// is out; there is no index then. Cost: linear in the steps and in the count.
+  /// Builds the index anew. Call it after you have changed the steps or their count yourself. When
+  /// the count is greater than the number of steps, the entries beyond the last step are null.
+  /// Effects: std::bad_alloc when memory is out; there is no index then. Cost: linear in the steps
+  /// and in the count.
   void CreateIndex();
 
   char* m_pszPrefix;      ///< C heap; null when the path does not begin with '/'.
   CStrListElt* m_pFirst;  ///< The first step, or null.
   CStrListElt* m_pLast;   ///< The last step, or null.
   int m_nCount;           ///< How many steps there are.
-  char** m_ppIndex;       ///< The texts of the steps, not copied; null before it is built.
-  bool m_bDescendant;     ///< The prefix holds "//".
+  char** m_ppIndex;       ///< The texts of the steps in order, borrowed; null before it is built.
+  bool m_bDescendant;     ///< The prefix has two slashes or more.
   bool m_bAbsolute;       ///< There is a prefix.
 
   static int m_iObjCount;  ///< Live lists.

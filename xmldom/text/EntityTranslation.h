@@ -5,13 +5,17 @@
 
 class CMemFile;
 
-/// Appends `pszIn` to `out` with its references replaced by what they stand for; null counts as
-/// empty. A reference runs from '&' to the next ';'. Known are decimal character references, and
-/// the five predefined entities by any prefix of their names in any case; hexadecimal references
-/// yield nothing. Result: 1; 0 when a reference was unknown. It is then copied as it stands and
-/// logged (type 11, severity 4). Effects: a text that holds a reference prints a debug line to
-/// standard output, with the whole of `out`, unless SetDebugEntities(false) was called. Cost:
-/// linear in the text, and in the printed and logged bytes.
+/// Appends `pszIn` to `out`, with its references replaced by the characters that they stand for. A
+/// null text counts as empty.
+///
+/// A reference is everything from an '&' to the next ';'. Two kinds are known: decimal references
+/// to characters, such as "&#233;", and the five predefined entities, by any prefix of their names
+/// and in upper or lower case. A hexadecimal reference is replaced by nothing.
+///
+/// Result: 1; 0 when at least one reference was unknown. Effects: an unknown reference is copied as
+/// it stands and logged (type 11, severity 4). A text that holds a reference prints a debug line to
+/// standard output, with everything that `out` holds, unless SetDebugEntities(false) was called.
+/// Cost: linear in the text, and in the bytes that are printed and logged.
 XMLDOM_API int TranslateEntities(const char* pszIn, CMemFile& out);
 
 #endif
