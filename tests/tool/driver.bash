@@ -20,9 +20,11 @@ trap 'rm -rf "$scratch"' EXIT
 export LC_ALL=C TERM=xterm
 unset NO_COLOR
 
-# An emulator, which the script of a cross build starts, is slower than the machine by about as much.
+# By about how much the tool is slower than a plain build: in an emulator, which the script of a cross
+# build starts, and under the address sanitizer.
 slowness=1
 if grep -qa "^exec 'qemu-" "$tool"; then slowness=20; fi
+if grep -qa __asan_init "$tool"; then slowness=5; fi
 
 # scaled COUNT: as many of something large as there is time for.
 scaled() { echo $(($1 / slowness)); }
