@@ -71,6 +71,14 @@ const Refusal kRefusals[] = {
 
 /// All cases run with a parser that expands entities by recursion, or says so.
 class XMLSaxEventsOfALoad : public testing::TestWithParam<Refusal> {
+ protected:
+  void SetUp() override {
+    // Half of the addresses of a 32-bit machine cannot be had again and again.
+    if (sizeof(void*) == 4 && GetParam().load == LoadHugeText) {
+      GTEST_SKIP() << "the text needs half of all addresses";
+    }
+  }
+
  private:
   ExpatVersion m_recursing{2, 6, 4};
 };
