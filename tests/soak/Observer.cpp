@@ -21,19 +21,17 @@ const int kUntouchedErrorCode = 77;
 Observer::Observer() {
   CLogger::SetSink(Collect, this);
   std::fflush(stdout);
-  char name[] = "/tmp/xmldom-printed-XXXXXX";
-  m_file = mkstemp(name);
-  if (m_file < 0) std::abort();
-  unlink(name);
+  m_file = std::tmpfile();
+  if (m_file == nullptr) std::abort();
   m_stdout = dup(STDOUT_FILENO);
-  dup2(m_file, STDOUT_FILENO);
+  dup2(fileno(m_file), STDOUT_FILENO);
 }
 
 Observer::~Observer() {
   std::fflush(stdout);
   dup2(m_stdout, STDOUT_FILENO);
   close(m_stdout);
-  close(m_file);
+  std::fclose(m_file);
   CLogger::SetSink(nullptr, nullptr);
 }
 

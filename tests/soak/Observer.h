@@ -3,6 +3,7 @@
 
 #include <xmldom/support/Logger.h>
 
+#include <cstdio>
 #include <functional>
 #include <string>
 
@@ -33,7 +34,7 @@ class Observer {
 
   std::string m_events;
   std::function<std::string()> m_look;
-  int m_file;
+  std::FILE* m_file;
   int m_stdout;
 };
 

@@ -23,8 +23,8 @@
 #define XMLDOM_NOINLINE __attribute__((noinline))
 
 /// Names the one type of exception that may leave a function; any other ends in the handler for
-/// unexpected exceptions. Applications do not see it, because C++17 has no such specification any
-/// more.
+/// unexpected exceptions. Applications do not see it, because C++17 no longer has such
+/// declarations.
 #ifdef XMLDOM_BUILDS_LIBRARY
 #define XMLDOM_THROWS(type) throw(type)
 #else
