@@ -13,10 +13,9 @@ std::string Compared(Observer& observer, Compare compare, IXMLDOMNode* node1, IX
                      int depth) {
   return observer.Observe([&](std::string& results) {
     CMemFile report(16);
+    const BufferResult reported(report, results);
     report.Write("before", 6);
     results += "result " + std::to_string(compare(node1, node2, report, depth)) + "\n";
-    results += "length " + std::to_string(report.m_uLength) + ", position " +
-               std::to_string(report.m_uPosition) + "\n" + report.GetAsStr() + "\n";
   });
 }
 

@@ -52,6 +52,13 @@ void Replace(char*& text, const char* with) {
 
 }  // namespace
 
+ForestShape AnySmallShape(Random& random) {
+  ForestShape shape;
+  shape.nodes = 2 + random.Below(20);
+  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  return shape;
+}
+
 void WitnessNode::Announce() {
   if (m_record == nullptr) return;
   *m_record += " " + std::to_string(m_number) + "/" + std::to_string(IXMLDOMDocument2::m_iObjCount);

@@ -39,6 +39,9 @@ struct ForestShape {
   bool variesLayout = false;  ///< Whether the documents get an indentation of their own.
 };
 
+/// The shape of most cases: 2 to 21 nodes, changed by hand in every other case.
+ForestShape AnySmallShape(Random& random);
+
 /// Two documents and some detached nodes, with trees below them, that follow from a random source
 /// alone: two forests of equal sources are alike, and their nodes have the same numbers.
 class Forest {

@@ -9,9 +9,7 @@
 namespace {
 
 std::string MatchRandomly(Random random, Observer& observer) {
-  ForestShape shape;
-  shape.nodes = 2 + random.Below(20);
-  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  const ForestShape shape = AnySmallShape(random);
   Forest forest(random, shape);
   random.Next();
   IXMLDOMNode* node = AnyNode(forest, random);

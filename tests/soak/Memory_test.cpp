@@ -61,9 +61,7 @@ std::string FailOnce(const Call& call, int allowed, Forest& forest, Observer& ob
 }
 
 std::string ReadOutOfMemory(Random random, Observer& observer) {
-  ForestShape shape;
-  shape.nodes = 2 + random.Below(20);
-  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  const ForestShape shape = AnySmallShape(random);
   Forest forest(random, shape);
   random.Next();
   IXMLDOMNode* node = random.OneIn(2) ? forest.At(0) : AnyNode(forest, random);

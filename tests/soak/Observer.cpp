@@ -39,6 +39,7 @@ std::string Observer::Observe(const std::function<void(std::string& results)>& c
   std::string seen;
   TakePrinted();
   m_events.clear();
+  m_eventCount = 0;
   CXML::SetXMLError(kUntouchedErrorCode);
   const Balance before = Balance::Now();
   try {
@@ -50,6 +51,7 @@ std::string Observer::Observe(const std::function<void(std::string& results)>& c
   } catch (const std::exception& thrown) {
     seen += std::string("threw ") + thrown.what() + "\n";
   }
+  m_look = nullptr;
   const std::string changes = Balance::Now().ChangesSince(before);
   seen += m_events;
   const std::string printed = TakePrinted();
@@ -66,6 +68,15 @@ void Observer::Collect(const CLogEvent& event, void* context) {
                        std::to_string(event.severity) + " " + event.title + "\n";
   if (event.body != nullptr) observer.m_events += "  body <" + std::string(event.body) + ">\n";
   if (observer.m_look) observer.m_events += "  seen " + observer.m_look() + "\n";
+  if (++observer.m_eventCount == observer.m_throwAt) {
+    throw Exception("the log", "does not take this event", nullptr);
+  }
+}
+
+BufferResult::~BufferResult() {
+  m_results += std::string("buffer <") + m_buffer.GetAsStr() + "> " +
+               std::to_string(m_buffer.m_uPosition) + " of " + std::to_string(m_buffer.m_uLength) +
+               "\n";
 }
 
 std::string Observer::TakePrinted() {

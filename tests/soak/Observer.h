@@ -2,6 +2,7 @@
 #define XMLDOM_TESTS_SOAK_OBSERVER_H
 
 #include <xmldom/support/Logger.h>
+#include <xmldom/support/MemFile.h>
 
 #include <cstdio>
 #include <functional>
@@ -25,6 +26,10 @@ class Observer {
   /// Lets log events come here again, after another sink was set.
   void Resume() { CLogger::SetSink(Collect, this); }
 
+  /// Lets the sink throw at the event of that number, counted from 1, of each call that is
+  /// observed. 0: at none.
+  void ThrowAtEvent(int number) { m_throwAt = number; }
+
   /// What a log sink sees beside each event: `look` is asked when one comes in. Null: nothing.
   void LookAtEvents(const std::function<std::string()>& look) { m_look = look; }
 
@@ -34,8 +39,25 @@ class Observer {
 
   std::string m_events;
   std::function<std::string()> m_look;
+  int m_throwAt = 0;
+  int m_eventCount = 0;
   std::FILE* m_file;
   int m_stdout;
+};
+
+/// Appends what a buffer holds, and its counters, to the results of a call when it goes out of
+/// scope, also by an exception.
+class BufferResult {
+ public:
+  BufferResult(CMemFile& buffer, std::string& results) : m_buffer(buffer), m_results(results) {}
+  ~BufferResult();
+
+  BufferResult(const BufferResult&) = delete;
+  BufferResult& operator=(const BufferResult&) = delete;
+
+ private:
+  CMemFile& m_buffer;
+  std::string& m_results;
 };
 
 /// The first line in which two observations differ, with some lines before it and both wholes;

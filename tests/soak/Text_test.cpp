@@ -27,19 +27,16 @@ std::string TranslateRandomly(Random random, Observer& observer) {
   const auto run = [&](int (*translate)(const char*, CMemFile&)) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
+      const BufferResult translated(out, results);
       out.Write(before.data(), static_cast<unsigned int>(before.size()));
       results += std::to_string(translate(text.c_str(), out)) + "\n";
-      results += std::string(out.GetAsStr()) + "\n" + std::to_string(out.m_uPosition) + " of " +
-                 std::to_string(out.m_uLength) + "\n";
     });
   };
   return Difference(run(TranslateEntities), run(plain::TranslateEntities));
 }
 
 std::string ReadRandomly(Random random, Observer& observer) {
-  ForestShape shape;
-  shape.nodes = 2 + random.Below(20);
-  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  const ForestShape shape = AnySmallShape(random);
   Forest forest(random, shape);
   random.Next();
   const IXMLDOMNode* node = AnyNode(forest, random);
@@ -50,9 +47,9 @@ std::string ReadRandomly(Random random, Observer& observer) {
   const auto run = [&](bool library) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
+      const BufferResult collected(out, results);
       if (!isEmpty) out.Write("-", 1);
       library ? node->GetTextHelper(out) : plain::GetTextHelper(node, out);
-      results += std::string(out.GetAsStr()) + "\n";
       results += TakeHeap(library ? node->GetTextAsStr() : plain::GetTextAsStr(node)) + "\n";
       results += Text(library ? node->GetStrValue() : plain::GetStrValue(node)) + "\n";
     });

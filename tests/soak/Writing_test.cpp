@@ -28,6 +28,7 @@ std::string WriteAnyNode(Random& random, Observer& observer, Forest& forest) {
   const auto run = [&](bool library) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
+      const BufferResult written(out, results);
       observer.LookAtEvents([&] { return std::string(out.GetAsStr()); });
       if (library) {
         node->GetXMLHelper(out, depth, paged, first, count, currentPage, numPages, padTemplate,
@@ -36,9 +37,6 @@ std::string WriteAnyNode(Random& random, Observer& observer, Forest& forest) {
         plain::GetXMLHelper(node, out, depth, paged, first, count, currentPage, numPages,
                             padTemplate, masked, indexed, index);
       }
-      observer.LookAtEvents(nullptr);
-      results += out.GetAsStr();
-      results += std::to_string(out.m_uPosition) + " of " + std::to_string(out.m_uLength) + "\n";
     });
   };
   const std::string library = run(true);
@@ -49,9 +47,7 @@ std::string WriteAnyNode(Random& random, Observer& observer, Forest& forest) {
 }
 
 std::string WriteOwned(Random random, Observer& observer) {
-  ForestShape shape;
-  shape.nodes = 2 + random.Below(20);
-  shape.changesByHand = random.OneIn(2) ? 0 : random.Below(8);
+  ForestShape shape = AnySmallShape(random);
   shape.changesOwners = false;
   shape.variesLayout = true;
   Forest forest(random, shape);
