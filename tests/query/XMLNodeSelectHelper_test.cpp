@@ -226,3 +226,13 @@ TEST_F(XMLNodeSelectHelper, Nothing_is_selected_without_a_node_or_a_list) {
   m_document->SelectNodesTraverse(m_root, list, nullptr);
   EXPECT_EQ(1, m_a1->GetRefCount());
 }
+
+TEST_F(XMLNodeSelectHelper, A_negative_count_makes_every_step_a_missing_one) {
+  CXPathList list;
+  list.ParsePath("a");
+  list.m_nCount = -1;
+  const LogCapture log;
+  EXPECT_EQ(nullptr, SelectSingle(m_root, list, -1));
+  EXPECT_EQ(Nodes(), Select(m_root, list, 0));
+  EXPECT_EQ(Events(4, kNullQuery), log.Events()) << "once for each of two elements, and again";
+}

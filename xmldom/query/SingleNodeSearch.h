@@ -16,15 +16,12 @@ namespace xmldom {
 ///
 /// The search (n, k) of node n with step k follows four rules. The first search that finds a node
 /// ends all of them.
-///   1. Node n is tested: it must match step k. When it does not, rule 4 is next. A search with
-///   step
-///      -1 begins at the start of a path, where every node matches.
+///   1. Node n is tested: it must match step k. When it does not, rule 4 is next. Step -1 is the
+///      start of a path, where every node matches.
 ///   2. When k is the last step, n is found.
-///   3. Each child of n is searched with step k + 1. Where the steps behind k are "." or "..",
-///   these
-///      are followed first: a "." stays, a ".." moves to the parent, and without a parent the
-///      search of n fails. The children of the node arrived at are then searched with the step
-///      behind.
+///   3. Each child of n is searched with step k + 1. When the steps behind k are "." or "..", the
+///      search follows them first: a "." stays, a ".." moves to the parent, and without a parent
+///      the search of n fails. The children of the node arrived at are then searched.
 ///   4. In a path that begins with "//", each child of n is searched with step 0.
 /// A search that is begun again while it is open, as ".." below "//" can bring about, fails.
 ///

@@ -74,8 +74,8 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
   IXMLDOMNodeList* m_result;
 };
 
-/// Collects below a node and below each element under it. A node that is selected from several
-/// contexts is added several times.
+/// Collects below a node and below each element under it. All steps go down one level, so that a
+/// node is selected from one of these at most.
 void CollectEverywhere(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result) {
   Collect(node, steps, result, 0);
   ContextVisitor visitor(steps, result);

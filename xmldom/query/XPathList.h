@@ -24,10 +24,8 @@ class XMLDOM_API CStrListElt {
 };
 
 /// A parsed path. The slashes that it begins with are its prefix. The rest is cut into steps at
-/// each
-/// '/' that stands outside square brackets; every cut makes a step, also an empty one, so that
-/// `a//b` has three. Quotes have no meaning here: the first ']' ends the brackets, even within
-/// quotes.
+/// every '/' outside square brackets. Each cut makes a step, also an empty one, so that `a//b` has
+/// three. Quotes have no meaning here: the first ']' ends the brackets, even within quotes.
 class XMLDOM_API CXPathList {
  public:
   /// An empty list, without steps and without prefix.

@@ -6,6 +6,7 @@
 
 #include <xmldom/query/XPathList.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace xmldom {
@@ -110,10 +111,11 @@ void XPathStep::SplitPredicates(const char* text) {
   }
 }
 
-XPathSteps::XPathSteps(CXPathList& list) : m_missing(nullptr), m_hasDots(false) {
+XPathSteps::XPathSteps(CXPathList& list)
+    : m_count(list.m_nCount), m_missing(nullptr), m_hasDots(false) {
   if (list.m_ppIndex == nullptr) list.CreateIndex();
-  m_steps.reserve(static_cast<std::size_t>(list.m_nCount));
-  for (int k = 0; k < list.m_nCount; ++k) {
+  m_steps.reserve(static_cast<std::size_t>(std::max(m_count, 0)));
+  for (int k = 0; k < m_count; ++k) {
     m_steps.emplace_back(list.m_ppIndex[k]);
     m_hasDots = m_hasDots || m_steps.back().HasDots();
   }

@@ -104,11 +104,13 @@ class XPathSteps {
   XPathSteps(const XPathSteps&) = delete;
   XPathSteps& operator=(const XPathSteps&) = delete;
 
-  int Count() const { return static_cast<int>(m_steps.size()); }
+  /// The count of the list, which an application may have set to any number.
+  int Count() const { return m_count; }
 
   /// Step k, counted from 0; the missing step for any k outside.
   const XPathStep& At(int k) const {
-    return k >= 0 && k < Count() ? m_steps[static_cast<std::size_t>(k)] : m_missing;
+    const std::size_t i = static_cast<std::size_t>(k);
+    return k >= 0 && i < m_steps.size() ? m_steps[i] : m_missing;
   }
 
   /// Whether any step begins with '.'.
@@ -116,6 +118,7 @@ class XPathSteps {
 
  private:
   std::vector<XPathStep> m_steps;
+  int m_count;
   XPathStep m_missing;
   bool m_hasDots;
 };
