@@ -12,13 +12,15 @@ class IXMLDOMParseError;
 /// Loading: every load empties the document first, except when a file cannot be opened. After a
 /// text that does not parse, the document holds the tree that was built up to the error. Comments,
 /// processing instructions and the delimiters of CDATA sections are kept as text inside the root
-/// element, and dropped outside of it. Runs of nothing but white space are dropped.
+/// element, and dropped outside of it. With FORMATTED_LAYOUT, text is dropped where the
+/// parser hands over a piece of nothing but white space.
 ///
 /// Ownership: the document holds no references to the nodes that it hands out, nor these to it. A
-/// node that outlives its document has no owner document any more. The exception is the first
-/// attribute of an element: its links dangle then. A load releases the former tree without clearing
-/// its links. So a former root element that somebody holds still has the document as owner and as
-/// parent; no member can move it until m_pParent is set to null.
+/// node that was in the tree when the document was destroyed has no owner document any more, except
+/// for attributes. Links dangle in such attributes, in a node that was never linked into the tree,
+/// and below one that was taken out of it: docs/ownership.md has a table. A load releases the
+/// former tree without clearing its links. So a former root element that somebody holds still has
+/// the document as owner and as parent; no member can move it until m_pParent is set to null.
 class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
  public:
   /// Makes an empty document with formatted layout off and an indent of 4. Those that Create()

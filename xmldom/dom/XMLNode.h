@@ -100,9 +100,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// which the constructor of a document goes on.
   IXMLDOMNode();
 
-  /// Sets the owner document of all nodes below and of all following siblings to null, and the
-  /// parent of these siblings and of the children. Then drops the references that this node holds.
-  /// Cost: linear in what is destroyed; nothing is allocated.
+  /// When this node has an owner document: sets the owner document of all nodes below and of all
+  /// following siblings to null, and the parent of these siblings and of the children. Then drops
+  /// the references that this node holds. Cost: linear in what is destroyed; nothing is allocated.
   ~IXMLDOMNode() override;
 
   /// Releases attributes, children and following siblings in this order, and frees the value. The

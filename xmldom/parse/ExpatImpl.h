@@ -22,8 +22,10 @@
 /// Exceptions: a handler may throw. The exception must not pass through Expat's C functions, for
 /// which a target may have no unwind tables. The trampoline therefore keeps it and stops the
 /// parser, and Parse throws it when Expat has returned. Until then Expat may call trampolines
-/// again; they return at once. A trampoline that is not called by the innermost parse of its own
-/// parser lets every exception through to its caller. A handler may run parses of other parsers.
+/// again; they return at once. It may
+/// also call a handler that an application has installed itself; the user data is null then. A
+/// trampoline that is not called by the innermost parse of its own parser lets every exception
+/// through to its caller. A handler may run parses of other parsers.
 template <class _T>
 class CExpatImpl {
  public:

@@ -31,7 +31,8 @@ extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 /// holds all but the text since the last tag; take references to its nodes, and release its own. It
 /// must not change that tree, release the document or load into it. Nothing may be thrown out of
 /// such a handler, since it is Expat that calls it: one of a class that derives from CExpatImpl may
-/// throw, and so may a log sink, whose events a load posts when it has ended.
+/// throw, and so may a log sink, whose events a load posts when it has ended. After memory has run
+/// out for the tree, such a handler may be called again, with null as its user data.
 class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
  public:
   /// Makes a builder for `document`, on which it takes no reference. CreateParser must be called
