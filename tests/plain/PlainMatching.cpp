@@ -4,12 +4,19 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include "plain/PlainText.h"
 
 namespace plain {
 
 namespace {
+
+/// A text from the C heap, released also when the log throws.
+struct FreeText {
+  void operator()(char* text) const { std::free(text); }
+};
+using OwnedText = std::unique_ptr<char, FreeText>;
 
 const char* FindSlashOutsideQuotes(const char* text) {
   bool single = false;
@@ -42,10 +49,8 @@ int MatchFinalTest(IXMLDOMNode* candidate, const char* test, bool isAttribute) {
   const int length = static_cast<int>(equals - test);
   if (!plain::StringMatchesSubString(candidate->m_pszNodeName, test, length)) return 0;
   if (isAttribute) return MatchValue(plain::GetStrValue(candidate), equals + 1);
-  char* text = plain::GetTextAsStr(candidate);
-  const int result = MatchValue(text, equals + 1);
-  std::free(text);
-  return result;
+  const OwnedText text(plain::GetTextAsStr(candidate));
+  return MatchValue(text.get(), equals + 1);
 }
 
 int MatchPredicates(IXMLDOMNode* node, char* predicates) {
@@ -98,16 +103,15 @@ int ParseXPathQuery(const char* query, char** name, char** predicates) {
 
 int MatchQuery(IXMLDOMNode* node, const char* step) {
   if (node->m_eNodeType != NODE_ELEMENT) return 0;
-  char* name = nullptr;
-  char* predicates = nullptr;
-  if (!plain::ParseXPathQuery(step, &name, &predicates)) return 0;
-  int result = 0;
-  if (std::strcmp(name, node->m_pszNodeName) == 0 || std::strcmp(name, "*") == 0) {
-    result = predicates == nullptr ? 1 : MatchPredicates(node, predicates);
+  char* namePart = nullptr;
+  char* predicatePart = nullptr;
+  if (!plain::ParseXPathQuery(step, &namePart, &predicatePart)) return 0;
+  const OwnedText name(namePart);
+  const OwnedText predicates(predicatePart);
+  if (std::strcmp(name.get(), node->m_pszNodeName) != 0 && std::strcmp(name.get(), "*") != 0) {
+    return 0;
   }
-  std::free(name);
-  std::free(predicates);
-  return result;
+  return predicates == nullptr ? 1 : MatchPredicates(node, predicates.get());
 }
 
 int MatchesSubquery(IXMLDOMNode* node, const char* predicate) {
