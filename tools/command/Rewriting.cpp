@@ -21,7 +21,8 @@ void Rewriting::DeclareOptions(Arguments& arguments) {
       "under its name with that suffix");
   arguments.AddHiddenText(kSuffixOption, m_suffix);
   arguments.Require(kSuffixOption, kInPlaceFlag);
-  arguments.AddFlag("--lossy", m_isLossy, "Replace it even if something is lost or moved");
+  arguments.AddFlag("--lossy", m_isLossy,
+                    "Replace the file even if something of it is lost or moved");
   arguments.Require("--lossy", kInPlaceFlag);
 }
 

@@ -83,14 +83,20 @@ std::unique_ptr<Command> Make() { return std::make_unique<EditCommand>(); }
 
 const CommandEntry kEditCommand = {
     "edit", "Change a document at paths",
-    "Each edit is done to the first element that its PATH selects; '/' is the root element, and\n"
-    "'xmldom select --help' explains paths. TEXT and VALUE are plain text, XML is one element.\n"
-    "What stands outside the root element is kept, the rest is written as 'format' does. With -i "
-    "the\n"
-    "file is replaced whole or not at all, and not if something would be lost or moved.\n"
-    "Exit status: 0 when all edits are done; 1 when a path selects nothing, nothing is written "
-    "then;\n"
-    "2 for trouble.\n"
+    "PATH says which element to change. When a path selects several elements, only the first of\n"
+    "them is changed. The path '/' stands for the root element; 'xmldom select --help' explains\n"
+    "paths. TEXT and VALUE are plain text, which is escaped where needed. XML is one element with\n"
+    "all that it contains.\n"
+    "\n"
+    "What stands before and after the root element is kept. The root element is written with one\n"
+    "element a line, as 'xmldom format' does. With -i the file is replaced as a whole, or stays "
+    "as\n"
+    "it is. It also stays as it is when the result would lack something that the file has, such "
+    "as\n"
+    "a comment, or have it in another place; --lossy replaces it even then.\n"
+    "\n"
+    "Exit status: 0 when all edits were made; 1 when a path selects nothing, and then nothing is\n"
+    "written; 2 when something went wrong.\n"
     "\n"
     "Example: xmldom edit -i.old --set /config/hostname gw1 --remove //debug config.xml",
     Make};

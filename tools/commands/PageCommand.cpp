@@ -45,7 +45,8 @@ class PageCommand : public FileCommand {
                         "How many positions to write");
     arguments.AddNumber("--page", "N", 0, m_page,
                         "Number of this page, for an attribute of the node");
-    arguments.AddNumber("--pages", "N", 0, m_pages, "Number of all pages, likewise");
+    arguments.AddNumber("--pages", "N", 0, m_pages,
+                        "How many pages there are, for another attribute of it");
     arguments.AddText("--pad", "TEMPLATE", m_pad, "XML of the rows that fill up the last page");
     arguments.Require("--pad", "--count");
   }
@@ -91,12 +92,14 @@ std::unique_ptr<Command> Make() { return std::make_unique<PageCommand>(); }
 
 const CommandEntry kPageCommand = {
     "page", "Write a document with a page of the children of one node",
-    "Of the node that PATH selects first, only the children at the given positions are written, "
-    "each\n"
-    "with its position as attribute 'index'; texts have positions too. --page and --pages give "
-    "the\n"
-    "node the attributes 'curPage' and 'numPages'. 'xmldom select --help' explains paths.\n"
-    "Exit status: 0 when written, 1 when nothing is selected, 2 for trouble.\n"
+    "Writes the whole document. Of the first node that PATH selects, only the children at the "
+    "given\n"
+    "positions are written; texts are children too and have positions. Each of them gets an\n"
+    "attribute 'index' with its position, and the node itself gets 'curPage' and 'numPages' from\n"
+    "--page and --pages. 'xmldom select --help' explains paths.\n"
+    "\n"
+    "Exit status: 0 when the document was written; 1 when PATH selects nothing; 2 when something\n"
+    "went wrong.\n"
     "\n"
     "Example: xmldom page --first 11 --count 10 --page 2 --pages 3 --pad '<rule/>' /config/rules "
     "config.xml",
