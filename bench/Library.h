@@ -39,14 +39,14 @@ class Tree {
   /// Compares with a tree of the same library. Result: 1 when they are equal, 0 when not.
   virtual std::size_t Equals(Tree& /*other*/) { return kNotOffered; }
 
-  /// Adds an element behind the last child of the root element, `count` times.
-  virtual void Append(std::size_t /*count*/) {}
+  /// Adds an element behind the last child of the root element, `count` times. Result: 1.
+  virtual std::size_t Append(std::size_t /*count*/) { return kNotOffered; }
 
-  /// Adds an element before the first child of the root element, `count` times.
-  virtual void InsertFirst(std::size_t /*count*/) {}
+  /// Adds an element before the first child of the root element, `count` times. Result: 1.
+  virtual std::size_t InsertFirst(std::size_t /*count*/) { return kNotOffered; }
 
-  /// Takes the first child of the root element out and destroys it, `count` times.
-  virtual void RemoveFirst(std::size_t /*count*/) {}
+  /// Takes the first child of the root element out and destroys it, `count` times. Result: 1.
+  virtual std::size_t RemoveFirst(std::size_t /*count*/) { return kNotOffered; }
 
   /// Result: the heap bytes of the nodes, their names and their values alone; 0 from a library
   /// whose nodes do not show them.
@@ -64,14 +64,19 @@ const char* const kChildName = "item";
 template <class Adapter>
 class EditedTree : public Tree {
  public:
-  void Append(std::size_t count) override {
+  std::size_t Append(std::size_t count) override {
     for (; count > 0; --count) static_cast<Adapter*>(this)->AppendOne();
+    return 1;
   }
-  void InsertFirst(std::size_t count) override {
+
+  std::size_t InsertFirst(std::size_t count) override {
     for (; count > 0; --count) static_cast<Adapter*>(this)->InsertOne();
+    return 1;
   }
-  void RemoveFirst(std::size_t count) override {
+
+  std::size_t RemoveFirst(std::size_t count) override {
     for (; count > 0; --count) static_cast<Adapter*>(this)->RemoveOne();
+    return 1;
   }
 };
 

@@ -70,21 +70,6 @@ std::size_t DoSelectFirst(Work& work, const std::string& path, std::size_t expec
   return ResultIf(expected, work.tree->SelectFirst(path.c_str()));
 }
 
-std::size_t DoAppend(Work& work) {
-  work.tree->Append(work.sample.nodes);
-  return 1;
-}
-
-std::size_t DoInsertFirst(Work& work) {
-  work.tree->InsertFirst(work.sample.nodes);
-  return 1;
-}
-
-std::size_t DoRemoveFirst(Work& work) {
-  work.tree->RemoveFirst(work.sample.nodes);
-  return 1;
-}
-
 }  // namespace
 
 const std::vector<Operation>& AllOperations() {
@@ -113,9 +98,12 @@ const std::vector<Operation>& AllOperations() {
        [](Work& work) { return DoSelectFirst(work, work.sample.paths.absent, 0); }},
       {"compare", trees, true, PrepareTwoTrees,
        [](Work& work) { return work.tree->Equals(*work.other); }},
-      {"append", kLists, false, PrepareTree, DoAppend},
-      {"insert-first", kLists, false, PrepareTree, DoInsertFirst},
-      {"remove-first", kLists, false, PrepareFullList, DoRemoveFirst},
+      {"append", kLists, false, PrepareTree,
+       [](Work& work) { return work.tree->Append(work.sample.nodes); }},
+      {"insert-first", kLists, false, PrepareTree,
+       [](Work& work) { return work.tree->InsertFirst(work.sample.nodes); }},
+      {"remove-first", kLists, false, PrepareFullList,
+       [](Work& work) { return work.tree->RemoveFirst(work.sample.nodes); }},
   };
   return operations;
 }

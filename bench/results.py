@@ -26,6 +26,7 @@ class Results:
         for part in SETS + ["growth", "scale", "extremes"]:
             for path in sorted(self.folder.glob(f"{part}/*.json")):
                 self.read_benchmarks(json.loads(path.read_text()))
+        self.times = dict(sorted(self.times.items()))  # The library mixes what takes turns.
         self.spreads.sort()
         self.loads = [Load(sample, int(nodes), int(size), library, *map(int, measured))
                       for sample, nodes, size, library, *measured in self.rows("memory")]
@@ -56,8 +57,8 @@ class Results:
                 self.spreads.append(run["real_time"])
 
     def keys(self, operation, sets, library):
-        return [key for key in self.times
-                if key.operation == operation and key.set in sets and key.library == library]
+        return [key for name in sets for key in self.times
+                if (key.operation, key.set, key.library) == (operation, name, library)]
 
     def per_node(self, key):
         return self.times[key] / key.nodes
@@ -77,7 +78,7 @@ class Results:
     def growth(self, library):
         """The pairs of a document and a larger one, by operation and document."""
         pairs = collections.defaultdict(list)
-        for key in sorted(self.times, key=lambda key: key.nodes):
+        for key in self.times:
             if key.set == "growth" and key.library == library:
                 pairs[key.operation, key.sample].append(key)
         return {name: Growth(*pair, self.per_node(pair[1]) / self.per_node(pair[0]))

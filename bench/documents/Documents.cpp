@@ -29,8 +29,8 @@ const std::map<std::string, Paths> kRealDocuments = {
       "//calendar[@type='islamic']", "//calendar[@type='none']"}},
 };
 
-/// A tree that a program which follows it by calling itself cannot be asked to count. The path that
-/// is absent fails at every element.
+/// A tree of extreme depth or breadth. Its nodes are not counted, because counting recurses over the
+/// depth. The search for the absent path fails at every element.
 Sample Extreme(const std::string& begin, const std::string& end, const std::string& steps,
                std::size_t nodes) {
   Sample sample;
@@ -42,11 +42,13 @@ Sample Extreme(const std::string& begin, const std::string& end, const std::stri
 }
 
 Sample MakeSample(const std::string& name, std::size_t nodes) {
-  Sample sample;
-  if (name == "levels")
+  if (name == "levels") {
     return Extreme(Repeated("<a>", nodes), Repeated("</a>", nodes), "/a/a", nodes);
-  if (name == "siblings")
+  }
+  if (name == "siblings") {
     return Extreme("<list>" + Repeated("<a/>", nodes), "</list>", "/list/a", nodes);
+  }
+  Sample sample;
   if (name == "children") {
     sample.text = "<list></list>";
     sample.nodes = nodes;
