@@ -27,57 +27,53 @@ struct Shape {
 const std::vector<Shape>& AllShapes() {
   static const std::vector<Shape> shapes = {
       // Many small records below one parent.
-      {"flat", 4, "<records>\n", R"(  <record id="{number}"><name>{2 words}</name></record>
-)",
+      {"flat", 4, "<records>\n", "  <record id='{number}'><name>{2 words}</name></record>\n",
        "</records>\n", "//record[@id='", "/records/record/name", "//record", ""},
 
       {"attributes", 9, "<table>\n  <title>{5 words}</title>\n  <rows>\n",
-       R"(    <row number="{number}" name="{1 word}" owner="{1 word}" place="{2 words}")"
-       R"( state="{up|down|unknown|testing}" in="{below 1000000}" out="{below 1000000}")"
-       R"( errors="{below 100}"/>
-)",
+       "    <row number='{number}' name='{1 word}' owner='{1 word}' place='{2 words}'"
+       " state='{up|down|unknown|testing}' in='{below 1000000}' out='{below 1000000}'"
+       " errors='{below 100}'/>\n",
        "  </rows>\n</table>\n", "//row[@number='", "/table/rows/row", "//row",
        "//row[@state='down']"},
 
       {"lines", 4, "<log>\n",
-       "  <page number=\"{number}\"><text>\n" + Repeated("{10 words}\n", 12) + "</text></page>\n",
+       "  <page number='{number}'><text>\n" + Repeated("{10 words}\n", 12) + "</text></page>\n",
        "</log>\n", "//page[@number='", "/log/page/text", "//page", ""},
 
       // The configuration of a device with many sections.
-      {"device", 34, "<device model=\"{1 word}\">\n",
-       R"(  <section number="{number}">
-    <interface name="{1 word}" type="{ethernet|bridge|wireless|tunnel}" enabled="{yes|no}">
-      <address family="ipv4" prefix="24">192.168.{below 256}.1</address>
-      <mtu>1500</mtu>
-      <description>{4 words}</description>
-    </interface>
-    <firewall default="drop">
-)" +
+      {"device", 34, "<device model='{1 word}'>\n",
+       "  <section number='{number}'>\n"
+       "    <interface name='{1 word}' type='{ethernet|bridge|wireless|tunnel}'"
+       " enabled='{yes|no}'>\n"
+       "      <address family='ipv4' prefix='24'>192.168.{below 256}.1</address>\n"
+       "      <mtu>1500</mtu>\n"
+       "      <description>{4 words}</description>\n"
+       "    </interface>\n"
+       "    <firewall default='drop'>\n" +
            Repeated(
-               R"(      <rule action="accept" from="{1 word}"><service>{1 word}</service></rule>
-)",
+               "      <rule action='accept' from='{1 word}'><service>{1 word}</service></rule>\n",
                3) +
-           R"(    </firewall>
-    <user name="{1 word}" locked="{yes|no}"/>
-  </section>
-)",
+           "    </firewall>\n"
+           "    <user name='{1 word}' locked='{yes|no}'/>\n"
+           "  </section>\n",
        "</device>\n", "//section[@number='", "/device/section/interface", "//rule",
        "//interface[@type='bridge']"},
 
       // Words with elements between them.
       {"mixed", 13, "<book>\n<chapter>\n",
-       R"(<p number="{number}">{6 words} <b>{1 word}</b> {5 words} <i>{2 words}</i>, {4 words})"
+       "<p number='{number}'>{6 words} <b>{1 word}</b> {5 words} <i>{2 words}</i>, {4 words}"
        " <b>{1 word}</b> {3 words}.</p>\n",
        "</chapter>\n</book>\n", "//p[@number='", "/book/chapter/p", "//b", ""},
 
       {"references", 5, "<notes>\n",
-       R"(  <note number="{number}" from="{1 word} &amp; {1 word}"><body>{3 words} &lt;{1 word}&gt;)"
+       "  <note number='{number}' from='{1 word} &amp; {1 word}'><body>{3 words} &lt;{1 word}&gt;"
        " &amp; {3 words} &#8364; {below 1000}</body></note>\n",
        "</notes>\n", "//note[@number='", "/notes/note/body", "//note", ""},
 
       // Branches that are many levels deep.
       {"depth", 204, "<tree>\n",
-       "<branch number=\"{number}\"><leaf>{1 word}</leaf>" + Repeated("<level>", 200) +
+       "<branch number='{number}'><leaf>{1 word}</leaf>" + Repeated("<level>", 200) +
            Repeated("</level>", 200) + "</branch>\n",
        "</tree>\n", "//branch[@number='", "/tree/branch/level", "//level", ""},
   };
