@@ -29,8 +29,8 @@ const std::map<std::string, Paths> kRealDocuments = {
       "//calendar[@type='islamic']", "//calendar[@type='none']"}},
 };
 
-/// A tree of extreme depth or breadth. Its nodes are not counted, because counting recurses over the
-/// depth. The search for the absent path fails at every element.
+/// A tree of extreme depth or breadth. Its nodes are not counted, because counting recurses over
+/// the depth. The search for the absent path fails at every element.
 Sample Extreme(const std::string& begin, const std::string& end, const std::string& steps,
                std::size_t nodes) {
   Sample sample;

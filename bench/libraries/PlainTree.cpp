@@ -144,17 +144,19 @@ class Selection {
  public:
   /// Stops at `most` nodes; 0 stands for all.
   Selection(const Node* root, const std::string& path, std::size_t most) : m_most(most) {
-    const char* const marks = "/[@=']";
-    std::size_t end = 0;
-    for (std::size_t begin; (begin = path.find_first_not_of(marks, end)) != std::string::npos;) {
-      end = path.find_first_of(marks, begin);
-      m_names.push_back(path.substr(begin, end - begin));
+    std::string steps = path;
+    const std::size_t predicate = path.find("[@");
+    if (predicate != std::string::npos) {
+      steps.resize(predicate);
+      const std::size_t attribute = predicate + 2;
+      const std::size_t value = path.find("='") + 2;
+      m_attribute = path.substr(attribute, value - 2 - attribute);
+      m_value = path.substr(value, path.size() - 2 - value);
     }
-    if (path.back() == ']') {
-      m_value = m_names.back();
-      m_names.pop_back();
-      m_attribute = m_names.back();
-      m_names.pop_back();
+    std::size_t end = 0;
+    for (std::size_t begin; (begin = steps.find_first_not_of('/', end)) != std::string::npos;) {
+      end = steps.find('/', begin);
+      m_names.push_back(steps.substr(begin, end - begin));
     }
     path[1] == '/' ? Descend(root) : Step(root, 0);
   }
