@@ -13,10 +13,10 @@ namespace bench {
 namespace {
 
 /// Ends the process without what is done at its end: that is the business of the original.
-[[noreturn]] void WorkAndExit(const std::function<double()>& work, int out) {
+[[noreturn]] void WorkAndExit(const std::function<Outcome()>& work, int out) {
   try {
-    const double result = work();
-    _exit(write(out, &result, sizeof result) == static_cast<ssize_t>(sizeof result) ? 0 : 1);
+    const Outcome outcome = work();
+    _exit(write(out, &outcome, sizeof outcome) == static_cast<ssize_t>(sizeof outcome) ? 0 : 1);
   } catch (const std::exception& exception) {
     std::cerr << exception.what() << std::endl;
     _exit(1);
@@ -25,7 +25,7 @@ namespace {
 
 }  // namespace
 
-double ResultOfChild(const std::function<double()>& work) {
+Outcome OutcomeOfChild(const std::function<Outcome()>& work) {
   // What glibc comes to by itself in a program that has given back a block of 32 MiB. Otherwise it
   // would depend on what was done before whether large texts cost page faults each time.
   mallopt(M_MMAP_THRESHOLD, 32 << 20);
@@ -38,15 +38,15 @@ double ResultOfChild(const std::function<double()>& work) {
   if (child == 0) WorkAndExit(work, ends[1]);
 
   close(ends[1]);
-  double result = 0;
-  const ssize_t length = read(ends[0], &result, sizeof result);
+  Outcome outcome = {};
+  const ssize_t length = read(ends[0], &outcome, sizeof outcome);
   close(ends[0]);
   int status = 0;
   waitpid(child, &status, 0);
-  if (length != static_cast<ssize_t>(sizeof result) || status != 0) {
+  if (length != static_cast<ssize_t>(sizeof outcome) || status != 0) {
     throw std::runtime_error("a measurement has failed");
   }
-  return result;
+  return outcome;
 }
 
 }  // namespace bench

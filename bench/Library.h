@@ -24,6 +24,9 @@ class Tree {
   /// Writes the whole document as indented text into memory. Result: 1, or 0 for an empty text.
   virtual std::size_t Write() { return kNotOffered; }
 
+  /// The same without indentation.
+  virtual std::size_t WriteCompact() { return kNotOffered; }
+
   /// Collects the text below the root element. Result: 1, or 0 for an empty text.
   virtual std::size_t Text() { return kNotOffered; }
 
@@ -36,14 +39,14 @@ class Tree {
   /// Compares with a tree of the same library. Result: 1 when they are equal, 0 when not.
   virtual std::size_t Equals(Tree& /*other*/) { return kNotOffered; }
 
-  /// Adds an element of that name behind the last child of the root element, `count` times.
-  virtual void Append(const char* /*name*/, std::size_t /*count*/) {}
+  /// Adds an element behind the last child of the root element, `count` times. Result: 1.
+  virtual std::size_t Append(std::size_t /*count*/) { return kNotOffered; }
 
-  /// Adds an element of that name before the first child of the root element, `count` times.
-  virtual void InsertFirst(const char* /*name*/, std::size_t /*count*/) {}
+  /// Adds an element before the first child of the root element, `count` times. Result: 1.
+  virtual std::size_t InsertFirst(std::size_t /*count*/) { return kNotOffered; }
 
-  /// Takes the first child of the root element out and destroys it, `count` times.
-  virtual void RemoveFirst(std::size_t /*count*/) {}
+  /// Takes the first child of the root element out and destroys it, `count` times. Result: 1.
+  virtual std::size_t RemoveFirst(std::size_t /*count*/) { return kNotOffered; }
 
   /// Result: the heap bytes of the nodes, their names and their values alone; 0 from a library
   /// whose nodes do not show them.
@@ -52,16 +55,55 @@ class Tree {
 
 typedef std::unique_ptr<Tree> TreePointer;
 
+/// The name of all elements that are added.
+const char* const kChildName = "item";
+
+/// The edits of a library whose `Adapter` derives from this and says what is done with one child:
+/// AppendOne(), InsertOne() and RemoveOne(). None of these calls is virtual, which would take as
+/// long as what some libraries do.
+template <class Adapter>
+class EditedTree : public Tree {
+ public:
+  std::size_t Append(std::size_t count) override {
+    for (; count > 0; --count) static_cast<Adapter*>(this)->AppendOne();
+    return 1;
+  }
+
+  std::size_t InsertFirst(std::size_t count) override {
+    for (; count > 0; --count) static_cast<Adapter*>(this)->InsertOne();
+    return 1;
+  }
+
+  std::size_t RemoveFirst(std::size_t count) override {
+    for (; count > 0; --count) static_cast<Adapter*>(this)->RemoveOne();
+    return 1;
+  }
+};
+
 /// One of the libraries that are measured.
 struct Library {
-  std::string name;         // in the results
-  std::string version;      // name and version for readers
-  bool resolvesNamespaces;  // a name in a path selects nothing in a default namespace
+  std::string name;     // in the results
+  std::string version;  // name and version for readers
   /// Loads a text that outlives the tree. Result: null when the library refuses it.
   TreePointer (*load)(const std::string& text);
   /// Loads a file in the library's own way. Result: null when the library refuses it.
   TreePointer (*loadFile)(const std::string& path);
 };
+
+/// A library whose `Adapter` is a Tree with two more members, which load an empty one and return
+/// whether the library has accepted the document: Load(text) and LoadFile(path).
+template <class Adapter>
+Library MakeLibrary(const std::string& name, const std::string& version) {
+  return {name, version,
+          [](const std::string& text) {
+            std::unique_ptr<Adapter> tree(new Adapter);
+            return TreePointer(tree->Load(text) ? tree.release() : nullptr);
+          },
+          [](const std::string& path) {
+            std::unique_ptr<Adapter> tree(new Adapter);
+            return TreePointer(tree->LoadFile(path) ? tree.release() : nullptr);
+          }};
+}
 
 // Each is defined in libraries/, in the file of its name.
 Library Xmldom();
@@ -74,12 +116,6 @@ Library XercesC();
 
 /// The name of the library that parses and keeps nothing: it offers no operation but "load".
 const char* const kExpatOnly = "expat";
-
-/// All libraries, xmldom first.
-const std::vector<Library>& AllLibraries();
-
-/// The library of that name, which must exist.
-const Library& FindLibrary(const std::string& name);
 
 }  // namespace bench
 

@@ -3,6 +3,7 @@
 #include <malloc.h>
 
 #include <fstream>
+#include <iostream>
 #include <stdexcept>
 
 #include "documents/Documents.h"
@@ -39,7 +40,7 @@ void ResetPeak() {
 
 }  // namespace
 
-void MeasureLoad(const Library& library, const std::string& path, std::ostream& results) {
+void MeasureLoad(const Library& library, const std::string& path) {
   library.load("<warm><up/></warm>");  // What a library makes once for all documents.
   ResetPeak();
   const std::size_t residentBefore = StatusBytes("VmRSS");
@@ -50,11 +51,11 @@ void MeasureLoad(const Library& library, const std::string& path, std::ostream& 
   if (tree == nullptr) return;
 
   Sample sample;
-  sample.name = path.substr(path.rfind('/') + 1);
   sample.text = Contents(path);
   CountNodes(sample);
-  results << sample.name << '\t' << sample.nodes << '\t' << sample.text.size() << '\t'
-          << library.name << '\t' << heap << '\t' << tree->RecordBytes() << '\t' << peak << '\n';
+  std::cout << path.substr(path.rfind('/') + 1) << '\t' << sample.nodes << '\t'
+            << sample.text.size() << '\t' << library.name << '\t' << heap << '\t'
+            << tree->RecordBytes() << '\t' << peak << '\n';
 }
 
 }  // namespace bench

@@ -21,40 +21,35 @@ struct Work {
   TreePointer Load() const { return library.load(sample.text); }
 };
 
+/// What an operation is done with: ordinary documents, trees of extreme depth and breadth, or a
+/// list that is edited.
+enum Kind { kDocuments = 1, kExtremes = 2, kLists = 4 };
+
 /// Something that is measured of each library.
 struct Operation {
-  std::string name;  // in results
-  bool isEdit;       // of a ListToEdit; all others work on documents
-  bool
-      isRepeatable;  // leaves the tree as it was, so that it can be done with one tree all the time
+  std::string name;   // in results
+  int kinds;          // the Kinds it is measured on
+  bool isRepeatable;  // leaves the tree as it was, so that one tree does for all repetitions
   /// Makes what the operation needs; the clock stands still.
   void (*prepare)(Work& work);
   /// Does the operation. Result: what all libraries have to agree in, above 0; or kNotOffered.
   std::size_t (*act)(Work& work);
 };
 
-/// All operations, in the order of the tables.
+/// All operations. Those of one name differ in their kinds.
 const std::vector<Operation>& AllOperations();
 
-/// The operation of that name, which must exist.
-const Operation& FindOperation(const std::string& name);
-
-/// Whether an operation is measured on a document at all. For each text with references xmldom
-/// prints a debug line with all text collected so far, which would be measured and nothing else.
-bool Suits(const Operation& operation, const Sample& sample);
-
-/// Does an operation once. Result: that of the operation; kNotOffered also when the library refuses
-/// the document, or needs namespaces in paths where the document has one.
-/// Effects: std::runtime_error when the operation does nothing.
-std::size_t TryOut(const Operation& operation, const Library& library, const Sample& sample);
+/// What came of an operation.
+struct Outcome {
+  std::size_t
+      result;      // that of the operation; kNotOffered also when the library refuses a document
+  double seconds;  // of processor time for all repetitions
+};
 
 /// Does an operation `repetitions` times, after half as many that warm heap and caches up.
-/// Result: the processor time of all repetitions, in seconds.
-double SecondsOf(const Operation& operation, const Library& library, const Sample& sample,
-                 std::int64_t repetitions);
-
-/// The processor time that the calling thread has used.
-double ProcessorSeconds();
+/// Effects: std::runtime_error when the operation does nothing.
+Outcome Do(const Operation& operation, const Library& library, const Sample& sample,
+           std::int64_t repetitions);
 
 }  // namespace bench
 

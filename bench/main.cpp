@@ -1,20 +1,17 @@
 #include <benchmark/benchmark.h>
 
-#include <cmath>
-#include <cstdio>
+#include <algorithm>
 #include <exception>
-#include <fstream>
 #include <iostream>
-#include <regex>
 #include <stdexcept>
 
 #include "Child.h"
-#include "Extremes.h"
 #include "Memory.h"
 #include "Operation.h"
+#include "harness/SmallStack.h"
 
-// xmldom-bench COMMAND FILE [WORD...]: does one thing of what `scripts/bench` is made of, and
-// appends what it measures to FILE.
+// The program xmldom-bench, which does one thing of what `scripts/bench` is made of. The options of
+// the benchmark library say what is measured of a set, how often, and where that is written.
 
 namespace bench {
 
@@ -25,183 +22,6 @@ typedef std::vector<std::string> Words;
 const std::size_t kSmallNodes = 2000;    // of a document whose tree fits the cache of a core
 const std::size_t kLargeNodes = 100000;  // of one whose tree does not
 
-/// How often something is done between two looks at the clock that has to be prepared each time:
-/// so often that some milliseconds pass.
-std::int64_t RepetitionsOfPrepared(const Sample& sample) {
-  return std::max<std::int64_t>(kLargeNodes / sample.nodes, 1);
-}
-
-/// One repetition that the benchmark library asks for. It has a process of its own.
-void Measure(const Operation& operation, const Library& library, const Sample& sample,
-             benchmark::State& state) {
-  double seconds = 0;
-  try {
-    seconds =
-        ResultOfChild([&] { return SecondsOf(operation, library, sample, state.max_iterations); });
-  } catch (const std::exception& exception) {
-    std::cerr << library.name << ", " << operation.name << ", " << sample.name << ": "
-              << exception.what() << std::endl;
-    state.SkipWithError(exception.what());
-  }
-  for (auto _ : state) {
-    state.SetIterationTime(seconds / static_cast<double>(state.max_iterations));
-  }
-  state.counters["nodes"] = static_cast<double>(sample.nodes);
-  state.counters["bytes"] = static_cast<double>(sample.text.size());
-}
-
-/// Registers one benchmark for each of the libraries that offer the operation, and tries it out:
-/// selections have to find the same number of nodes.
-/// Effects: std::runtime_error when one does not do what the others do.
-void Register(const Operation& operation, const Sample& sample, const Words& libraries) {
-  const std::regex filter(benchmark::GetBenchmarkFilter(), std::regex::extended);
-  std::size_t expected = kNotOffered;
-  for (const std::string& libraryName : libraries) {
-    const std::string name = operation.name + "/" + sample.set + "/" + sample.name + "/" +
-                             std::to_string(sample.nodes) + "/" + libraryName;
-    if (!std::regex_search(name, filter)) continue;
-    const Library& library = FindLibrary(libraryName);
-    const std::size_t outcome = TryOut(operation, library, sample);
-    if (outcome == kNotOffered) continue;
-    if (expected == kNotOffered) expected = outcome;
-    if (outcome != expected) {
-      throw std::runtime_error(name + ": " + std::to_string(outcome) + " where others have " +
-                               std::to_string(expected));
-    }
-    benchmark::internal::Benchmark* registered = benchmark::RegisterBenchmark(
-        name.c_str(), [&](benchmark::State& state) { Measure(operation, library, sample, state); });
-    registered->UseManualTime();
-    if (!operation.isRepeatable) registered->Iterations(RepetitionsOfPrepared(sample));
-  }
-}
-
-/// Measures each operation that suits all of the samples, with all libraries and samples in turns.
-void MeasureTogether(const std::vector<Sample>& samples, const Words& libraries,
-                     std::ostream& results) {
-  std::cerr << "   " << samples.front().set << ", " << samples.front().name << ' ' << std::flush;
-  for (const Operation& operation : AllOperations()) {
-    bool isSuited = true;
-    for (const Sample& sample : samples) isSuited = isSuited && Suits(operation, sample);
-    if (!isSuited) continue;
-    benchmark::ClearRegisteredBenchmarks();
-    for (const Sample& sample : samples) Register(operation, sample, libraries);
-    benchmark::JSONReporter reporter;
-    std::ostream nowhere(nullptr);
-    reporter.SetOutputStream(&results);
-    reporter.SetErrorStream(&nowhere);  // It complains when the filter leaves nothing to do.
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    std::cerr << '.' << std::flush;
-  }
-  std::cerr << '\n';
-}
-
-Words AllNames() {
-  Words names;
-  for (const Library& library : AllLibraries()) names.push_back(library.name);
-  return names;
-}
-
-void MeasureShapes(const std::string& set, std::size_t nodes, std::ostream& results) {
-  for (const Shape& shape : AllShapes()) {
-    MeasureTogether({MakeSample(set, shape.name, nodes)}, AllNames(), results);
-  }
-}
-
-void Small(const Words&, std::ostream& results) {
-  MeasureShapes("small", kSmallNodes, results);
-  MeasureTogether({ListToEdit("small", 1000)}, AllNames(), results);
-  MeasureTogether({ListToEdit("small", 10000)}, AllNames(), results);
-}
-
-void Large(const Words&, std::ostream& results) { MeasureShapes("large", kLargeNodes, results); }
-
-/// The word is the folder of the documents.
-void Real(const Words& words, std::ostream& results) {
-  for (const Sample& sample : RealDocuments(words.at(0))) {
-    MeasureTogether({sample}, AllNames(), results);
-  }
-}
-
-/// Documents and lists, each together with one that is much larger. The plain tree shows what the
-/// caches make of any linked tree.
-void Growth(const Words&, std::ostream& results) {
-  const Words libraries = {"xmldom", "plain"};
-  for (const Shape& shape : AllShapes()) {
-    MeasureTogether({MakeSample("growth", shape.name, kLargeNodes),
-                     MakeSample("growth", shape.name, 10 * kLargeNodes)},
-                    libraries, results);
-  }
-  MeasureTogether({ListToEdit("growth", 10000), ListToEdit("growth", 1000000)}, libraries, results);
-}
-
-/// One shape in sizes from 10^3 to 10^6 nodes, two a decade.
-void Scale(const Words&, std::ostream& results) {
-  for (int halves = 6; halves <= 12; ++halves) {
-    const std::size_t nodes = static_cast<std::size_t>(std::pow(10.0, halves / 2.0));
-    MeasureTogether({MakeSample("scale", "device", nodes)}, AllNames(), results);
-  }
-}
-
-/// The words are a library and a file.
-void Load(const Words& words, std::ostream& results) {
-  MeasureLoad(FindLibrary(words.at(0)), words.at(1), results);
-}
-
-void Extremes(const Words&, std::ostream& results) { MeasureExtremes(results); }
-
-/// Writes the text of a large document of the shape that the word names.
-void Document(const Words& words, std::ostream& results) {
-  results << MakeSample("large", words.at(0), kLargeNodes).text;
-}
-
-/// Does one operation once for a profiler; the words are its name and that of a library. Writes
-/// how many nodes or children it was done with.
-void Profile(const Words& words, std::ostream& results) {
-  const Operation& operation = FindOperation(words.at(0));
-  const Sample sample =
-      operation.isEdit ? ListToEdit("profile", 1000) : MakeSample("profile", "flat", kSmallNodes);
-  SecondsOf(operation, FindLibrary(words.at(1)), sample, 1);
-  results << sample.nodes << '\n';
-}
-
-struct Command {
-  const char* name;
-  void (*run)(const Words& words, std::ostream& results);
-};
-
-const Command kCommands[] = {
-    {"small", Small},       {"large", Large}, {"real", Real},
-    {"growth", Growth},     {"scale", Scale}, {"extremes", Extremes},
-    {"document", Document}, {"load", Load},   {"profile", Profile},
-};
-
-/// What the file of results tells besides the library's own context.
-void AddContext() {
-  std::string versions;
-  for (const Library& library : AllLibraries()) {
-    versions += (versions.empty() ? "" : ", ") + library.version;
-  }
-  benchmark::AddCustomContext("libraries", versions);
-  benchmark::AddCustomContext("compiler", XMLDOM_BENCH_COMPILER);
-}
-
-int Run(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  AddContext();
-  for (const Command& command : kCommands) {
-    if (argc < 3 || std::string(argv[1]) != command.name) continue;
-    // Debug lines are made and written, but nothing waits for a terminal or a disk.
-    if (std::freopen("/dev/null", "w", stdout) == nullptr) return 1;
-    std::ofstream results(argv[2], std::ios::app);
-    command.run(Words(argv + 3, argv + argc), results);
-    return results.flush() ? 0 : 1;
-  }
-  std::cerr << "usage: xmldom-bench COMMAND FILE [WORD...] [--benchmark_...]\n";
-  return 2;
-}
-
-}  // namespace
-
 const std::vector<Library>& AllLibraries() {
   static const std::vector<Library> libraries = {
       Xmldom(), PlainTree(), ExpatOnly(), Pugixml(), Libxml2(), Tinyxml2(), XercesC(),
@@ -209,18 +29,173 @@ const std::vector<Library>& AllLibraries() {
   return libraries;
 }
 
-const Library& FindLibrary(const std::string& name) {
-  for (const Library& library : AllLibraries()) {
-    if (library.name == name) return library;
+/// The item of that name, which must exist.
+template <class Item>
+const Item& Find(const std::vector<Item>& items, const std::string& name) {
+  for (const Item& item : items) {
+    if (item.name == name) return item;
   }
-  throw std::runtime_error("no library " + name);
+  throw std::runtime_error("there is no " + name);
 }
+
+/// Documents of one kind, each in all of the sizes, which take turns with each other.
+struct Set {
+  std::string name;
+  Kind kind;
+  Words documents;
+  std::vector<std::size_t> sizes;  // about how many nodes; 0 where the document tells
+  Words libraries;
+};
+
+const std::vector<Set>& AllSets() {
+  Words all;
+  for (const Library& library : AllLibraries()) all.push_back(library.name);
+  // The plain tree shows what the caches make of any linked tree that grows.
+  const Words linked = {"xmldom", "plain"};
+  static const std::vector<Set> sets = {
+      {"small", kDocuments, ShapeNames(), {kSmallNodes}, all},
+      {"small", kLists, {"children"}, {1000, 10000}, all},
+      {"large", kDocuments, ShapeNames(), {kLargeNodes}, all},
+      {"real", kDocuments, RealDocumentNames(), {0}, all},
+      {"growth", kDocuments, ShapeNames(), {kLargeNodes, 10 * kLargeNodes}, linked},
+      {"growth", kLists, {"children"}, {10000, 1000000}, linked},
+      {"scale", kDocuments, {"device"}, {1000, 3162, 10000, 31622, 100000, 316227, 1000000}, all},
+      {"extremes", kExtremes, {"levels"}, {100000, 1000000}, {"xmldom"}},
+      {"extremes", kExtremes, {"siblings"}, {1000000, 10000000}, {"xmldom"}},
+  };
+  return sets;
+}
+
+/// What one benchmark does.
+struct Measurement {
+  const Operation& operation;
+  const Set& set;
+  std::string document;
+  std::size_t nodes;
+  const Library& library;
+  /// What the first of the libraries had as the result, in which the others have to agree with it;
+  /// 0 before.
+  std::shared_ptr<std::size_t> agreed;
+};
+
+/// Measures one repetition, in a process of its own; trees of extreme depth and breadth on a small
+/// stack there.
+Outcome OutcomeOf(const Measurement& measurement, const Sample& sample, std::int64_t repetitions) {
+  return OutcomeOfChild([&] {
+    Outcome outcome = {};
+    const auto work = [&] {
+      outcome = Do(measurement.operation, measurement.library, sample, repetitions);
+    };
+    if (measurement.set.kind == kExtremes) {
+      OnSmallStack(work);
+    } else {
+      work();
+    }
+    return outcome;
+  });
+}
+
+void Measure(const Measurement& measurement, benchmark::State& state) {
+  Outcome outcome = {kNotOffered, 0};
+  try {
+    const Sample& sample = FindSample(measurement.document, measurement.nodes);
+    outcome = OutcomeOf(measurement, sample, state.max_iterations);
+    state.counters["nodes"] = static_cast<double>(sample.nodes);
+    if (outcome.result == kNotOffered) {
+      state.SkipWithError("not offered");
+    } else if (*measurement.agreed == 0) {
+      *measurement.agreed = outcome.result;
+    } else if (outcome.result != *measurement.agreed) {
+      throw std::runtime_error("libraries do not agree");
+    }
+  } catch (const std::exception& exception) {
+    state.SkipWithError(exception.what());
+  }
+  for (auto _ : state) {
+    state.SetIterationTime(outcome.seconds / static_cast<double>(state.max_iterations));
+  }
+}
+
+/// Registers the benchmarks of an operation on one document in all of its sizes.
+void Register(const Operation& operation, const Set& set, const std::string& document) {
+  for (const std::size_t nodes : set.sizes) {
+    const auto agreed = std::make_shared<std::size_t>(0);
+    for (const std::string& library : set.libraries) {
+      const std::string size = nodes == 0 ? "all" : std::to_string(nodes);
+      const std::string name =
+          operation.name + "/" + set.name + "/" + document + "/" + size + "/" + library;
+      const Measurement measurement = {
+          operation, set, document, nodes, Find(AllLibraries(), library), agreed};
+      benchmark::internal::Benchmark* registered = benchmark::RegisterBenchmark(
+          name.c_str(), [measurement](benchmark::State& state) { Measure(measurement, state); });
+      registered->UseManualTime();
+      // What has to be prepared each time is done so often that some milliseconds pass.
+      const std::size_t repetitions =
+          nodes == 0 ? 1 : std::max<std::size_t>(kLargeNodes / nodes, 1);
+      if (!operation.isRepeatable) registered->Iterations(static_cast<std::int64_t>(repetitions));
+    }
+  }
+}
+
+/// The word is the name of a set.
+void MeasureSet(const Words& words) {
+  for (const Set& set : AllSets()) {
+    if (set.name != words.at(0)) continue;
+    for (const Operation& operation : AllOperations()) {
+      if ((operation.kinds & set.kind) == 0) continue;
+      for (const std::string& document : set.documents) Register(operation, set, document);
+    }
+  }
+  std::string versions;
+  for (const Library& library : AllLibraries()) {
+    versions += (versions.empty() ? "" : ", ") + library.version;
+  }
+  benchmark::AddCustomContext("libraries", versions);
+  benchmark::AddCustomContext("compiler", XMLDOM_BENCH_COMPILER);
+  benchmark::RunSpecifiedBenchmarks();
+}
+
+/// The words are a library and a file.
+void Load(const Words& words) { MeasureLoad(Find(AllLibraries(), words.at(0)), words.at(1)); }
+
+/// Prints a large document; the word is its name.
+void Document(const Words& words) { std::cout << Generate(words.at(0), kLargeNodes).text; }
+
+/// Does one operation once for a profiler; the words are its name and that of a library. Prints
+/// how many nodes or children it was done with.
+void Profile(const Words& words) {
+  const Operation& operation = Find(AllOperations(), words.at(0));
+  const Sample& sample =
+      operation.kinds == kLists ? FindSample("children", 1000) : FindSample("flat", kSmallNodes);
+  Do(operation, Find(AllLibraries(), words.at(1)), sample, 1);
+  std::cout << sample.nodes << '\n';
+}
+
+struct Command {
+  std::string name;
+  void (*run)(const Words& words);
+};
+
+void Run(int argc, char** argv) {
+  const std::vector<Command> commands = {
+      {"set", MeasureSet}, {"load", Load}, {"document", Document}, {"profile", Profile}};
+  benchmark::Initialize(&argc, argv);
+  const Words words(argv + 1, argv + argc);
+  Find(commands, words.at(0)).run(Words(words.begin() + 1, words.end()));
+}
+
+}  // namespace
 
 }  // namespace bench
 
 int main(int argc, char** argv) {
   try {
-    return bench::Run(argc, argv);
+    bench::Run(argc, argv);
+    return std::cout.flush() ? 0 : 1;
+  } catch (const std::out_of_range&) {
+    std::cerr << "usage: xmldom-bench {set NAME | load LIBRARY FILE | document NAME |"
+                 " profile OPERATION LIBRARY} [--benchmark_...]\n";
+    return 2;
   } catch (const std::exception& exception) {
     std::cerr << "xmldom-bench: " << exception.what() << '\n';
     return 1;

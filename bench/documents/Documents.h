@@ -13,46 +13,44 @@ struct Paths {
   std::string attribute;  // "//name[@attr='value']"
   std::string steps;      // "/a/b/c"
   std::string found;      // "//name[@attr='value']" whose first match has a quarter before it
-  std::string absent;     // "//name[@attr='value']" without a match
+  std::string absent;     // a path without a match
 };
 
 /// A document to measure with.
 struct Sample {
-  std::string set;  // "small", "large", "real", "growth" or "scale"
-  std::string name;
   std::string text;
   Paths paths;
-  std::size_t nodes = 0;             // elements, attributes, and texts that are not blank
-  bool hasText = false;              // some text is not blank
-  bool hasReferencesInText = false;  // some text has a character or entity reference
-  bool isNamespaced = false;         // the elements are in a default namespace
-  bool isListToEdit = false;  // an empty list, whose `nodes` children an edit adds or removes
+  std::size_t nodes = 0;       // elements, attributes, and texts that are not blank
+  bool hasText = false;        // some text is not blank
+  bool hasReferences = false;  // some text has a character or entity reference
 };
 
-/// One kind of generated document. The seed is fixed: the same size gives the same bytes.
-struct Shape {
-  std::string name;
-  /// Makes the text of a document of about `nodes` nodes, and the paths for it.
-  void (*generate)(std::size_t nodes, Sample& sample);
-};
+/// The names of all generated documents of the ordinary kind, and those of the real ones.
+std::vector<std::string> ShapeNames();
+std::vector<std::string> RealDocumentNames();
 
-const std::vector<Shape>& AllShapes();
+/// A generated document of about `nodes` nodes, which are not counted; `name` is one of
+/// ShapeNames(). The seed is fixed: the same size gives the same bytes.
+Sample Generate(const std::string& name, std::size_t nodes);
 
-/// A generated document whose nodes are counted; `name` is that of a shape, which must exist.
-Sample MakeSample(const std::string& set, const std::string& name, std::size_t nodes);
+/// The document of that name, which is made when it is asked for first and counted then:
+/// - one of ShapeNames() with about `nodes` nodes;
+/// - one of RealDocumentNames(), from the folder that `bench/fetch-documents` has filled;
+/// - "children": an empty list, whose `nodes` children an edit adds or removes;
+/// - "levels" and "siblings": so many elements in each other, or below one parent.
+/// Effects: std::runtime_error when there is none.
+const Sample& FindSample(const std::string& name, std::size_t nodes);
 
-/// The empty list for edits with `children` children.
-Sample ListToEdit(const std::string& set, std::size_t children);
-
-/// The documents of Debian packages, from the folder that `bench/fetch-documents` has filled.
-/// Effects: std::runtime_error when one is missing.
-std::vector<Sample> RealDocuments(const std::string& folder);
-
-/// Sets what the text tells: the number of nodes, and what kinds of text there are.
+/// Sets what the text tells: the number of nodes, and what kinds of text there are. It is what the
+/// plain tree (libraries/PlainTree.cpp) has after its load.
+/// Effects: std::runtime_error when the text is not well-formed.
 void CountNodes(Sample& sample);
 
 /// The contents of a file. Effects: std::runtime_error when it cannot be read.
 std::string Contents(const std::string& path);
+
+/// `count` pieces one behind the other.
+std::string Repeated(const std::string& piece, std::size_t count);
 
 }  // namespace bench
 

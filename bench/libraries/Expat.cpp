@@ -1,6 +1,5 @@
 #include "libraries/Expat.h"
 
-#include <cctype>
 #include <cstdio>
 #include <memory>
 
@@ -33,13 +32,11 @@ void IgnoreOther(void*, const XML_Char*, int) {}
 
 const ExpatHandlers kIgnore = {IgnoreStart, IgnoreEnd, IgnoreOther};
 
-TreePointer Load(const std::string& text) {
-  return TreePointer(ParseText(text, kIgnore, nullptr) ? new Tree : nullptr);
-}
-
-TreePointer LoadFile(const std::string& path) {
-  return TreePointer(ParseFile(path, kIgnore, nullptr) ? new Tree : nullptr);
-}
+class NoTree : public Tree {
+ public:
+  bool Load(const std::string& text) { return ParseText(text, kIgnore, nullptr); }
+  bool LoadFile(const std::string& path) { return ParseFile(path, kIgnore, nullptr); }
+};
 
 }  // namespace
 
@@ -64,13 +61,6 @@ bool ParseFile(const std::string& path, const ExpatHandlers& handlers, void* use
   }
 }
 
-bool IsBlank(const XML_Char* text, int length) {
-  for (int i = 0; i < length; ++i) {
-    if (!std::isspace(static_cast<unsigned char>(text[i]))) return false;
-  }
-  return true;
-}
-
-Library ExpatOnly() { return {kExpatOnly, XML_ExpatVersion(), false, Load, LoadFile}; }
+Library ExpatOnly() { return MakeLibrary<NoTree>(kExpatOnly, XML_ExpatVersion()); }
 
 }  // namespace bench

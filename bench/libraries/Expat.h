@@ -20,9 +20,6 @@ bool ParseText(const std::string& text, const ExpatHandlers& handlers, void* use
 /// Parses a file in pieces. Result: whether it could be read and is well-formed.
 bool ParseFile(const std::string& path, const ExpatHandlers& handlers, void* userData);
 
-/// Whether the characters are white space alone.
-bool IsBlank(const XML_Char* text, int length);
-
 }  // namespace bench
 
 #endif

@@ -22,13 +22,22 @@ bool TakeText(xmlChar* text) {
   return any;
 }
 
-class Libxml2Tree : public Tree {
+class Libxml2Tree : public EditedTree<Libxml2Tree> {
  public:
-  explicit Libxml2Tree(xmlDocPtr document) : m_document(document), m_queries(nullptr) {}
-
   ~Libxml2Tree() override {
     if (m_queries != nullptr) xmlXPathFreeContext(m_queries);
     xmlFreeDoc(m_document);
+  }
+
+  bool Load(const std::string& text) {
+    const int length = static_cast<int>(text.size());
+    m_document = xmlReadMemory(text.data(), length, nullptr, nullptr, kOptions);
+    return m_document != nullptr;
+  }
+
+  bool LoadFile(const std::string& path) {
+    m_document = xmlReadFile(path.c_str(), nullptr, kOptions);
+    return m_document != nullptr;
   }
 
   std::size_t Write() override {
@@ -41,7 +50,10 @@ class Libxml2Tree : public Tree {
   std::size_t Text() override { return TakeText(xmlNodeGetContent(Root())); }
 
   std::size_t SelectAll(const char* path) override {
-    PrepareQueries();
+    // A name without a prefix selects nothing in a default namespace.
+    if (Root()->ns != nullptr) return kNotOffered;
+    // One context serves all queries of a document, so that its own cost does not count.
+    if (m_queries == nullptr) m_queries = xmlXPathNewContext(m_document);
     xmlXPathObjectPtr result = xmlXPathEvalExpression(Chars(path), m_queries);
     const int count = xmlXPathNodeSetGetLength(result->nodesetval);
     xmlXPathFreeObject(result);
@@ -50,65 +62,39 @@ class Libxml2Tree : public Tree {
 
   std::size_t SelectFirst(const char* path) override {
     // The form that lets the library stop at the first node.
-    return SelectAll(("(" + std::string(path) + ")[1]").c_str()) != 0;
+    return SelectAll(("(" + std::string(path) + ")[1]").c_str());
   }
 
-  void Append(const char* name, std::size_t count) override {
-    xmlNodePtr root = Root();
-    for (; count > 0; --count) xmlAddChild(root, NewElement(name));
-  }
+  void AppendOne() { xmlAddChild(Root(), NewElement()); }
 
-  void InsertFirst(const char* name, std::size_t count) override {
-    xmlNodePtr root = Root();
-    for (; count > 0; --count) {
-      if (root->children == nullptr) {
-        xmlAddChild(root, NewElement(name));
-      } else {
-        xmlAddPrevSibling(root->children, NewElement(name));
-      }
+  void InsertOne() {
+    xmlNodePtr first = Root()->children;
+    if (first == nullptr) {
+      AppendOne();
+    } else {
+      xmlAddPrevSibling(first, NewElement());
     }
   }
 
-  void RemoveFirst(std::size_t count) override {
-    xmlNodePtr root = Root();
-    for (; count > 0; --count) {
-      xmlNodePtr child = root->children;
-      xmlUnlinkNode(child);
-      xmlFreeNode(child);
-    }
+  void RemoveOne() {
+    xmlNodePtr child = Root()->children;
+    xmlUnlinkNode(child);
+    xmlFreeNode(child);
   }
 
  private:
   xmlNodePtr Root() const { return xmlDocGetRootElement(m_document); }
 
-  xmlNodePtr NewElement(const char* name) const {
-    return xmlNewDocNode(m_document, nullptr, Chars(name), nullptr);
+  xmlNodePtr NewElement() const {
+    return xmlNewDocNode(m_document, nullptr, Chars(kChildName), nullptr);
   }
 
-  /// A context serves all queries of a document, so that its own cost does not count.
-  void PrepareQueries() {
-    if (m_queries == nullptr) m_queries = xmlXPathNewContext(m_document);
-  }
-
-  xmlDocPtr m_document;
-  xmlXPathContextPtr m_queries;
+  xmlDocPtr m_document = nullptr;
+  xmlXPathContextPtr m_queries = nullptr;
 };
-
-TreePointer TreeOf(xmlDocPtr document) {
-  return TreePointer(document == nullptr ? nullptr : new Libxml2Tree(document));
-}
-
-TreePointer Load(const std::string& text) {
-  const int length = static_cast<int>(text.size());
-  return TreeOf(xmlReadMemory(text.data(), length, nullptr, nullptr, kOptions));
-}
-
-TreePointer LoadFile(const std::string& path) {
-  return TreeOf(xmlReadFile(path.c_str(), nullptr, kOptions));
-}
 
 }  // namespace
 
-Library Libxml2() { return {"libxml2", "libxml2 " LIBXML_DOTTED_VERSION, true, Load, LoadFile}; }
+Library Libxml2() { return MakeLibrary<Libxml2Tree>("libxml2", "libxml2 " LIBXML_DOTTED_VERSION); }
 
 }  // namespace bench

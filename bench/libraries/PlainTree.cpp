@@ -1,8 +1,12 @@
+#include <algorithm>
+#include <cctype>
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <stdexcept>
 
 #include "Library.h"
+#include "documents/Documents.h"
 #include "libraries/Expat.h"
 
 // The plainest linked tree that can be made of Expat's events: every node, name and value is a
@@ -99,6 +103,11 @@ struct Builder {
   }
 };
 
+/// Whether the characters are white space alone.
+bool IsBlank(const XML_Char* text, int length) {
+  return std::all_of(text, text + length, [](unsigned char c) { return std::isspace(c) != 0; });
+}
+
 void OnStart(void* userData, const XML_Char* name, const XML_Char** attributes) {
   Builder& builder = *static_cast<Builder*>(userData);
   Node* element = NewNode(Type::kElement, name, nullptr, 0);
@@ -129,27 +138,27 @@ void OnDefault(void* userData, const XML_Char* text, int length) {
   builder.text.append(text, static_cast<std::size_t>(length));
 }
 
-/// Takes what stands at `rest` before one of the characters `ends`, and moves `rest` there.
-std::string Take(const char*& rest, const char* ends) {
-  const std::size_t length = std::strcspn(rest, ends);
-  rest += length;
-  return std::string(rest - length, length);
-}
-
 /// Selects with a path of one of the forms that are measured: "//name",
 /// "//name[@attribute='value']" and "/a/b/c".
 class Selection {
  public:
   /// Stops at `most` nodes; 0 stands for all.
-  Selection(const Node* root, const char* path, std::size_t most) : m_most(most) {
-    const bool isDescendant = path[1] == '/';
-    if (isDescendant) ++path;
-    while (*path == '/') m_names.push_back(Take(++path, "/["));
-    if (*path == '[') {
-      m_attribute = Take(path += std::strlen("[@"), "=");
-      m_value = Take(path += std::strlen("='"), "'");
+  Selection(const Node* root, const std::string& path, std::size_t most) : m_most(most) {
+    std::string steps = path;
+    const std::size_t predicate = path.find("[@");
+    if (predicate != std::string::npos) {
+      steps.resize(predicate);
+      const std::size_t attribute = predicate + 2;
+      const std::size_t value = path.find("='") + 2;
+      m_attribute = path.substr(attribute, value - 2 - attribute);
+      m_value = path.substr(value, path.size() - 2 - value);
     }
-    isDescendant ? Descend(root) : Step(root, 0);
+    std::size_t end = 0;
+    for (std::size_t begin; (begin = steps.find_first_not_of('/', end)) != std::string::npos;) {
+      end = steps.find('/', begin);
+      m_names.push_back(steps.substr(begin, end - begin));
+    }
+    path[1] == '/' ? Descend(root) : Step(root, 0);
   }
 
   std::size_t Count() const { return m_found.size(); }
@@ -194,10 +203,27 @@ class Selection {
   std::vector<const Node*> m_found;
 };
 
-class LinkedTree : public Tree {
+/// Counts the nodes of a chain with everything below them.
+void CountChain(const Node* node, Sample& sample) {
+  for (; node != nullptr; node = node->next) {
+    ++sample.nodes;
+    if (node->type == Type::kText) {
+      sample.hasText = true;
+      if (std::strchr(node->value, '&') != nullptr) sample.hasReferences = true;
+    }
+    CountChain(node->firstAttribute, sample);
+    CountChain(node->firstChild, sample);
+  }
+}
+
+const ExpatHandlers kHandlers = {OnStart, OnEnd, OnDefault};
+
+class LinkedTree : public EditedTree<LinkedTree> {
  public:
-  explicit LinkedTree(Node* root) : m_root(root) {}
   ~LinkedTree() override { DestroyChain(m_root); }
+
+  bool Load(const std::string& text) { return Build(ParseText, text); }
+  bool LoadFile(const std::string& path) { return Build(ParseFile, path); }
 
   std::size_t SelectAll(const char* path) override { return Selection(m_root, path, 0).Count(); }
   std::size_t SelectFirst(const char* path) override { return Selection(m_root, path, 1).Count(); }
@@ -206,56 +232,46 @@ class LinkedTree : public Tree {
     return TreesEqual(m_root, static_cast<LinkedTree&>(other).m_root);
   }
 
-  void Append(const char* name, std::size_t count) override {
-    for (; count > 0; --count) AppendChild(m_root, NewNode(Type::kElement, name, nullptr, 0));
+  void AppendOne() { AppendChild(m_root, NewNode(Type::kElement, kChildName, nullptr, 0)); }
+
+  void InsertOne() {
+    Node* child = NewNode(Type::kElement, kChildName, nullptr, 0);
+    child->parent = m_root;
+    child->next = m_root->firstChild;
+    m_root->firstChild = child;
+    if (m_root->lastChild == nullptr) m_root->lastChild = child;
   }
 
-  void InsertFirst(const char* name, std::size_t count) override {
-    for (; count > 0; --count) {
-      Node* child = NewNode(Type::kElement, name, nullptr, 0);
-      child->parent = m_root;
-      child->next = m_root->firstChild;
-      m_root->firstChild = child;
-      if (m_root->lastChild == nullptr) m_root->lastChild = child;
-    }
+  void RemoveOne() {
+    Node* child = m_root->firstChild;
+    m_root->firstChild = child->next;
+    if (m_root->firstChild == nullptr) m_root->lastChild = nullptr;
+    child->next = nullptr;
+    DestroyChain(child);
   }
 
-  void RemoveFirst(std::size_t count) override {
-    for (; count > 0; --count) {
-      Node* child = m_root->firstChild;
-      m_root->firstChild = child->next;
-      if (m_root->firstChild == nullptr) m_root->lastChild = nullptr;
-      child->next = nullptr;
-      DestroyChain(child);
-    }
-  }
+  void CountNodes(Sample& sample) const { CountChain(m_root, sample); }
 
  private:
-  Node* m_root;
+  template <class Parse>
+  bool Build(Parse parse, const std::string& source) {
+    Builder builder;
+    const bool isParsed = parse(source, kHandlers, &builder);
+    m_root = builder.root;
+    return isParsed;
+  }
+
+  Node* m_root = nullptr;
 };
-
-TreePointer TreeUnlessRefused(bool isParsed, const Builder& builder) {
-  TreePointer tree(new LinkedTree(builder.root));
-  if (!isParsed) tree.reset();
-  return tree;
-}
-
-const ExpatHandlers kHandlers = {OnStart, OnEnd, OnDefault};
-
-TreePointer Load(const std::string& text) {
-  Builder builder;
-  const bool isParsed = ParseText(text, kHandlers, &builder);
-  return TreeUnlessRefused(isParsed, builder);
-}
-
-TreePointer LoadFile(const std::string& path) {
-  Builder builder;
-  const bool isParsed = ParseFile(path, kHandlers, &builder);
-  return TreeUnlessRefused(isParsed, builder);
-}
 
 }  // namespace
 
-Library PlainTree() { return {"plain", "plain linked tree over Expat", false, Load, LoadFile}; }
+void CountNodes(Sample& sample) {
+  LinkedTree tree;
+  if (!tree.Load(sample.text)) throw std::runtime_error("a document is not well-formed");
+  tree.CountNodes(sample);
+}
+
+Library PlainTree() { return MakeLibrary<LinkedTree>("plain", "plain linked tree over Expat"); }
 
 }  // namespace bench

@@ -30,9 +30,13 @@ void CollectText(const pugi::xml_node& node, std::string& out) {
   }
 }
 
-class PugixmlTree : public Tree {
+class PugixmlTree : public EditedTree<PugixmlTree> {
  public:
-  pugi::xml_document& Document() { return m_document; }
+  bool Load(const std::string& text) {
+    return FindRoot(m_document.load_buffer(text.data(), text.size()));
+  }
+
+  bool LoadFile(const std::string& path) { return FindRoot(m_document.load_file(path.c_str())); }
 
   std::size_t Write() override {
     StringWriter writer;
@@ -42,7 +46,7 @@ class PugixmlTree : public Tree {
 
   std::size_t Text() override {
     std::string out;
-    CollectText(m_document.document_element(), out);
+    CollectText(m_root, out);
     return !out.empty();
   }
 
@@ -52,43 +56,26 @@ class PugixmlTree : public Tree {
     return m_document.select_node(path) ? 1 : 0;
   }
 
-  void Append(const char* name, std::size_t count) override {
-    pugi::xml_node root = m_document.document_element();
-    for (; count > 0; --count) root.append_child(name);
-  }
-
-  void InsertFirst(const char* name, std::size_t count) override {
-    pugi::xml_node root = m_document.document_element();
-    for (; count > 0; --count) root.prepend_child(name);
-  }
-
-  void RemoveFirst(std::size_t count) override {
-    pugi::xml_node root = m_document.document_element();
-    for (; count > 0; --count) root.remove_child(root.first_child());
-  }
+  void AppendOne() { m_root.append_child(kChildName); }
+  void InsertOne() { m_root.prepend_child(kChildName); }
+  void RemoveOne() { m_root.remove_child(m_root.first_child()); }
 
  private:
+  bool FindRoot(bool isLoaded) {
+    m_root = m_document.document_element();
+    return isLoaded;
+  }
+
   pugi::xml_document m_document;
+  pugi::xml_node m_root;
 };
-
-TreePointer Load(const std::string& text) {
-  std::unique_ptr<PugixmlTree> tree(new PugixmlTree);
-  if (!tree->Document().load_buffer(text.data(), text.size())) return nullptr;
-  return tree;
-}
-
-TreePointer LoadFile(const std::string& path) {
-  std::unique_ptr<PugixmlTree> tree(new PugixmlTree);
-  if (!tree->Document().load_file(path.c_str())) return nullptr;
-  return tree;
-}
 
 }  // namespace
 
 Library Pugixml() {
   const std::string version = "pugixml " + std::to_string(PUGIXML_VERSION / 1000) + "." +
                               std::to_string(PUGIXML_VERSION % 1000 / 10);
-  return {"pugixml", version, false, Load, LoadFile};
+  return MakeLibrary<PugixmlTree>("pugixml", version);
 }
 
 }  // namespace bench

@@ -6,9 +6,15 @@ namespace bench {
 
 namespace {
 
-class Tinyxml2Tree : public Tree {
+class Tinyxml2Tree : public EditedTree<Tinyxml2Tree> {
  public:
-  tinyxml2::XMLDocument& Document() { return m_document; }
+  bool Load(const std::string& text) {
+    return m_document.Parse(text.data(), text.size()) == tinyxml2::XML_SUCCESS;
+  }
+
+  bool LoadFile(const std::string& path) {
+    return m_document.LoadFile(path.c_str()) == tinyxml2::XML_SUCCESS;
+  }
 
   std::size_t Write() override {
     tinyxml2::XMLPrinter printer;
@@ -16,37 +22,15 @@ class Tinyxml2Tree : public Tree {
     return printer.CStrSize() > 1;
   }
 
-  void Append(const char* name, std::size_t count) override {
-    tinyxml2::XMLElement* root = m_document.RootElement();
-    for (; count > 0; --count) root->InsertEndChild(m_document.NewElement(name));
-  }
-
-  void InsertFirst(const char* name, std::size_t count) override {
-    tinyxml2::XMLElement* root = m_document.RootElement();
-    for (; count > 0; --count) root->InsertFirstChild(m_document.NewElement(name));
-  }
-
-  void RemoveFirst(std::size_t count) override {
-    tinyxml2::XMLElement* root = m_document.RootElement();
-    for (; count > 0; --count) root->DeleteChild(root->FirstChild());
-  }
+  void AppendOne() { Root()->InsertEndChild(m_document.NewElement(kChildName)); }
+  void InsertOne() { Root()->InsertFirstChild(m_document.NewElement(kChildName)); }
+  void RemoveOne() { Root()->DeleteChild(Root()->FirstChild()); }
 
  private:
+  tinyxml2::XMLElement* Root() { return m_document.RootElement(); }
+
   tinyxml2::XMLDocument m_document;
 };
-
-TreePointer Load(const std::string& text) {
-  std::unique_ptr<Tinyxml2Tree> tree(new Tinyxml2Tree);
-  const tinyxml2::XMLError error = tree->Document().Parse(text.data(), text.size());
-  if (error != tinyxml2::XML_SUCCESS) return nullptr;
-  return tree;
-}
-
-TreePointer LoadFile(const std::string& path) {
-  std::unique_ptr<Tinyxml2Tree> tree(new Tinyxml2Tree);
-  if (tree->Document().LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS) return nullptr;
-  return tree;
-}
 
 }  // namespace
 
@@ -54,7 +38,7 @@ Library Tinyxml2() {
   const std::string version = "tinyxml2 " + std::to_string(TINYXML2_MAJOR_VERSION) + "." +
                               std::to_string(TINYXML2_MINOR_VERSION) + "." +
                               std::to_string(TINYXML2_PATCH_VERSION);
-  return {"tinyxml2", version, false, Load, LoadFile};
+  return MakeLibrary<Tinyxml2Tree>("tinyxml2", version);
 }
 
 }  // namespace bench

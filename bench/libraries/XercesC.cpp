@@ -40,11 +40,24 @@ struct Releaser {
 };
 template <class T>
 using Owned = std::unique_ptr<T, Releaser>;
-typedef Owned<xercesc::DOMDocument> Document;
 
-class XercesTree : public Tree {
+/// Throws what is an error, so that a text that is refused gives no tree.
+class StrictErrors : public xercesc::ErrorHandler {
  public:
-  explicit XercesTree(Document document) : m_document(std::move(document)) {}
+  void warning(const xercesc::SAXParseException&) override {}
+  void error(const xercesc::SAXParseException& exception) override { throw exception; }
+  void fatalError(const xercesc::SAXParseException& exception) override { throw exception; }
+  void resetErrors() override {}
+};
+
+class XercesTree : public EditedTree<XercesTree> {
+ public:
+  bool Load(const std::string& text) {
+    const XMLByte* bytes = reinterpret_cast<const XMLByte*>(text.data());
+    return Parse(xercesc::MemBufInputSource(bytes, text.size(), "document", false));
+  }
+
+  bool LoadFile(const std::string& path) { return Parse(path.c_str()); }
 
   std::size_t Write() override {
     const XMLCh features[] = {xercesc::chLatin_L, xercesc::chLatin_S, xercesc::chNull};
@@ -77,68 +90,42 @@ class XercesTree : public Tree {
     return Root()->isEqualNode(static_cast<XercesTree&>(other).Root());
   }
 
-  void Append(const char* name, std::size_t count) override {
-    const WideText wideName(name);
-    for (; count > 0; --count) {
-      Root()->appendChild(m_document->createElement(wideName.Get()));
-    }
-  }
-
-  void InsertFirst(const char* name, std::size_t count) override {
-    const WideText wideName(name);
-    for (; count > 0; --count) {
-      Root()->insertBefore(m_document->createElement(wideName.Get()), Root()->getFirstChild());
-    }
-  }
-
-  void RemoveFirst(std::size_t count) override {
-    for (; count > 0; --count) Root()->removeChild(Root()->getFirstChild())->release();
-  }
+  void AppendOne() { Root()->appendChild(NewElement()); }
+  void InsertOne() { Root()->insertBefore(NewElement(), Root()->getFirstChild()); }
+  void RemoveOne() { Root()->removeChild(Root()->getFirstChild())->release(); }
 
  private:
+  /// `source` is whatever the parser takes. Result: whether it has accepted that.
+  template <class Source>
+  bool Parse(const Source& source) {
+    xercesc::XercesDOMParser parser;
+    StrictErrors errors;
+    parser.setErrorHandler(&errors);
+    parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
+    parser.setLoadExternalDTD(false);
+    parser.setCreateEntityReferenceNodes(false);
+    try {
+      parser.parse(source);
+    } catch (const xercesc::SAXParseException&) {
+      return false;
+    }
+    m_document.reset(parser.adoptDocument());
+    return true;
+  }
+
   xercesc::DOMElement* Root() const { return m_document->getDocumentElement(); }
 
-  Document m_document;
+  xercesc::DOMElement* NewElement() const { return m_document->createElement(m_childName.Get()); }
+
+  Owned<xercesc::DOMDocument> m_document;
+  const WideText m_childName{kChildName};
 };
-
-/// Throws what is an error, so that a text that is refused gives no tree.
-class StrictErrors : public xercesc::ErrorHandler {
- public:
-  void warning(const xercesc::SAXParseException&) override {}
-  void error(const xercesc::SAXParseException& exception) override { throw exception; }
-  void fatalError(const xercesc::SAXParseException& exception) override { throw exception; }
-  void resetErrors() override {}
-};
-
-/// `source` is whatever the parser takes.
-template <class Source>
-TreePointer Parse(const Source& source) {
-  xercesc::XercesDOMParser parser;
-  StrictErrors errors;
-  parser.setErrorHandler(&errors);
-  parser.setValidationScheme(xercesc::XercesDOMParser::Val_Never);
-  parser.setLoadExternalDTD(false);
-  parser.setCreateEntityReferenceNodes(false);
-  try {
-    parser.parse(source);
-  } catch (const xercesc::SAXParseException&) {
-    return nullptr;
-  }
-  return TreePointer(new XercesTree(Document(parser.adoptDocument())));
-}
-
-TreePointer Load(const std::string& text) {
-  return Parse(xercesc::MemBufInputSource(reinterpret_cast<const XMLByte*>(text.data()),
-                                          text.size(), "document", false));
-}
-
-TreePointer LoadFile(const std::string& path) { return Parse(path.c_str()); }
 
 }  // namespace
 
 Library XercesC() {
   xercesc::XMLPlatformUtils::Initialize();
-  return {"xerces-c", "Xerces-C " XERCES_FULLVERSIONDOT, false, Load, LoadFile};
+  return MakeLibrary<XercesTree>("xerces-c", "Xerces-C " XERCES_FULLVERSIONDOT);
 }
 
 }  // namespace bench

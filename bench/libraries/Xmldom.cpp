@@ -1,4 +1,5 @@
 #include <malloc.h>
+#include <xmldom/support/Logger.h>
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
@@ -25,13 +26,27 @@ std::size_t ChainBytes(IXMLDOMNode* node) {
   return bytes;
 }
 
-class XmldomTree : public Tree {
+class XmldomTree : public EditedTree<XmldomTree> {
  public:
   XmldomTree() { Create(m_document.Out()); }
 
-  IXMLDOMDocument2* Document() { return m_document.Get(); }
+  bool Load(const std::string& text) { return m_document->loadXML(text.c_str()) == VARIANT_TRUE; }
+
+  bool LoadFile(const std::string& path) {
+    short loaded = VARIANT_FALSE;
+    m_document->load(const_cast<char*>(path.c_str()), &loaded);
+    return loaded == VARIANT_TRUE;
+  }
 
   std::size_t Write() override { return HasText(m_document->GetXML()); }
+
+  std::size_t WriteCompact() override {
+    const unsigned int flags = m_document->m_uFlags;
+    m_document->m_uFlags = flags & ~static_cast<unsigned int>(IXMLDOMDocument2::FORMATTED_LAYOUT);
+    const std::size_t result = Write();
+    m_document->m_uFlags = flags;
+    return result;
+  }
 
   std::size_t Text() override { return HasText(m_document->GetTextAsBSTR()); }
 
@@ -45,30 +60,24 @@ class XmldomTree : public Tree {
 
   std::size_t Equals(Tree& other) override {
     CMemFile report(0);
-    IXMLDOMDocument2* document = static_cast<XmldomTree&>(other).Document();
-    return CompareXMLNodes(Document(), document, report, 0) != 0;
+    IXMLDOMDocument2* document = static_cast<XmldomTree&>(other).m_document.Get();
+    return CompareXMLNodes(m_document.Get(), document, report, 0) != 0;
   }
 
-  void Append(const char* name, std::size_t count) override {
-    for (; count > 0; --count) Adopt(Root()->AddChild(name, nullptr));
-  }
+  void AppendOne() { Adopt(Root()->AddChild(kChildName, nullptr)); }
 
-  void InsertFirst(const char* name, std::size_t count) override {
-    IXMLDOMNode* root = Root();
-    for (; count > 0; --count) {
-      IXMLDOMNode* child = new IXMLDOMNode(Document(), name, nullptr, NODE_ELEMENT);
-      if (root->m_pFirstChild == nullptr) {
-        root->appendChild(child, nullptr);
-      } else {
-        root->insertBefore(child, root->m_pFirstChild, nullptr);
-      }
+  void InsertOne() {
+    IXMLDOMNode* child = new IXMLDOMNode(m_document.Get(), kChildName, nullptr, NODE_ELEMENT);
+    if (Root()->m_pFirstChild == nullptr) {
+      Root()->appendChild(child, nullptr);
+    } else {
+      Root()->insertBefore(child, Root()->m_pFirstChild, nullptr);
     }
   }
 
-  void RemoveFirst(std::size_t count) override {
-    IXMLDOMNode* root = Root();
+  void RemoveOne() {
     XMLPtr<IXMLDOMNode> child;
-    for (; count > 0; --count) root->removeChild(root->m_pFirstChild, child.Out());
+    Root()->removeChild(Root()->m_pFirstChild, child.Out());
   }
 
   std::size_t RecordBytes() const override { return ChainBytes(Root()); }
@@ -79,22 +88,13 @@ class XmldomTree : public Tree {
   XMLPtr<IXMLDOMDocument2> m_document;
 };
 
-TreePointer Load(const std::string& text) {
-  std::unique_ptr<XmldomTree> tree(new XmldomTree);
-  if (tree->Document()->loadXML(text.c_str()) != VARIANT_TRUE) return nullptr;
-  return tree;
-}
-
-TreePointer LoadFile(const std::string& path) {
-  std::unique_ptr<XmldomTree> tree(new XmldomTree);
-  short loaded = VARIANT_FALSE;
-  tree->Document()->load(const_cast<char*>(path.c_str()), &loaded);
-  if (loaded != VARIANT_TRUE) return nullptr;
-  return tree;
-}
-
 }  // namespace
 
-Library Xmldom() { return {"xmldom", "xmldom " XMLDOM_BENCH_VERSION, false, Load, LoadFile}; }
+Library Xmldom() {
+  // Reading texts with references would print debug lines, and this setting is a log event.
+  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+  SetDebugEntities(false);
+  return MakeLibrary<XmldomTree>("xmldom", "xmldom " XMLDOM_BENCH_VERSION);
+}
 
 }  // namespace bench
