@@ -20,7 +20,7 @@ class Results:
     def __init__(self, folder):
         self.folder = pathlib.Path(folder)
         self.context = {}
-        self.times = {}  # of a Key: nanoseconds, the median of the repetitions
+        self.times = {}  # of a Key: nanoseconds, the least of the repetitions
         self.spreads = [0]  # standard deviations in multiples of the means
         self.failed = []  # names of benchmarks
         for part in SETS + ["growth", "scale", "extremes"]:
@@ -50,7 +50,7 @@ class Results:
             if run.get("error_occurred"):
                 if run["error_message"] != "not offered":
                     self.failed.append(run["run_name"])
-            elif run.get("aggregate_name", "median") == "median":
+            elif run.get("aggregate_name", "least") == "least":
                 key = Key(operation, group, sample, int(run["nodes"]), library)
                 self.times[key] = run["real_time"]
             elif run["aggregate_name"] == "cv":
