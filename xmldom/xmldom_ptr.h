@@ -8,6 +8,7 @@
 ///
 /// The owner of a VARIANT is _variant_t (<xmldom/support/variant.h>).
 
+#include <xmldom/dom/CountedClasses.h>
 #include <xmldom/dom/NodeRanges.h>
 #include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/ptr/XMLPtrStrings.h>
