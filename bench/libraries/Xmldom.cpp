@@ -10,7 +10,7 @@ namespace bench {
 namespace {
 
 /// Whether a text that the library handed over has any characters; frees it.
-std::size_t HasText(BSTR text) { return *XMLBstr::Adopt(text).c_str() != '\0'; }
+std::size_t HasText(BSTR text) { return *xmldom::AdoptBstr(text).c_str() != '\0'; }
 
 /// A block of the heap, its header included.
 std::size_t BlockBytes(void* block) {
@@ -51,11 +51,11 @@ class XmldomTree : public EditedTree<XmldomTree> {
   std::size_t Text() override { return HasText(m_document->GetTextAsBSTR()); }
 
   std::size_t SelectAll(const char* path) override {
-    return static_cast<std::size_t>(Adopt(m_document->SelectNodes(path))->m_nCount);
+    return static_cast<std::size_t>(xmldom::Adopt(m_document->SelectNodes(path))->m_nCount);
   }
 
   std::size_t SelectFirst(const char* path) override {
-    return Adopt(m_document->SelectSingleNode(path)) ? 1 : 0;
+    return xmldom::Adopt(m_document->SelectSingleNode(path)) ? 1 : 0;
   }
 
   std::size_t Equals(Tree& other) override {
@@ -64,7 +64,7 @@ class XmldomTree : public EditedTree<XmldomTree> {
     return CompareXMLNodes(m_document.Get(), document, report, 0) != 0;
   }
 
-  void AppendOne() { Adopt(Root()->AddChild(kChildName, nullptr)); }
+  void AppendOne() { xmldom::Adopt(Root()->AddChild(kChildName, nullptr)); }
 
   void InsertOne() {
     IXMLDOMNode* child = new IXMLDOMNode(m_document.Get(), kChildName, nullptr, NODE_ELEMENT);

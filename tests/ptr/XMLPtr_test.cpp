@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -18,10 +21,10 @@ typedef XMLPtr<IXMLDOMNode> NodePtr;
 typedef XMLPtr<IXMLDOMDocument2> DocumentPtr;
 
 NodePtr NewNode(const char* name) {
-  return Adopt(new IXMLDOMNode(nullptr, name, nullptr, NODE_ELEMENT));
+  return xmldom::Adopt(new IXMLDOMNode(nullptr, name, nullptr, NODE_ELEMENT));
 }
 
-DocumentPtr LoadPtr(const char* xml) { return Adopt(Load(xml).Detach()); }
+DocumentPtr LoadPtr(const char* xml) { return xmldom::Adopt(Load(xml).Detach()); }
 
 // ---- Adopting and sharing
 
@@ -29,7 +32,7 @@ TEST(XMLPtr, Adopt_takes_the_reference_over) {
   IXMLDOMNode* plain = new IXMLDOMNode(nullptr, "a", nullptr, NODE_ELEMENT);
   const int nodes = IXMLDOMNode::m_iObjCount;
   {
-    const NodePtr node = Adopt(plain);
+    const NodePtr node = xmldom::Adopt(plain);
     EXPECT_EQ(plain, node.Get());
     EXPECT_EQ(1, node->GetRefCount());
   }
@@ -39,7 +42,7 @@ TEST(XMLPtr, Adopt_takes_the_reference_over) {
 TEST(XMLPtr, Share_adds_a_reference) {
   Document document = Load("<a/>");
   {
-    const NodePtr root = Share(Root(document));
+    const NodePtr root = xmldom::Share(Root(document));
     EXPECT_EQ(2, root->GetRefCount());
   }
   EXPECT_EQ(1, Root(document)->GetRefCount());
@@ -48,8 +51,8 @@ TEST(XMLPtr, Share_adds_a_reference) {
 TEST(XMLPtr, nothing_is_held_of_a_null_pointer) {
   EXPECT_FALSE(NodePtr());
   EXPECT_FALSE(NodePtr(nullptr));
-  EXPECT_FALSE(Adopt(NoNode()));
-  EXPECT_FALSE(Share(NoNode()));
+  EXPECT_FALSE(xmldom::Adopt(NoNode()));
+  EXPECT_FALSE(xmldom::Share(NoNode()));
   const NodePtr none;
   EXPECT_EQ(nullptr, none.Get());
   EXPECT_FALSE(NodePtr(none));
@@ -59,7 +62,7 @@ TEST(XMLPtr, a_shared_node_outlives_its_tree) {
   NodePtr child;
   {
     const DocumentPtr document = LoadPtr("<a><b>text</b></a>");
-    child = Share(document->m_pFirstChild->m_pFirstChild);
+    child = xmldom::Share(document->m_pFirstChild->m_pFirstChild);
   }
   EXPECT_EQ(1, child->GetRefCount());
   EXPECT_EQ(nullptr, child->m_pOwnerDocument);
@@ -73,7 +76,7 @@ TEST(XMLPtr, holds_every_kind_of_object) {
   XMLPtr<IXMLDOMParseError> error;
   EXPECT_EQ(S_OK, document->get_parseError(error.Out()));
   EXPECT_NE(0, error->m_lErrorCode);
-  XMLPtr<IXMLDOMNodeList> list = Adopt(document->SelectNodes("a"));
+  XMLPtr<IXMLDOMNodeList> list = xmldom::Adopt(document->SelectNodes("a"));
   EXPECT_EQ(1, list->m_nCount);
   XMLPtr<IXMLDOMNamedNodeMap> map;
   EXPECT_EQ(S_OK, document->m_pFirstChild->get_attributes(map.Out()));
@@ -129,14 +132,14 @@ TEST(XMLPtr, assigning_to_itself_changes_nothing) {
   node = std::move(same);
   ASSERT_TRUE(node);
   EXPECT_EQ(1, node->GetRefCount());
-  node = Share(node.Get());
+  node = xmldom::Share(node.Get());
   EXPECT_EQ(1, node->GetRefCount());
 }
 
 TEST(XMLPtr, assigning_what_only_the_old_object_kept_alive_is_safe) {
   NodePtr node = NewNode("a");
-  Adopt(node->AddChild("b", "text"));
-  node = Share(node->m_pFirstChild);
+  xmldom::Adopt(node->AddChild("b", "text"));
+  node = xmldom::Share(node->m_pFirstChild);
   EXPECT_STREQ("b", node->m_pszNodeName);
   EXPECT_EQ(1, node->GetRefCount());
 }
@@ -223,7 +226,7 @@ TEST(XMLPtr, a_node_that_was_refused_stays_with_its_pointer) {
 TEST(XMLPtr, a_node_moves_between_trees_beside_its_pointer) {
   const DocumentPtr from = LoadPtr("<a><b/></a>");
   const DocumentPtr to = LoadPtr("<c/>");
-  const NodePtr node = Share(from->m_pFirstChild->m_pFirstChild);
+  const NodePtr node = xmldom::Share(from->m_pFirstChild->m_pFirstChild);
   EXPECT_EQ(S_OK, to->m_pFirstChild->appendChild(node.Get(), nullptr));
   EXPECT_EQ(2, node->GetRefCount());
   EXPECT_EQ(to.Get(), node->m_pOwnerDocument);
@@ -271,10 +274,105 @@ TEST(XMLPtr, Out_takes_the_reference_of_a_node_that_is_taken_out) {
 TEST(XMLPtr, Out_is_null_when_the_member_stores_nothing) {
   const DocumentPtr document = LoadPtr("<a><b/></a>");
   IXMLDOMNode* const root = document->m_pFirstChild;
-  NodePtr removed = Share(root);
+  NodePtr removed = xmldom::Share(root);
   EXPECT_EQ(E_ARGUMENT, root->removeChild(document.Get(), removed.Out()));
   EXPECT_FALSE(removed);
   EXPECT_EQ(1, root->GetRefCount());
+}
+
+TEST(XMLPtr, Out_replaces_the_object_that_the_call_is_made_on) {
+  NodePtr node = NewNode("a");
+  const XMLPtr<IXMLDOMNode> last = xmldom::Adopt(node->AddChild("b", "text"));
+  const int nodes = IXMLDOMNode::m_iObjCount;
+  // The only reference to the element goes with this.
+  EXPECT_EQ(S_OK, node->get_firstChild(node.Out()));
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  EXPECT_EQ(nodes - 1, IXMLDOMNode::m_iObjCount);
+  EXPECT_EQ(2, node->GetRefCount());
+}
+
+TEST(XMLPtr, Out_walks_along_siblings_that_only_it_holds) {
+  NodePtr node = NewNode("a");
+  xmldom::Adopt(node->AddSibling("b", nullptr));
+  xmldom::Adopt(node->AddSibling("c", nullptr));
+  EXPECT_EQ(S_OK, node->get_nextSibling(node.Out()));
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  std::string names;
+  do {
+    names += node->m_pszNodeName;
+  } while (node->get_nextSibling(node.Out()) == S_OK);
+  EXPECT_EQ("bc", names);
+  EXPECT_FALSE(node);
+}
+
+TEST(XMLPtr, Out_replaces_another_argument_of_the_call) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  NodePtr node = xmldom::Share(document->m_pFirstChild->m_pFirstChild);
+  EXPECT_EQ(S_OK, document->m_pFirstChild->removeChild(node.Get(), node.Out()));
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  EXPECT_EQ(1, node->GetRefCount());
+}
+
+TEST(XMLPtr, Out_owns_the_former_object_until_the_end_of_the_expression) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  NodePtr node = xmldom::Share(document->m_pFirstChild);
+  IXMLDOMNode* const former = node.Get();
+  EXPECT_TRUE(node->get_firstChild(node.Out()) == S_OK && node == former);
+  EXPECT_STREQ("b", node->m_pszNodeName);
+}
+
+void StoreAndThrow(IXMLDOMNode** out, IXMLDOMNode* node) {
+  *out = node;
+  throw std::runtime_error("after the result");
+}
+
+TEST(XMLPtr, Out_of_a_call_that_throws) {
+  const DocumentPtr document = LoadPtr("<a x='1'/>");
+  NodePtr node = xmldom::Share(document->m_pFirstChild);
+  const NodePtr attribute = xmldom::Share(document->m_pFirstChild->m_pFirstAttribute);
+  try {
+    attribute->get_previousSibling(node.Out());
+    ADD_FAILURE();
+  } catch (CLogException* exception) {
+    delete exception;
+  }
+  EXPECT_FALSE(node);
+  EXPECT_EQ(1, document->m_pFirstChild->GetRefCount());
+
+  IXMLDOMNode* const stored = NewNode("b").Detach();
+  EXPECT_THROW(StoreAndThrow(node.Out(), stored), std::runtime_error);
+  EXPECT_EQ(stored, node.Get());
+}
+
+TEST(XMLPtr, Out_fits_the_pointers_of_its_class_alone) {
+  typedef XMLPtr<IXMLDOMNodeList>::OutPointer ListOut;
+  EXPECT_TRUE((std::is_convertible<ListOut, IXMLDOMNodeList**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut, IXMLDOMNamedNodeMap**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut, CRefCountedObject**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut, void**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut&, IXMLDOMNodeList**>::value));
+  EXPECT_FALSE(std::is_move_constructible<ListOut>::value);
+}
+
+// ---- Const objects
+
+TEST(XMLPtr, holds_what_is_const) {
+  typedef XMLPtr<const IXMLDOMNode> ConstPtr;
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  const IXMLDOMNode* const plain = document->m_pFirstChild;
+  {
+    ConstPtr node = xmldom::Share(plain);
+    const ConstPtr copy = node;
+    ConstPtr other = xmldom::Share(document->m_pFirstChild);  // from one that is not const
+    EXPECT_EQ(4, plain->GetRefCount());
+    EXPECT_TRUE(node == other && node == plain && copy == document->m_pFirstChild);
+    EXPECT_EQ(S_OK, document->m_pFirstChild->get_firstChild(other.Out()));
+    EXPECT_STREQ("b", other->m_pszNodeName);
+    node = xmldom::Adopt(other.Detach());
+    EXPECT_EQ(2, node->GetRefCount());
+  }
+  EXPECT_EQ(1, plain->GetRefCount());
+  EXPECT_FALSE((std::is_convertible<ConstPtr, NodePtr>::value));
 }
 
 // ---- Comparisons
@@ -282,7 +380,7 @@ TEST(XMLPtr, Out_is_null_when_the_member_stores_nothing) {
 TEST(XMLPtr, equal_are_pointers_to_the_same_object) {
   const DocumentPtr document = LoadPtr("<a/>");
   const NodePtr node = document;
-  const NodePtr other = Share(document->m_pFirstChild);
+  const NodePtr other = xmldom::Share(document->m_pFirstChild);
   IXMLDOMNode* const plain = document.Get();
   const IXMLDOMNode* const constant = plain;
   EXPECT_TRUE(node == document && document == node);
@@ -311,13 +409,63 @@ TEST(XMLPtr, a_pointer_is_a_key) {
   EXPECT_EQ(2, first->GetRefCount());
 }
 
+TEST(XMLPtr, is_ordered_by_address) {
+  const NodePtr nodes[] = {NewNode("a"), NewNode("b"), NodePtr()};
+  for (const NodePtr& a : nodes) {
+    for (const NodePtr& b : nodes) {
+      IXMLDOMNode* const p = a.Get();
+      const IXMLDOMNode* const q = b.Get();
+      const std::less<const IXMLDOMNode*> less;
+      EXPECT_EQ(less(p, q), a < b);
+      EXPECT_EQ(less(q, p), a > b);
+      EXPECT_EQ(!less(q, p), a <= b);
+      EXPECT_EQ(!less(p, q), a >= b);
+      EXPECT_TRUE((a < q) == (a < b) && (p < b) == (a < b));
+      EXPECT_TRUE((a > q) == (a > b) && (p > b) == (a > b));
+      EXPECT_TRUE((a <= q) == (a <= b) && (p <= b) == (a <= b));
+      EXPECT_TRUE((a >= q) == (a >= b) && (p >= b) == (a >= b));
+    }
+  }
+  const DocumentPtr document = LoadPtr("<a/>");
+  EXPECT_EQ(document.Get() < nodes[0].Get(), document < nodes[0]);
+}
+
+TEST(XMLPtr, hashes_as_the_plain_pointer) {
+  const NodePtr node = NewNode("a");
+  EXPECT_EQ(std::hash<IXMLDOMNode*>()(node.Get()), std::hash<NodePtr>()(node));
+  std::unordered_set<NodePtr> nodes = {node, NewNode("b"), node, NodePtr()};
+  EXPECT_EQ(3u, nodes.size());
+  EXPECT_EQ(1u, nodes.count(node));
+}
+
+TEST(XMLPtr, swap_is_found_by_its_arguments) {
+  NodePtr first = NewNode("a");
+  NodePtr second;
+  swap(first, second);
+  EXPECT_FALSE(first);
+  EXPECT_EQ(1, second->GetRefCount());
+}
+
+// ---- Standard pointers
+
+TEST(XMLPtr, its_releaser_is_a_deleter) {
+  const int nodes = IXMLDOMNode::m_iObjCount;
+  {
+    const std::unique_ptr<IXMLDOMNode, XMLReleaser> unique(NewNode("a").Detach());
+    const std::shared_ptr<IXMLDOMNode> shared(NewNode("b").Detach(), XMLReleaser());
+    const std::unique_ptr<const IXMLDOMNode, XMLReleaser> constant(NewNode("c").Detach());
+    EXPECT_EQ(nodes + 3, IXMLDOMNode::m_iObjCount);
+  }
+  EXPECT_EQ(nodes, IXMLDOMNode::m_iObjCount);
+}
+
 // ---- Exceptions and containers
 
 TEST(XMLPtr, an_exception_releases_what_is_held) {
   const DocumentPtr document = LoadPtr("<a><b/></a>");
   EXPECT_THROW(
       {
-        const NodePtr root = Share(document->m_pFirstChild);
+        const NodePtr root = xmldom::Share(document->m_pFirstChild);
         const NodePtr copy = root;
         EXPECT_EQ(3, root->GetRefCount());
         throw std::runtime_error("in between");

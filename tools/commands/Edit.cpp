@@ -137,7 +137,7 @@ void SetText(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
 
 void SetAttribute(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
   const char* name = edit.operands[1].c_str();
-  const XMLPtr<IXMLDOMNode> existing = Adopt(target->GetAttribute(name));
+  const XMLPtr<IXMLDOMNode> existing = xmldom::Adopt(target->GetAttribute(name));
   target->SetAttribute(name, EscapeAttribute(edit.operands[2]).c_str());
   // SetAttribute leaves an attribute that exists already with one reference too many.
   if (existing != nullptr) existing->RealRelease();
@@ -172,8 +172,8 @@ void CheckEdit(const Edit& edit, bool isCareful) {
 bool ApplyEdit(const Edit& edit, EditedDocument& edited) {
   IXMLDOMDocument2& document = *edited.document;
   const std::string& path = edit.operands.front();
-  const XMLPtr<IXMLDOMNode> target =
-      Adopt(path == kRootPath ? document.GetfirstChild() : document.SelectSingleNode(path.c_str()));
+  const XMLPtr<IXMLDOMNode> target = xmldom::Adopt(
+      path == kRootPath ? document.GetfirstChild() : document.SelectSingleNode(path.c_str()));
   if (target == nullptr) return false;
   edit.kind->apply(edit, target.Get(), edited);
   return true;

@@ -22,6 +22,10 @@
 /// save registers for it every time.
 #define XMLDOM_NOINLINE __attribute__((noinline))
 
+/// Inlines a function everywhere, because a single call with the address of an object, if only in
+/// the handler of an exception, keeps the compiler from holding any of the object in registers.
+#define XMLDOM_ALWAYS_INLINE __attribute__((always_inline))
+
 /// Names the one type of exception that may leave a function; any other ends in the handler for
 /// unexpected exceptions. Applications do not see it, because C++17 no longer has such
 /// declarations.
