@@ -36,6 +36,13 @@ const FailingCall kLoading[] = {
        short success = VARIANT_FALSE;
        document->load(file.Path(), &success);
      }},
+    {"ReleaseParser",
+     [](IXMLDOMDocument2* document) {
+       document->ReleaseParser();
+       IXMLDOMParseError* error = nullptr;
+       document->get_parseError(&error);
+       Drop(error);
+     }},
 };
 
 class FailureLoading : public testing::TestWithParam<FailingCall> {};

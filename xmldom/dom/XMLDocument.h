@@ -7,6 +7,10 @@
 class CXMLSax;
 class IXMLDOMParseError;
 
+namespace xmldom {
+struct LoadReport;
+}
+
 /// The root of a tree: a node of type NODE_DOCUMENT that loads XML. Make one with Create().
 ///
 /// Loading: every load empties the document first, except when a file cannot be opened. After a
@@ -34,7 +38,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   };
 
   unsigned int m_uFlags;  ///< FORMATTED_LAYOUT or 0.
-  CXMLSax* m_pSax;        ///< The builder of the latest load, owned; null before the first load.
+  CXMLSax* m_pSax;        ///< The builder of the latest load, owned; null before the first load and
+                          ///< after ReleaseParser.
   int m_nIndent;          ///< By how many blanks each level is indented on writing.
 
   static int m_iObjCount;  ///< How many documents exist.
@@ -48,6 +53,15 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// Out: a new object that describes the outcome of the latest load, the caller's.
   /// Result: S_OK; E_ARGUMENT for a null `ppError`.
   HRESULT get_parseError(IXMLDOMParseError** ppError);
+
+  /// Frees the parser and what it keeps of the text, which is up to twice its size, and keeps what
+  /// get_parseError tells: its answers stay the same until the next load. m_pSax is null
+  /// afterwards, as before the first load. The tree stays as it is, and the next load makes a new
+  /// parser. Does nothing without a parser, and while a load of this document runs, which a handler
+  /// of an application may be called by. Effects: std::bad_alloc when memory is out, and nothing is
+  /// changed; what is kept is one block of less than 600 bytes, which no counter counts. Bad input:
+  /// asserts when the parser alone was destroyed, as get_parseError does.
+  void ReleaseParser();
 
   /// Loads a text; a null one counts as empty.
   /// Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE. Effects: two kinds of text do not
@@ -75,6 +89,9 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
  private:
   XMLDOM_HIDDEN void ResetBuilder();
   XMLDOM_HIDDEN void DestroyBuilder();
+
+  // What ReleaseParser has kept of the latest load, on the C heap; null while there is a parser.
+  xmldom::LoadReport* m_pReport;
 };
 
 /// Makes an empty document with formatted layout and an indent of 2.

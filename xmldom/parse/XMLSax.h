@@ -11,6 +11,7 @@ class IXMLDOMDocument2;
 namespace xmldom {
 class EntityNesting;
 class GrowingTree;
+struct LoadReport;
 }  // namespace xmldom
 
 class CXMLSax;
@@ -86,6 +87,7 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   };
 
   XMLDOM_HIDDEN XML_Error LoadError();
+  XMLDOM_HIDDEN void FillReport(xmldom::LoadReport* report, char* tag);
   XMLDOM_HIDDEN void StartLoad();
   XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
   XMLDOM_HIDDEN static void Post(const Outcome& outcome);
