@@ -90,6 +90,7 @@ TreePointer LoadFile(const std::string& path) {
   short loaded = VARIANT_FALSE;
   tree->Document()->load(const_cast<char*>(path.c_str()), &loaded);
   if (loaded != VARIANT_TRUE) return nullptr;
+  tree->Document()->ReleaseParser();
   return tree;
 }
 

@@ -57,10 +57,10 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// Frees the parser and what it keeps of the text, which is up to twice its size, and keeps what
   /// get_parseError tells: its answers stay the same until the next load. m_pSax is null
   /// afterwards, as before the first load. The tree stays as it is, and the next load makes a new
-  /// parser. Does nothing without a parser, and while a load of this document runs, which a handler
-  /// of an application may be called by. Effects: std::bad_alloc when memory is out, and nothing is
-  /// changed; what is kept is one block of less than 600 bytes, which no counter counts. Bad input:
-  /// asserts when the parser alone was destroyed, as get_parseError does.
+  /// parser. Does nothing without a builder, nor when a handler calls it while a load of this
+  /// document runs. Effects: std::bad_alloc when memory is out, and nothing is changed. What is
+  /// kept is one block of less than 600 bytes, which no counter counts. Bad input: asserts, as
+  /// get_parseError does, when the builder's parser was destroyed by hand.
   void ReleaseParser();
 
   /// Loads a text; a null one counts as empty.
@@ -79,7 +79,11 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// Effects: those of loading a text. A CLogException* that is thrown while the file is read and
   /// parsed leaves this member; any other exception makes the result S_FALSE. When memory was out,
   /// the error code is 1 when that was before the parse began, and 35 when it was a handler that
-  /// needed it.
+  /// needed it. With each of the first three results errno is set: to 0 when the file was read to
+  /// its end, whatever came of the text; otherwise to the reason of the system, such as ENOENT,
+  /// EACCES, EISDIR for a directory or EIO; to EINVAL for a null `path`, to EFBIG for a file of
+  /// more than INT_MAX bytes, and to ENOMEM when there was no memory to read it into. What was read
+  /// before an error is parsed, so that errno tells of it also with S_OK.
   HRESULT load(char* path, short* pbSuccess);
 
   /// Out: the root element with a reference added, or null. Result: S_OK; S_FALSE when the document
