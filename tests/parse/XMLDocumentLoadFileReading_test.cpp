@@ -10,6 +10,7 @@
 
 #include "harness/CompactXml.h"
 #include "harness/Encodings.h"
+#include "harness/InputContext.h"
 #include "harness/LoadOutcome.h"
 #include "harness/ReadCalls.h"
 #include "harness/TemporaryFile.h"
@@ -118,6 +119,22 @@ TEST(XMLDocumentLoadFileReading, Ends_the_text_at_a_NUL_byte_wherever_it_stands)
 }
 
 TEST(XMLDocumentLoadFileReading, Takes_an_empty_file_for_an_empty_text) { ExpectPiecesOfText(""); }
+
+TEST(XMLDocumentLoadFileReading, Has_the_system_read_into_the_memory_that_is_parsed) {
+  if (!HasInputContext()) GTEST_SKIP() << "the parser has no memory of its own";
+  TemporaryFile file("<a>x</a>");
+  const void* readInto = nullptr;
+  const ReadCalls calls([&readInto](int descriptor, void* memory, std::size_t size) {
+    if (readInto == nullptr) readInto = memory;
+    return ReadCalls::Really(descriptor, memory, size);
+  });
+  const Document document = NewDocument();
+  EXPECT_EQ(kParsed, LoadPath(document, file.Path()));
+  int offset = 0;
+  int size = 0;
+  EXPECT_EQ(document->m_pSax->GetInputContext(&offset, &size), readInto);
+  EXPECT_EQ(8, size);
+}
 
 TEST(XMLDocumentLoadFileReading, Puts_together_what_the_system_gives_in_parts) {
   const std::string xml = "<a>" + std::string(300, 'x') + "</a>";
