@@ -35,6 +35,7 @@ class XmldomTree : public EditedTree<XmldomTree> {
   bool LoadFile(const std::string& path) {
     short loaded = VARIANT_FALSE;
     m_document->load(const_cast<char*>(path.c_str()), &loaded);
+    m_document->ReleaseParser();
     return loaded == VARIANT_TRUE;
   }
 

@@ -26,7 +26,7 @@ const Row kRows[] = {
     {RECORD(CLogEvent), 24, 16},
     {RECORD(CRefCountedObject), 16, 8},
     {RECORD(IXMLDOMNode), 80, 40},
-    {RECORD(IXMLDOMDocument2), 96, 52},
+    {RECORD(IXMLDOMDocument2), 104, 56},
     {RECORD(IXMLDOMNodeList), 80, 48},
     {RECORD(IXMLDOMNamedNodeMap), 80, 48},
     {RECORD(IXMLDOMNodeListElt), 16, 8},

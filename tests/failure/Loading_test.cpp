@@ -36,6 +36,13 @@ const FailingCall kLoading[] = {
        short success = VARIANT_FALSE;
        document->load(file.Path(), &success);
      }},
+    {"ReleaseParser",
+     [](IXMLDOMDocument2* document) {
+       document->ReleaseParser();
+       IXMLDOMParseError* error = nullptr;
+       document->get_parseError(&error);
+       Drop(error);
+     }},
 };
 
 class FailureLoading : public testing::TestWithParam<FailingCall> {};
@@ -48,6 +55,8 @@ INSTANTIATE_TEST_SUITE_P(All, FailureLoading, testing::ValuesIn(kLoading));
 
 /// Loads with memory for `allowed` allocations of anybody, the parser's own ones included. Result:
 /// whether the text was loaded.
+typedef bool (*LimitedLoad)(CXMLSax& sax, const char* xml, int allowed);
+
 bool LoadWithin(CXMLSax& sax, const char* xml, int allowed) {
   AllocationFailure limit(allowed);
   try {
@@ -57,6 +66,14 @@ bool LoadWithin(CXMLSax& sax, const char* xml, int allowed) {
   }
 }
 
+bool LoadFileWithin(CXMLSax& sax, const char* xml, int allowed) {
+  TemporaryFile file(xml);
+  AllocationFailure limit(allowed);
+  return sax.LoadFromFile(file.Path()) == S_OK;
+}
+
+const LimitedLoad kLoads[] = {LoadWithin, LoadFileWithin};
+
 const char* const kTexts[] = {
     "<a/>",
     "<a v='1'/>",
@@ -64,23 +81,28 @@ const char* const kTexts[] = {
     "<!DOCTYPE a [<!ENTITY e '<b/>text'>]><a>&e;<c>&e;</c></a>",
 };
 
+/// Makes each allocation of a load fail, one after the other, until it gets through.
+void ExpectWholeTreeAndNothingBehind(LimitedLoad load, const char* xml) {
+  bool isLoaded = false;
+  for (int allowed = 0; !isLoaded; ++allowed) {
+    SCOPED_TRACE(allowed);
+    const long blocks = HeapBlocks();
+    const int nodesBefore = IXMLDOMNode::m_iObjCount;
+    {
+      Document document = NewDocument();
+      CXMLSax sax(document);
+      sax.CreateParser();
+      isLoaded = load(sax, xml, allowed);
+      EXPECT_EQ("", Faults(document, nodesBefore));
+    }
+    EXPECT_EQ(blocks, HeapBlocks());
+  }
+}
+
 TEST(FailureLoadingParser, Of_each_allocation_leaves_a_whole_tree_and_nothing_behind) {
   for (const char* xml : kTexts) {
     SCOPED_TRACE(xml);
-    bool isLoaded = false;
-    for (int allowed = 0; !isLoaded; ++allowed) {
-      SCOPED_TRACE(allowed);
-      const long blocks = HeapBlocks();
-      const int nodesBefore = IXMLDOMNode::m_iObjCount;
-      {
-        Document document = NewDocument();
-        CXMLSax sax(document);
-        sax.CreateParser();
-        isLoaded = LoadWithin(sax, xml, allowed);
-        EXPECT_EQ("", Faults(document, nodesBefore));
-      }
-      EXPECT_EQ(blocks, HeapBlocks());
-    }
+    for (LimitedLoad load : kLoads) ExpectWholeTreeAndNothingBehind(load, xml);
   }
 }
 

@@ -35,6 +35,14 @@ const FailingCall kSelecting[] = {
      }},
     {"SelectSingleNode",
      [](IXMLDOMDocument2* document) { Drop(document->SelectSingleNode("//e[@f='3']")); }},
+    {"SelectSingleNode, more steps and segments than have room without the heap",
+     [](IXMLDOMDocument2* document) {
+       Drop(document->SelectSingleNode("/r/././././d/e[@f='3'][../a/b/c/d/e='1']"));
+     }},
+    {"MatchQuery, more segments than have room without the heap",
+     [](IXMLDOMDocument2* document) { document->MatchQuery("r[a/b/c/d/e/f='1']"); }},
+    {"MatchesSubquery, more segments than have room without the heap",
+     [](IXMLDOMDocument2* document) { document->MatchesSubquery("r/a/b/c/d/e='1'"); }},
     {"SelectSingleNode, up and down",
      [](IXMLDOMDocument2* document) { Drop(document->SelectSingleNode("//b/../../c")); }},
     {"SelectSingleNode, nothing",

@@ -2,6 +2,7 @@
 #include <xmldom/parse/XMLSax.h>
 #include <xmldom/xmldom.h>
 
+#include "harness/LoadOutcome.h"
 #include "harness/Trees.h"
 #include "plain/PlainBuilder.h"
 #include "soak/Cases.h"
@@ -67,6 +68,22 @@ std::string LoadRandomly(Random random, Observer& observer) {
   return difference.empty() ? "" : texts[0] + "\n" + texts[1] + "\n" + difference;
 }
 
+/// Loads a text or a file and asks for the error before and after its parser is released.
+std::string ReleaseRandomly(Random random, Observer&) {
+  std::string text = AnyDocument(random);
+  if (random.OneIn(3)) text = Widened(text, random.OneIn(2));
+  const Document document = NewDocument();
+  if (random.OneIn(2)) {
+    LoadFile(document, text);
+  } else {
+    document->loadXML(text.c_str());
+  }
+  const std::string before = DescribeError(document);
+  document->ReleaseParser();
+  const std::string difference = Difference(before, DescribeError(document));
+  return difference.empty() ? "" : text + "\n" + difference;
+}
+
 /// Feeds a builder piece by piece, in any encoding: its handlers are then called outside a load.
 std::string FeedRandomly(Random random, Observer& observer) {
   std::string text = AnyDocument(random);
@@ -116,5 +133,9 @@ std::string FeedRandomly(Random random, Observer& observer) {
 TEST(SoakLoading, Documents_are_built_as_by_a_plain_builder) { RunCases("loading", LoadRandomly); }
 
 TEST(SoakLoading, Pieces_are_built_as_by_a_plain_builder) { RunCases("feeding", FeedRandomly); }
+
+TEST(SoakLoading, Errors_are_the_same_when_the_parser_has_been_released) {
+  RunCases("releasing", ReleaseRandomly);
+}
 
 }  // namespace

@@ -56,7 +56,11 @@ XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem)
   }
   XMLPtr<IXMLDOMDocument2> document;
   Create(document.Out());
-  if (document->loadXML(text.c_str()) == VARIANT_TRUE) return document;
+  if (document->loadXML(text.c_str()) == VARIANT_TRUE) {
+    // Only a text that does not parse is asked about.
+    document->ReleaseParser();
+    return document;
+  }
 
   XMLPtr<IXMLDOMParseError> error;
   document->get_parseError(error.Out());

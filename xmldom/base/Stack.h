@@ -38,6 +38,9 @@ class Stack {
   T& Top() { return m_items[m_size - 1]; }
   T Pop() { return m_items[--m_size]; }
 
+  /// The items, the first one first. Valid until the next Push.
+  const T* Items() const { return m_items; }
+
   bool IsEmpty() const { return m_size == 0; }
   std::size_t Size() const { return m_size; }
 

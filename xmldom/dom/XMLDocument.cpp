@@ -8,7 +8,8 @@
 
 int IXMLDOMDocument2::m_iObjCount = 0;
 
-IXMLDOMDocument2::IXMLDOMDocument2() : m_uFlags(0), m_pSax(nullptr), m_nIndent(4) {
+IXMLDOMDocument2::IXMLDOMDocument2()
+    : m_uFlags(0), m_pSax(nullptr), m_nIndent(4), m_pReport(nullptr) {
   m_pOwnerDocument = this;
   m_pszNodeName = xmldom::CopyString("Document Root");
   m_eNodeType = NODE_DOCUMENT;

@@ -7,6 +7,10 @@
 class CXMLSax;
 class IXMLDOMParseError;
 
+namespace xmldom {
+struct LoadReport;
+}
+
 /// The root of a tree: a node of type NODE_DOCUMENT that loads XML. Make one with Create().
 ///
 /// Loading: every load empties the document first, except when a file cannot be opened. After a
@@ -34,7 +38,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   };
 
   unsigned int m_uFlags;  ///< FORMATTED_LAYOUT or 0.
-  CXMLSax* m_pSax;        ///< The builder of the latest load, owned; null before the first load.
+  CXMLSax* m_pSax;        ///< The builder of the latest load, owned; null before the first load and
+                          ///< after ReleaseParser.
   int m_nIndent;          ///< By how many blanks each level is indented on writing.
 
   static int m_iObjCount;  ///< How many documents exist.
@@ -48,6 +53,15 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// Out: a new object that describes the outcome of the latest load, the caller's.
   /// Result: S_OK; E_ARGUMENT for a null `ppError`.
   HRESULT get_parseError(IXMLDOMParseError** ppError);
+
+  /// Frees the parser and what it keeps of the text, which is up to twice its size, and keeps what
+  /// get_parseError tells: its answers stay the same until the next load. m_pSax is null
+  /// afterwards, as before the first load. The tree stays as it is, and the next load makes a new
+  /// parser. Does nothing without a builder, nor when a handler calls it while a load of this
+  /// document runs. Effects: std::bad_alloc when memory is out, and nothing is changed. What is
+  /// kept is one block of less than 600 bytes, which no counter counts. Bad input: asserts, as
+  /// get_parseError does, when the builder's parser was destroyed by hand.
+  void ReleaseParser();
 
   /// Loads a text; a null one counts as empty.
   /// Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE. Effects: two kinds of text do not
@@ -65,7 +79,11 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// Effects: those of loading a text. A CLogException* that is thrown while the file is read and
   /// parsed leaves this member; any other exception makes the result S_FALSE. When memory was out,
   /// the error code is 1 when that was before the parse began, and 35 when it was a handler that
-  /// needed it.
+  /// needed it. With each of the first three results errno is set: to 0 when the file was read to
+  /// its end, whatever came of the text; otherwise to the reason of the system, such as ENOENT,
+  /// EACCES, EISDIR for a directory or EIO; to EINVAL for a null `path`, to EFBIG for a file of
+  /// more than INT_MAX bytes, and to ENOMEM when there was no memory to read it into. What was read
+  /// before an error is parsed, so that errno tells of it also with S_OK.
   HRESULT load(char* path, short* pbSuccess);
 
   /// Out: the root element with a reference added, or null. Result: S_OK; S_FALSE when the document
@@ -75,6 +93,9 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
  private:
   XMLDOM_HIDDEN void ResetBuilder();
   XMLDOM_HIDDEN void DestroyBuilder();
+
+  // What ReleaseParser has kept of the latest load, on the C heap; null while there is a parser.
+  xmldom::LoadReport* m_pReport;
 };
 
 /// Makes an empty document with formatted layout and an indent of 2.

@@ -1,6 +1,8 @@
 #ifndef XMLDOM_PARSE_EXPATIMPL_H
 #define XMLDOM_PARSE_EXPATIMPL_H
 
+#include <xmldom/base/Export.h>
+
 #include <expat.h>
 
 #include <cassert>
@@ -93,20 +95,7 @@ class CExpatImpl {
       if (whole > INT_MAX) return false;
       length = static_cast<int>(whole);
     }
-    Run run = {this, Innermost(), nullptr};
-    Innermost() = &run;
-    const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
-    Innermost() = run.outer;
-    // An Expat without input context has parsed in the caller's memory, and counts lines there when
-    // it is asked for one. Asked now, while the text lives, it remembers the answer.
-    int offset = 0;
-    int size = 0;
-    if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
-    if (run.thrown != nullptr) {
-      XML_SetUserData(m_p, static_cast<_T*>(this));
-      std::rethrow_exception(run.thrown);
-    }
-    return parsed;
+    return ParsePiece(buffer, length, final, false);
   }
 
   /// Result: Expat's code of the error that ended the parse, or XML_ERROR_NONE.
@@ -159,6 +148,27 @@ class CExpatImpl {
   }
 
   XML_Parser m_p;  ///< The parser; null when there is none.
+
+ protected:
+  /// Parses a piece of text as Parse does, one of `length` bytes. With `isInBuffer` it stands in
+  /// the memory that XML_GetBuffer has given, which saves a copy, and `text` is not looked at.
+  XMLDOM_NOINLINE bool ParsePiece(const char* text, int length, bool final, bool isInBuffer) {
+    Run run = {this, Innermost(), nullptr};
+    Innermost() = &run;
+    const XML_Status status =
+        isInBuffer ? XML_ParseBuffer(m_p, length, final) : XML_Parse(m_p, text, length, final);
+    Innermost() = run.outer;
+    // An Expat without input context has parsed in the caller's memory, and counts lines there when
+    // it is asked for one. Asked now, while the text lives, it remembers the answer.
+    int offset = 0;
+    int size = 0;
+    if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
+    if (run.thrown != nullptr) {
+      XML_SetUserData(m_p, static_cast<_T*>(this));
+      std::rethrow_exception(run.thrown);
+    }
+    return status != XML_STATUS_ERROR;
+  }
 
  private:
   /// One call of Parse that has not returned yet.

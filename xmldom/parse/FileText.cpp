@@ -1,6 +1,7 @@
-// Reading a file into memory with the calls of the system. The buffer is taken in the size of the
-// file where that is known, and doubled where it is not, as for pipes. Tested by
-// tests/parse/XMLDocumentLoadFile_test.cpp.
+// Reading a file into memory with the calls of the system. Memory of its own is taken in the size
+// of the file where that is known, and doubled where it is not, as for pipes, or where the file
+// grows. Tested by tests/parse/XMLDocumentLoadFile_test.cpp, XMLDocumentLoadFileReading_test.cpp
+// and XMLDocumentLoadFileErrno_test.cpp.
 
 #include <xmldom/parse/FileText.h>
 
@@ -11,20 +12,34 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace xmldom {
 
-FileText::FileText() : m_file(-1), m_text(nullptr), m_length(0), m_capacity(0), m_size(0) {}
+FileText::FileText()
+    : m_file(-1),
+      m_own(nullptr),
+      m_text(nullptr),
+      m_length(0),
+      m_capacity(0),
+      m_size(0),
+      m_error(0) {}
 
 FileText::~FileText() {
   Close();
-  std::free(m_text);
+  std::free(m_own);
 }
 
 bool FileText::Open(const char* path) {
-  Close();
-  if (path != nullptr) m_file = open(path, O_RDONLY | O_CLOEXEC);
+  m_error = EINVAL;
+  if (path == nullptr) return false;
+  m_file = open(path, O_RDONLY | O_CLOEXEC);
+  m_error = m_file < 0 ? errno : 0;
+  struct stat status;
+  if (m_file >= 0 && fstat(m_file, &status) == 0 && S_ISREG(status.st_mode)) {
+    m_size = static_cast<unsigned long long>(status.st_size);
+  }
   return m_file >= 0;
 }
 
@@ -33,39 +48,48 @@ void FileText::Close() {
   m_file = -1;
 }
 
-const char* FileText::Text() const { return m_text == nullptr ? "" : m_text; }
+std::size_t FileText::Length() const {
+  const void* end = m_length == 0 ? nullptr : std::memchr(m_text, '\0', m_length);
+  return end == nullptr ? m_length
+                        : static_cast<std::size_t>(static_cast<const char*>(end) - m_text);
+}
 
+/// Makes room for `capacity` bytes in the object's own memory, and moves there what was read.
 void FileText::Reserve(std::size_t capacity) {
-  char* text = static_cast<char*>(std::realloc(m_text, capacity + 1));
-  if (text == nullptr) throw std::bad_alloc();
-  m_text = text;
+  char* own = static_cast<char*>(std::realloc(m_own, capacity));
+  if (own == nullptr) throw std::bad_alloc();
+  if (m_own == nullptr && m_length != 0) std::memcpy(own, m_text, m_length);
+  m_own = m_text = own;
   m_capacity = capacity;
 }
 
-/// How much room to begin with. It is one byte more than a regular file holds, so that the call
-/// that finds the end of the file needs no more of it. Stores the size of such a file in m_size.
-std::size_t FileText::ExpectedSize(std::size_t most) {
-  struct stat status;
-  if (fstat(m_file, &status) != 0 || !S_ISREG(status.st_mode) || status.st_size <= 0) return 4096;
-  m_size = static_cast<unsigned long long>(status.st_size);
-  return static_cast<std::size_t>(std::min<unsigned long long>(m_size, most)) + 1;
-}
-
-void FileText::Read(std::size_t most) {
-  const std::size_t expected = ExpectedSize(most);
+void FileText::Read(std::size_t most, char* memory) {
+  m_error = EFBIG;
   if (m_size > most) return;
-  Reserve(expected);
-  for (;;) {
-    if (m_length == m_capacity) {
-      if (m_length > most) break;
-      Reserve(m_capacity * 2);
-    }
-    const ssize_t count = read(m_file, m_text + m_length, m_capacity - m_length);
+  m_text = memory;
+  const std::size_t size = static_cast<std::size_t>(m_size);
+  if (memory != nullptr) {
+    m_capacity = size;
+  } else if (size != 0) {
+    Reserve(size);
+  }
+  while (m_length <= most) {
+    // When there is no room left, the end of the file is looked for with a byte of its own.
+    char next = '\0';
+    const bool isFull = m_length == m_capacity;
+    const ssize_t count =
+        isFull ? read(m_file, &next, 1) : read(m_file, m_text + m_length, m_capacity - m_length);
     if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) break;
+    if (count <= 0) {
+      m_error = count < 0 ? errno : 0;
+      break;
+    }
+    if (isFull) {
+      Reserve(std::max<std::size_t>(2 * m_capacity, 4096));
+      m_text[m_length] = next;
+    }
     m_length += static_cast<std::size_t>(count);
   }
-  m_text[m_length] = '\0';
   m_size = m_length;
 }
 

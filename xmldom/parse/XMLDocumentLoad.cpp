@@ -1,16 +1,24 @@
 // The members of the document that use its builder: every load makes a new one, which then stays to
-// tell the outcome. Tested by tests/parse/XMLDocumentLoad_test.cpp,
-// tests/parse/XMLDocumentLoadFile_test.cpp and, for get_parseError,
-// tests/parse/ParseError_test.cpp.
+// tell the outcome, unless ReleaseParser puts a report in its place. Tested by
+// tests/parse/XMLDocumentLoad_test.cpp, tests/parse/XMLDocumentLoadFile_test.cpp,
+// tests/parse/LoadReport_test.cpp and, for get_parseError, tests/parse/ParseError_test.cpp.
 
 #include <xmldom/dom/XMLDocument.h>
 
+#include <xmldom/parse/LoadReport.h>
 #include <xmldom/parse/ParseError.h>
 #include <xmldom/parse/XMLSax.h>
 
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+/// Destroys the builder, or what is kept of it.
 void IXMLDOMDocument2::DestroyBuilder() {
   delete m_pSax;
   m_pSax = nullptr;
+  std::free(m_pReport);
+  m_pReport = nullptr;
 }
 
 void IXMLDOMDocument2::ResetBuilder() {
@@ -45,15 +53,21 @@ HRESULT IXMLDOMDocument2::get_parseError(IXMLDOMParseError** ppError) {
   if (ppError == nullptr) return E_ARGUMENT;
   IXMLDOMParseError* error = new IXMLDOMParseError;
   try {
+    xmldom::LoadReport asked;
+    char tag[xmldom::kReportedTagSize];
+    const xmldom::LoadReport* report = m_pReport;
     if (m_pSax != nullptr) {
-      char tag[512];
-      error->m_lErrorCode = m_pSax->LoadError();
-      error->m_lFilePos = m_pSax->GetCurrentByteCount();
-      error->m_lLine = m_pSax->GetCurrentLineNumber();
-      error->m_lLinePos = m_pSax->GetCurrentColumnNumber();
+      m_pSax->FillReport(&asked, tag);
+      report = &asked;
+    }
+    if (report != nullptr) {
+      error->m_lErrorCode = report->errorCode;
+      error->m_lFilePos = report->filePos;
+      error->m_lLine = report->line;
+      error->m_lLinePos = report->linePos;
       error->m_bstrReason =
-          SysAllocString(XML_ErrorString(static_cast<XML_Error>(error->m_lErrorCode)));
-      error->m_bstrSrcText = SysAllocString(m_pSax->GetErrorTag(tag, sizeof tag));
+          SysAllocString(XML_ErrorString(static_cast<XML_Error>(report->errorCode)));
+      error->m_bstrSrcText = SysAllocString(report->tag);
     }
   } catch (...) {
     Release(error);
@@ -61,4 +75,20 @@ HRESULT IXMLDOMDocument2::get_parseError(IXMLDOMParseError** ppError) {
   }
   *ppError = error;
   return S_OK;
+}
+
+void IXMLDOMDocument2::ReleaseParser() {
+  if (m_pSax == nullptr || m_pSax->m_pTree != nullptr) return;
+  xmldom::LoadReport report;
+  char tag[xmldom::kReportedTagSize];
+  m_pSax->FillReport(&report, tag);
+  // The tag is stored behind the report, in one block with it.
+  const std::size_t tagSize = std::strlen(tag) + 1;
+  void* block = std::malloc(sizeof report + tagSize);
+  if (block == nullptr) throw std::bad_alloc();
+  report.tag = static_cast<char*>(block) + sizeof report;
+  std::memcpy(block, &report, sizeof report);
+  std::memcpy(static_cast<char*>(block) + sizeof report, tag, tagSize);
+  DestroyBuilder();
+  m_pReport = static_cast<xmldom::LoadReport*>(block);
 }

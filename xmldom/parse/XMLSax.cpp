@@ -1,6 +1,7 @@
 // The loads of the builder: the document is emptied, the text is parsed in one call, and the event
-// of a text that was refused is posted when everything else is done. Tested by
-// tests/parse/XMLSax_test.cpp, XMLSaxMemory_test.cpp and XMLSaxEventsOfALoad_test.cpp.
+// of a text that was refused is posted when everything else is done. A file is read straight into
+// Expat's buffer, which saves a copy of the text. Tested by tests/parse/XMLSax_test.cpp,
+// XMLSaxMemory_test.cpp, XMLSaxEventsOfALoad_test.cpp and XMLDocumentLoadFile_test.cpp.
 
 #include <xmldom/parse/XMLSax.h>
 
@@ -11,8 +12,23 @@
 #include <xmldom/parse/GrowingTree.h>
 #include <xmldom/support/LogException.h>
 
+#include <cerrno>
 #include <climits>
 #include <cstring>
+
+namespace {
+
+/// Whether Expat parses in a buffer of its own. One that was built without input context parses in
+/// the caller's memory instead, and so makes no copy.
+bool ParsesInBuffer() {
+  const XML_Feature* feature = XML_GetFeatureList();
+  while (feature->feature != XML_FEATURE_END && feature->feature != XML_FEATURE_CONTEXT_BYTES) {
+    ++feature;
+  }
+  return feature->feature != XML_FEATURE_END && feature->value > 0;
+}
+
+}  // namespace
 
 int CXMLSax::m_iObjCount = 0;
 
@@ -45,45 +61,67 @@ void CXMLSax::StartLoad() {
 bool CXMLSax::LoadXML(const char* text) {
   StartLoad();
   const char* whole = text == nullptr ? "" : text;
-  const Outcome outcome = ParseWhole(whole, std::strlen(whole));
+  const Outcome outcome = ParseWhole(whole, std::strlen(whole), false);
   Post(outcome);
   return outcome.parsed;
 }
 
 HRESULT CXMLSax::LoadFromFile(const char* path) {
-  Outcome outcome = {false, false, 0};
+  HRESULT result = S_FALSE;
+  int error = ENOMEM;
   try {
+    result = ReadAndParse(path, &error);
+  } catch (CLogException*) {
+    throw;
+  } catch (...) {
+    // The result is that of a file that does not parse.
+  }
+  errno = error;
+  return result;
+}
+
+/// Does what LoadFromFile does. Out: the reason for which the file could not be read, or 0; left
+/// alone when that was an exception or a lack of memory.
+HRESULT CXMLSax::ReadAndParse(const char* path, int* error) {
+  Outcome outcome = {false, false, 0};
+  {
     xmldom::FileText file;
-    if (!file.Open(path)) return E_FILENOTOPENED;
+    if (!file.Open(path)) {
+      *error = file.Error();
+      return E_FILENOTOPENED;
+    }
     StartLoad();
-    file.Read(INT_MAX);
+    char* buffer = nullptr;
+    const unsigned long long size = file.Size();
+    if (m_p != nullptr && size > 0 && size <= INT_MAX && ParsesInBuffer()) {
+      buffer = static_cast<char*>(XML_GetBuffer(m_p, static_cast<int>(size)));
+      if (buffer == nullptr) {
+        m_errorBeforeParse = XML_ERROR_NONE;  // the parser has an error to tell
+        return S_FALSE;
+      }
+    }
+    file.Read(INT_MAX, buffer);
+    *error = file.Error();
     file.Close();
     const bool fits = file.Size() <= INT_MAX;
-    outcome = ParseWhole(file.Text(), fits ? std::strlen(file.Text()) : file.Size());
-  } catch (CLogException*) {
-    throw;
-  } catch (...) {
-    return S_FALSE;
+    outcome = ParseWhole(file.Text(), fits ? file.Length() : file.Size(), file.Text() == buffer);
   }
-  try {
-    Post(outcome);
-  } catch (CLogException*) {
-    throw;
-  } catch (...) {
-    return S_FALSE;
-  }
+  Post(outcome);
   return outcome.parsed ? S_OK : S_FALSE;
 }
 
 /// Parses a text in one call and completes the tree, also when the parse fails or throws. Does not
-/// post the event of a text that it refuses.
-CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length) {
+/// post the event of a text that it refuses. `isInBuffer`: the text stands in Expat's buffer.
+CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length, bool isInBuffer) {
   Outcome outcome = {false, false, 0};
   if (length > INT_MAX) {
     outcome.excess = length;
     // An empty text is parsed instead, so that the parser has an error to tell.
-    text = "";
     length = 0;
+  }
+  if (length == 0) {
+    text = "";
+    isInBuffer = false;
   }
   xmldom::GrowingTree tree(m_pDocument, m_pNodeStack);
   xmldom::EntityNesting nesting;
@@ -91,7 +129,8 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
   if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;
   m_errorBeforeParse = XML_ERROR_NONE;
   try {
-    outcome.parsed = Parse(text, static_cast<int>(length), true);
+    const int size = static_cast<int>(length);
+    outcome.parsed = isInBuffer ? ParsePiece(nullptr, size, true, true) : Parse(text, size, true);
   } catch (...) {
     EndParse();
     try {

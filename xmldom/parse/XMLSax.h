@@ -11,6 +11,7 @@ class IXMLDOMDocument2;
 namespace xmldom {
 class EntityNesting;
 class GrowingTree;
+struct LoadReport;
 }  // namespace xmldom
 
 class CXMLSax;
@@ -20,7 +21,8 @@ class CXMLSax;
 extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 
 /// Builds the tree of a document from the events of an Expat parser. A document makes a builder for
-/// each load and keeps it until the next, because get_parseError asks its parser.
+/// each load and keeps it until the next, or until ReleaseParser, because get_parseError asks its
+/// parser.
 ///
 /// Applications may also use a builder themselves, for one load, or call its handlers by hand with
 /// a stack in m_pNodeStack.
@@ -29,10 +31,11 @@ extern template class XMLDOM_API CExpatImpl<CXMLSax>;
 /// with Expat's functions (XML_SetCommentHandler and the like), and in what these call. A handler
 /// may load, build, change and release other documents; query and read the tree that grows, which
 /// holds all but the text since the last tag; take references to its nodes, and release its own. It
-/// must not change that tree, release the document or load into it. Nothing may be thrown out of
-/// such a handler, since it is Expat that calls it: one of a class that derives from CExpatImpl may
-/// throw, and so may a log sink, whose events a load posts when it has ended. After memory has run
-/// out for the tree, such a handler may be called again, with null as its user data.
+/// must not change that tree, release the document or load into it, nor call ReleaseParser of the
+/// document in a parse that the application runs itself. Nothing may be thrown out of such a
+/// handler, since it is Expat that calls it: one of a class that derives from CExpatImpl may throw,
+/// and so may a log sink, whose events a load posts when it has ended. After memory has run out for
+/// the tree, such a handler may be called again, with null as its user data.
 class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
  public:
   /// Makes a builder for `document`, on which it takes no reference. CreateParser must be called
@@ -64,8 +67,8 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   bool LoadXML(const char* text);
   /// Empties the document and loads a file. Result: S_OK; S_FALSE when it did not parse;
   /// E_FILENOTOPENED when it could not be opened, and the document stays as it was.
-  /// Effects: those of IXMLDOMDocument2::load: a CLogException* passes through; any other exception
-  /// gives S_FALSE.
+  /// Effects: those of IXMLDOMDocument2::load: errno is set; a CLogException* passes through; any
+  /// other exception gives S_FALSE.
   HRESULT LoadFromFile(const char* path);
 
   /// Writes the tag at the parser's current position into `buffer`, at most `size` - 1 bytes of it;
@@ -86,8 +89,10 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
   };
 
   XMLDOM_HIDDEN XML_Error LoadError();
+  XMLDOM_HIDDEN void FillReport(xmldom::LoadReport* report, char* tag);
   XMLDOM_HIDDEN void StartLoad();
-  XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length);
+  XMLDOM_HIDDEN HRESULT ReadAndParse(const char* path, int* error);
+  XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length, bool isInBuffer);
   XMLDOM_HIDDEN static void Post(const Outcome& outcome);
   XMLDOM_HIDDEN void EndParse();
   XMLDOM_HIDDEN bool Drops(const char* text, int length) const;

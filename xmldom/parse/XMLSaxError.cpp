@@ -2,6 +2,7 @@
 // text. The tag is cut out of the input that Expat keeps. Tested by
 // tests/parse/XMLSaxError_test.cpp.
 
+#include <xmldom/parse/LoadReport.h>
 #include <xmldom/parse/XMLSax.h>
 
 #include <cstdio>
@@ -32,6 +33,15 @@ int FindTag(const char* context, int offset, int size, int* begin) {
 /// The code of the error that ended the load. Expat does not know of one before the parse began.
 XML_Error CXMLSax::LoadError() {
   return m_errorBeforeParse == XML_ERROR_NONE ? GetErrorCode() : m_errorBeforeParse;
+}
+
+/// Fills a report, whose tag is stored in `tag`, a buffer of kReportedTagSize bytes.
+void CXMLSax::FillReport(xmldom::LoadReport* report, char* tag) {
+  report->errorCode = LoadError();
+  report->filePos = GetCurrentByteCount();
+  report->line = GetCurrentLineNumber();
+  report->linePos = GetCurrentColumnNumber();
+  report->tag = GetErrorTag(tag, xmldom::kReportedTagSize);
 }
 
 char* CXMLSax::GetErrorTag(char* buffer, int size) {

@@ -17,10 +17,10 @@
 namespace {
 
 using xmldom::TextRange;
-using xmldom::XPathPredicate;
 using xmldom::XPathSegment;
+using xmldom::XPathSegments;
 using xmldom::XPathStep;
-using xmldom::XPathTest;
+using xmldom::XPathSteps;
 
 /// Reports a predicate without ']'. Result: false, for the step that fails.
 bool ReportTermination() {
@@ -81,32 +81,33 @@ bool EqualsLiteral(const char* value, const TextRange& literal) {
   return value == nullptr ? literal.Length() == 0 : xmldom::Equals(value, literal);
 }
 
-bool Satisfies(IXMLDOMNode* candidate, const XPathTest& test) {
-  if (test.kind == XPathTest::NEVER_TRUE) return false;
+bool Satisfies(IXMLDOMNode* candidate, const XPathSegment& test) {
+  if (test.kind == XPathSegment::NEVER_TRUE) return false;
   if (!xmldom::Equals(candidate->m_pszNodeName, test.name)) return false;
   // The value is read even for a literal without closing quote: reading it can print and log.
   const CandidateValue value(candidate);
-  if (test.kind == XPathTest::NUMBER) return EqualsNumber(value.Text(), test.wanted.begin);
-  return test.kind == XPathTest::LITERAL && EqualsLiteral(value.Text(), test.wanted);
+  if (test.kind == XPathSegment::NUMBER) return EqualsNumber(value.Text(), test.wanted.begin);
+  return test.kind == XPathSegment::LITERAL && EqualsLiteral(value.Text(), test.wanted);
 }
 
 /// Visits the nodes that the segments of a predicate lead to: those at depth i match segment i.
 /// Ends at the first that the last segment, the test, holds for.
 class CandidateSearch {
  public:
-  explicit CandidateSearch(const XPathPredicate& predicate)
+  /// `predicate`: its first segment, behind which the others stand.
+  explicit CandidateSearch(const XPathSegment* predicate)
       : m_predicate(predicate), m_found(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* candidate, std::size_t i) {
-    const XPathSegment& segment = m_predicate.segments[i];
+    const XPathSegment& segment = m_predicate[i];
     if (candidate->m_eNodeType != (segment.isAttribute ? NODE_ATTRIBUTE : NODE_ELEMENT)) {
       return nullptr;
     }
-    if (i + 1 == m_predicate.segments.size()) {
-      m_found = Satisfies(candidate, m_predicate.test);
+    if (segment.kind != XPathSegment::LEADS_ON) {
+      m_found = Satisfies(candidate, segment);
       return nullptr;
     }
-    if (!segment.anyName && !xmldom::Equals(candidate->m_pszNodeName, segment.text)) {
+    if (!segment.anyName && !xmldom::Equals(candidate->m_pszNodeName, segment.name)) {
       return nullptr;
     }
     return HeadOfCandidates(candidate, i + 1);
@@ -117,16 +118,16 @@ class CandidateSearch {
 
   /// The first of the children or attributes of a node, whichever segment `i` names.
   IXMLDOMNode* HeadOfCandidates(IXMLDOMNode* node, std::size_t i) const {
-    return m_predicate.segments[i].isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild;
+    return m_predicate[i].isAttribute ? node->m_pFirstAttribute : node->m_pFirstChild;
   }
 
  private:
-  const XPathPredicate& m_predicate;
+  const XPathSegment* const m_predicate;
   bool m_found;
 };
 
 /// Whether a child or an attribute of the node satisfies the predicate.
-bool HasSatisfying(IXMLDOMNode* node, const XPathPredicate& predicate) {
+bool HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate) {
   CandidateSearch search(predicate);
   xmldom::WalkChain<xmldom::SideTrail>(search.HeadOfCandidates(node, 0), search);
   return search.IsDone();
@@ -135,18 +136,15 @@ bool HasSatisfying(IXMLDOMNode* node, const XPathPredicate& predicate) {
 }  // namespace
 
 bool xmldom::AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step) {
-  for (const XPathPredicate& predicate : step.Predicates()) {
+  const XPathSegment* predicate = step.SegmentsBegin();
+  while (predicate != step.SegmentsEnd()) {
     if (!HasSatisfying(node, predicate)) return false;
+    while (predicate->kind == XPathSegment::LEADS_ON) ++predicate;
+    ++predicate;
   }
-  switch (step.PredicatesEnd()) {
-    case XPathStep::WRONG_CHARACTER:
-      return ReportCharacter(step.WrongCharacter());
-    case XPathStep::UNTERMINATED:
-      return ReportTermination();
-    case XPathStep::COMPLETE:
-      break;
-  }
-  return true;
+  const char* end = step.PredicatesEnd();
+  if (end == nullptr) return ReportTermination();
+  return *end == '\0' || ReportCharacter(*end);
 }
 
 bool xmldom::ReportMissingStep(IXMLDOMNode* node) {
@@ -161,16 +159,22 @@ int StringMatchesSubString(const char* s, const char* sub, int n) {
   return std::strlen(s) == length && std::strncmp(s, sub, length) == 0;
 }
 
-int IXMLDOMNode::MatchQuery(const char* step) { return xmldom::MatchesStep(this, XPathStep(step)); }
+int IXMLDOMNode::MatchQuery(const char* step) {
+  return xmldom::MatchesStep(this, XPathSteps(step).At(0));
+}
 
 int IXMLDOMNode::MatchesSubquery(const char* predicate) {
-  return predicate != nullptr && HasSatisfying(this, XPathPredicate(xmldom::WholeText(predicate)));
+  if (predicate == nullptr) return 0;
+  XPathSegments segments;
+  xmldom::AppendPredicate(xmldom::WholeText(predicate), &segments);
+  return HasSatisfying(this, segments.Items());
 }
 
 int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {
   if (candidate == nullptr || predicate == nullptr) return 0;
-  const XPathPredicate parsed(xmldom::WholeText(predicate));
-  CandidateSearch search(parsed);
+  XPathSegments segments;
+  xmldom::AppendPredicate(xmldom::WholeText(predicate), &segments);
+  CandidateSearch search(segments.Items());
   xmldom::WalkTree<xmldom::SideTrail>(candidate, search);
   return search.IsDone();
 }

@@ -6,22 +6,18 @@
 
 #include <xmldom/query/XPathList.h>
 
-#include <algorithm>
 #include <cstring>
 
 namespace xmldom {
 
 namespace {
 
-/// Cuts the first segment off `text`, with the '/' that ends it. Result: whether there was such a
-/// '/', so that another segment follows.
-bool CutSegment(TextRange* text, XPathSegment* segment) {
-  segment->isAttribute = text->StartsWith('@');
-  const char* begin = segment->isAttribute ? text->begin + 1 : text->begin;
+/// The first '/' of a text that stands outside quotes, or else the end of the text.
+const char* EndOfSegment(const TextRange& text) {
   bool insideSingle = false;
   bool insideDouble = false;
-  const char* p = begin;
-  for (; p != text->end; ++p) {
+  const char* p = text.begin;
+  for (; p != text.end; ++p) {
     if (*p == '\'') {
       insideSingle = !insideSingle;
     } else if (*p == '"') {
@@ -30,33 +26,28 @@ bool CutSegment(TextRange* text, XPathSegment* segment) {
       break;
     }
   }
-  segment->text = TextRange{begin, p};
-  segment->anyName = segment->text.StartsWith('*');
-  if (p == text->end) return false;
-  text->begin = p + 1;
-  return true;
+  return p;
 }
 
 const char* Find(const TextRange& text, char c) {
   return static_cast<const char*>(std::memchr(text.begin, c, text.Length()));
 }
 
-XPathTest SplitTest(const TextRange& text) {
-  XPathTest test = {XPathTest::NEVER_TRUE, {nullptr, nullptr}, {nullptr, nullptr}};
-  const char* equals = Find(text, '=');
-  if (equals == nullptr) return test;
-  test.name = TextRange{text.begin, equals};
-  test.wanted = TextRange{equals + 1, text.end};
-  if (!test.wanted.StartsWith('\'') && !test.wanted.StartsWith('"')) {
-    test.kind = XPathTest::NUMBER;
-    return test;
-  }
+/// Makes the test out of the last segment of a predicate, whose name is still all of its text.
+void SplitTest(XPathSegment* test) {
+  test->kind = XPathSegment::NEVER_TRUE;
+  const char* equals = Find(test->name, '=');
+  if (equals == nullptr) return;
+  TextRange& wanted = test->wanted;
+  wanted = TextRange{equals + 1, test->name.end};
+  test->name.end = equals;
+  test->kind = XPathSegment::NUMBER;
+  if (!wanted.StartsWith('\'') && !wanted.StartsWith('"')) return;
   // What follows the closing quote is ignored.
-  const char quote = *test.wanted.begin++;
-  const char* end = Find(test.wanted, quote);
-  test.kind = end == nullptr ? XPathTest::OPEN_LITERAL : XPathTest::LITERAL;
-  if (end != nullptr) test.wanted.end = end;
-  return test;
+  const char quote = *wanted.begin++;
+  const char* end = Find(wanted, quote);
+  test->kind = end == nullptr ? XPathSegment::OPEN_LITERAL : XPathSegment::LITERAL;
+  if (end != nullptr) wanted.end = end;
 }
 
 }  // namespace
@@ -66,59 +57,64 @@ TextRange NameOfStep(const char* text, const char** predicates) {
   return *predicates == nullptr ? WholeText(text) : TextRange{text, *predicates};
 }
 
-XPathPredicate::XPathPredicate(const TextRange& text) {
+void AppendPredicate(const TextRange& text, XPathSegments* segments) {
   TextRange rest = text;
-  XPathSegment segment;
-  bool more = true;
-  while (more) {
-    more = CutSegment(&rest, &segment);
-    segments.push_back(segment);
+  for (;;) {
+    const bool isAttribute = rest.StartsWith('@');
+    if (isAttribute) ++rest.begin;
+    const TextRange name = {rest.begin, EndOfSegment(rest)};
+    segments->Push(XPathSegment{
+        XPathSegment::LEADS_ON, isAttribute, name.StartsWith('*'), name, {nullptr, nullptr}});
+    if (name.end == rest.end) break;
+    rest.begin = name.end + 1;
   }
-  test = SplitTest(segments.back().text);
+  SplitTest(&segments->Top());
 }
 
-XPathStep::XPathStep(const char* text)
+XPathStep::XPathStep(const char* text, XPathSegments* segments)
     : m_text(text),
       m_name{nullptr, nullptr},
       m_anyName(false),
       m_hasPredicates(false),
-      m_end(COMPLETE),
-      m_wrongCharacter('\0') {
+      m_segments(segments),
+      m_firstSegment(segments->Size()),
+      m_endSegment(segments->Size()),
+      m_predicatesEnd(nullptr) {
   if (text == nullptr) return;
   const char* predicates = nullptr;
   m_name = NameOfStep(text, &predicates);
   m_anyName = m_name.Length() == 1 && m_name.StartsWith('*');
   m_hasPredicates = predicates != nullptr;
-  if (m_hasPredicates) SplitPredicates(predicates);
+  if (m_hasPredicates) SplitPredicates(predicates, segments);
 }
 
-void XPathStep::SplitPredicates(const char* text) {
-  for (const char* p = text;; ++p) {
-    while (*p == ' ') ++p;
-    if (*p == '\0') return;
-    if (*p != '[') {
-      m_end = WRONG_CHARACTER;
-      m_wrongCharacter = *p;
-      return;
-    }
-    const char* begin = p + 1;
-    p = std::strchr(begin, ']');
-    if (p == nullptr) {
-      m_end = UNTERMINATED;
-      return;
-    }
-    m_predicates.emplace_back(TextRange{begin, p});
+void XPathStep::SplitPredicates(const char* text, XPathSegments* segments) {
+  for (;;) {
+    text += std::strspn(text, " ");
+    if (*text != '[') break;
+    const char* end = std::strchr(text, ']');
+    if (end == nullptr) return;
+    AppendPredicate(TextRange{text + 1, end}, segments);
+    m_endSegment = segments->Size();
+    text = end + 1;
   }
+  m_predicatesEnd = text;
 }
 
 XPathSteps::XPathSteps(CXPathList& list)
-    : m_count(list.m_nCount), m_missing(nullptr), m_hasDots(false) {
+    : m_count(list.m_nCount), m_missing(nullptr, &m_segments), m_hasDots(false) {
   if (list.m_ppIndex == nullptr) list.CreateIndex();
-  m_steps.reserve(static_cast<std::size_t>(std::max(m_count, 0)));
-  for (int k = 0; k < m_count; ++k) {
-    m_steps.emplace_back(list.m_ppIndex[k]);
-    m_hasDots = m_hasDots || m_steps.back().HasDots();
-  }
+  for (int k = 0; k < m_count; ++k) Append(list.m_ppIndex[k]);
+}
+
+XPathSteps::XPathSteps(const char* step)
+    : m_count(1), m_missing(nullptr, &m_segments), m_hasDots(false) {
+  Append(step);
+}
+
+void XPathSteps::Append(const char* step) {
+  m_steps.Push(XPathStep(step, &m_segments));
+  m_hasDots = m_hasDots || m_steps.Top().HasDots();
 }
 
 }  // namespace xmldom

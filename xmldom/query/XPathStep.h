@@ -1,63 +1,55 @@
 #ifndef XMLDOM_QUERY_XPATHSTEP_H
 #define XMLDOM_QUERY_XPATHSTEP_H
 
+#include <xmldom/base/Stack.h>
 #include <xmldom/base/Text.h>
 
 #include <cstddef>
-#include <vector>
 
 class CXPathList;
 
-// The steps of a path, split once for a whole query: into names, predicates, the segments of each
-// predicate and its test. Nothing is copied; all ranges point into the texts of the path list.
+// The steps of a path, split once for a whole query: into names, predicates and the segments of
+// each predicate. Nothing is copied; all ranges point into the texts of the path list. All steps
+// are in one table, and the segments of all their predicates in another.
 
 namespace xmldom {
 
 /// One segment of a predicate such as `a/b/@c='x'`. The segments before the last lead from a node
-/// to the candidates that are tested; the last one holds the test.
+/// to the candidates that are tested; the last one is the test: name=number, name='text' or
+/// name="text".
 struct XPathSegment {
-  TextRange text;    // without the '@'
-  bool isAttribute;  // an '@' stands before it: its candidates are attributes, not children
-  bool anyName;      // it begins with '*'
-};
-
-/// The test at the end of a predicate: name=number, name='text' or name="text".
-struct XPathTest {
   enum Kind {
-    NEVER_TRUE,   // it has no '='
+    LEADS_ON,     // it is not the last: another segment of the same predicate follows
+    NEVER_TRUE,   // a test without '='
     NUMBER,       // compares as integers
     LITERAL,      // compares as texts
     OPEN_LITERAL  // its quote is not closed: never true, but the value is still read
   };
 
   Kind kind;
-  TextRange name;
-  TextRange wanted;  // a literal without its quotes; the text of a number
+  bool isAttribute;  // an '@' stands before it: its candidates are attributes, not children
+  bool anyName;      // it begins with '*'; tests do not look at this
+  TextRange name;    // without the '@'
+  TextRange wanted;  // only of a test with '=': a literal without its quotes; the text of a number
 };
 
-/// One predicate, cut at each '/' outside quotes.
-struct XPathPredicate {
-  /// Effects: std::bad_alloc when memory is out.
-  explicit XPathPredicate(const TextRange& text);
+/// The segments of predicates, one predicate behind the other.
+typedef Stack<XPathSegment, 4> XPathSegments;
 
-  std::vector<XPathSegment> segments;  // at least one
-  XPathTest test;
-};
+/// Cuts a predicate at each '/' outside quotes, and appends its segments, of which there is at
+/// least one. Effects: std::bad_alloc when memory is out; segments that were appended stay.
+void AppendPredicate(const TextRange& text, XPathSegments* segments);
 
 /// One step of a path: a name, and predicates that all have to hold.
 class XPathStep {
  public:
-  /// How the text of the predicates ends.
-  enum End {
-    COMPLETE,
-    WRONG_CHARACTER,  // a character other than '[' stands where the next one would begin
-    UNTERMINATED      // the last one has no ']'
-  };
+  XPathStep() = default;
 
   /// Splits `text`, which must stay as it is for as long as the step is used. A null text makes the
-  /// missing step, which matches nothing and is reported when a node is tested with it.
+  /// missing step, which matches nothing and is reported when a node is tested with it. The
+  /// segments of the predicates are appended to `segments`, which must outlive the step.
   /// Effects: std::bad_alloc when memory is out.
-  explicit XPathStep(const char* text);
+  XPathStep(const char* text, XPathSegments* segments);
 
   bool IsMissing() const { return m_text == nullptr; }
 
@@ -72,34 +64,40 @@ class XPathStep {
 
   /// Whether anything stands behind the name.
   bool HasPredicates() const { return m_hasPredicates; }
-  /// The predicates up to the first malformed one, in order.
-  const std::vector<XPathPredicate>& Predicates() const { return m_predicates; }
-  End PredicatesEnd() const { return m_end; }
-  /// The character that ends the predicates when PredicatesEnd is WRONG_CHARACTER.
-  char WrongCharacter() const { return m_wrongCharacter; }
+  /// The segments of the predicates up to the first malformed one, in order. They are valid until
+  /// another step is split into the same table.
+  const XPathSegment* SegmentsBegin() const { return m_segments->Items() + m_firstSegment; }
+  const XPathSegment* SegmentsEnd() const { return m_segments->Items() + m_endSegment; }
+  /// Where the predicates end: at the end of the text, or at a character other than '[' that stands
+  /// where the next one would begin. Null when the last one has no ']'.
+  const char* PredicatesEnd() const { return m_predicatesEnd; }
 
  private:
-  void SplitPredicates(const char* text);
+  void SplitPredicates(const char* text, XPathSegments* segments);
 
   const char* m_text;
   TextRange m_name;
   bool m_anyName;
   bool m_hasPredicates;
-  std::vector<XPathPredicate> m_predicates;
-  End m_end;
-  char m_wrongCharacter;
+  const XPathSegments* m_segments;
+  std::size_t m_firstSegment;
+  std::size_t m_endSegment;
+  const char* m_predicatesEnd;
 };
 
 /// Splits the text of a step. Result: the name. Out: the text of the predicates, from the first '['
 /// on, or null when there is none.
 TextRange NameOfStep(const char* text, const char** predicates);
 
-/// The steps of a path list, which must outlive this object unchanged.
+/// The steps of a path, whose texts must outlive this object unchanged.
 class XPathSteps {
  public:
-  /// Builds the index of the list when that is missing.
+  /// The steps of a list. Builds the index of the list when that is missing.
   /// Effects: std::bad_alloc when memory is out.
   explicit XPathSteps(CXPathList& list);
+  /// The one step of that text, which may be null.
+  /// Effects: std::bad_alloc when memory is out.
+  explicit XPathSteps(const char* step);
 
   XPathSteps(const XPathSteps&) = delete;
   XPathSteps& operator=(const XPathSteps&) = delete;
@@ -110,14 +108,17 @@ class XPathSteps {
   /// Step k, counted from 0; the missing step for any k outside.
   const XPathStep& At(int k) const {
     const std::size_t i = static_cast<std::size_t>(k);
-    return k >= 0 && i < m_steps.size() ? m_steps[i] : m_missing;
+    return k >= 0 && i < m_steps.Size() ? m_steps.Items()[i] : m_missing;
   }
 
   /// Whether any step begins with '.'.
   bool HasDots() const { return m_hasDots; }
 
  private:
-  std::vector<XPathStep> m_steps;
+  void Append(const char* step);
+
+  Stack<XPathStep, 4> m_steps;
+  XPathSegments m_segments;
   int m_count;
   XPathStep m_missing;
   bool m_hasDots;
