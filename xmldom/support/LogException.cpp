@@ -4,6 +4,7 @@
 
 #include <xmldom/support/LogException.h>
 
+#include <xmldom/support/ArgumentList.h>
 #include <xmldom/support/Logger.h>
 #include <xmldom/support/MemFile.h>
 
@@ -60,12 +61,7 @@ CLogException* ExceptionF(const char* where, const char* format, ...) {
   CMemFile message(256);
   va_list arguments;
   va_start(arguments, format);
-  try {
-    message.WriteFV(format, arguments);
-  } catch (...) {
-    va_end(arguments);
-    throw;
-  }
-  va_end(arguments);
+  const xmldom::ArgumentListEnd end = {arguments};
+  message.WriteFV(format, arguments);
   throw new CLogException(where, message.GetAsStr(), nullptr);
 }
