@@ -2,6 +2,7 @@
 #define XMLDOM_PARSE_EXPATIMPL_H
 
 #include <expat.h>
+#include <xmldom/base/Export.h>
 
 #include <cassert>
 #include <climits>
@@ -12,6 +13,22 @@
 /// Asserts a condition whose macros are expanded first, so that the message shows what NULL stands
 /// for ("m_p != __null").
 #define XMLDOM_ASSERT_EXPANDED(condition) assert(condition)
+
+namespace xmldom {
+
+/// One call of CExpatImpl::Parse that has not returned yet.
+struct ExpatRun {
+  const void* binding;        ///< The CExpatImpl whose Parse it is.
+  ExpatRun* outer;            ///< The call of Parse in whose handler this one was made, or null.
+  std::exception_ptr thrown;  ///< What a handler threw; null when none has.
+};
+
+/// The innermost call of Parse in this thread, for all bindings of a program; null when none is
+/// running. One variable of the library serves them all: one of each class would keep every plug-in
+/// loaded that has such a class.
+XMLDOM_API ExpatRun*& InnermostExpatRun();
+
+}  // namespace xmldom
 
 /// Binds one Expat parser to one handler object of class _T, which derives from this template and
 /// has the members OnStartElement, OnEndElement and OnDefault. Expat calls three static functions,
@@ -93,10 +110,11 @@ class CExpatImpl {
       if (whole > INT_MAX) return false;
       length = static_cast<int>(whole);
     }
-    Run run = {this, Innermost(), nullptr};
-    Innermost() = &run;
+    xmldom::ExpatRun*& innermost = xmldom::InnermostExpatRun();
+    xmldom::ExpatRun run = {this, innermost, nullptr};
+    innermost = &run;
     const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
-    Innermost() = run.outer;
+    innermost = run.outer;
     // An Expat without input context has parsed in the caller's memory, and counts lines there when
     // it is asked for one. Asked now, while the text lives, it remembers the answer.
     int offset = 0;
@@ -161,13 +179,6 @@ class CExpatImpl {
   XML_Parser m_p;  ///< The parser; null when there is none.
 
  private:
-  /// One call of Parse that has not returned yet.
-  struct Run {
-    CExpatImpl* parser;
-    Run* outer;                 ///< The call of Parse in whose handler this one was made, or null.
-    std::exception_ptr thrown;  ///< What a handler threw; null when none has.
-  };
-
   /// Makes a call of the handler object, unless an exception is kept, which has set the user data
   /// to null.
   template <class Call>
@@ -184,8 +195,8 @@ class CExpatImpl {
   /// Keeps the exception that is being handled for Parse to throw, and stops the parser. Throws it
   /// on when the trampoline was called by somebody else than the innermost parse.
   void Keep() {
-    Run* const run = Innermost();
-    if (run == nullptr || run->parser != this) throw;
+    xmldom::ExpatRun* const run = xmldom::InnermostExpatRun();
+    if (run == nullptr || run->binding != this) throw;
     run->thrown = std::current_exception();
     // A stopped parser still reports the end tag of an empty element, and the rest of a text that
     // it is converting from another encoding. There it calls the handler without testing whether
@@ -193,13 +204,6 @@ class CExpatImpl {
     // return at once.
     XML_SetUserData(m_p, nullptr);
     XML_StopParser(m_p, XML_FALSE);
-  }
-
-  /// The innermost call of Parse in this thread, for all parsers of this class; null when none is
-  /// running.
-  static Run*& Innermost() {
-    static thread_local Run* run = nullptr;
-    return run;
   }
 };
 
