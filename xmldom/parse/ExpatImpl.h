@@ -9,6 +9,8 @@
 #include <cstddef>
 #include <cstring>
 #include <exception>
+#include <new>
+#include <typeinfo>
 
 /// Asserts a condition whose macros are expanded first, so that the message shows what NULL stands
 /// for ("m_p != __null").
@@ -21,6 +23,31 @@ struct ExpatRun {
   const void* binding;        ///< The CExpatImpl whose Parse it is.
   ExpatRun* outer;            ///< The call of Parse in whose handler this one was made, or null.
   std::exception_ptr thrown;  ///< What a handler threw; null when none has.
+  bool memoryIsOut;           ///< Whether a handler threw a std::bad_alloc, which is thrown anew.
+
+  /// Keeps the exception that is being handled. That memory is out is all that the library's own
+  /// handlers throw, and is therefore kept without an exception_ptr: in an application with another
+  /// standard library, that of the one could not be thrown with the runtime of the other.
+  void Keep() {
+#ifdef __cpp_rtti
+    try {
+      throw;
+    } catch (const std::bad_alloc& exception) {
+      memoryIsOut = typeid(exception) == typeid(std::bad_alloc);
+    } catch (...) {
+    }
+#endif
+    if (!memoryIsOut) thrown = std::current_exception();
+  }
+
+  /// Throws what was kept, if anything was.
+  void Rethrow() {
+    if (memoryIsOut) throw std::bad_alloc();
+    if (thrown != nullptr) std::rethrow_exception(thrown);
+  }
+
+  /// Whether an exception is kept.
+  bool HasKept() const { return memoryIsOut || thrown != nullptr; }
 };
 
 /// The innermost call of Parse in this thread, for all bindings of a program; null when none is
@@ -111,7 +138,7 @@ class CExpatImpl {
       length = static_cast<int>(whole);
     }
     xmldom::ExpatRun*& innermost = xmldom::InnermostExpatRun();
-    xmldom::ExpatRun run = {this, innermost, nullptr};
+    xmldom::ExpatRun run = {this, innermost, nullptr, false};
     innermost = &run;
     const bool parsed = XML_Parse(m_p, buffer, length, final) != XML_STATUS_ERROR;
     innermost = run.outer;
@@ -120,9 +147,9 @@ class CExpatImpl {
     int offset = 0;
     int size = 0;
     if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
-    if (run.thrown != nullptr) {
+    if (run.HasKept()) {
       XML_SetUserData(m_p, static_cast<_T*>(this));
-      std::rethrow_exception(run.thrown);
+      run.Rethrow();
     }
     return parsed;
   }
@@ -197,7 +224,7 @@ class CExpatImpl {
   void Keep() {
     xmldom::ExpatRun* const run = xmldom::InnermostExpatRun();
     if (run == nullptr || run->binding != this) throw;
-    run->thrown = std::current_exception();
+    run->Keep();
     // A stopped parser still reports the end tag of an empty element, and the rest of a text that
     // it is converting from another encoding. There it calls the handler without testing whether
     // one is installed. The handlers therefore stay installed; null user data makes the trampolines

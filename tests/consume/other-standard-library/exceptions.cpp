@@ -7,10 +7,25 @@
 #include <cassert>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <stdexcept>
 #include <string>
+
+namespace {
+
+bool l_memoryIsOut = false;
+
+}  // namespace
+
+void* operator new[](std::size_t size) {
+  void* memory = l_memoryIsOut ? nullptr : std::malloc(size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+void operator delete[](void* memory) noexcept { std::free(memory); }
 
 namespace {
 
@@ -99,6 +114,22 @@ void CatchesThatMemoryIsOut() {
   assert(caught);
 }
 
+// In a load the exception has to get past Expat.
+void CatchesThatMemoryIsOutInALoad() {
+  IXMLDOMDocument2* document = nullptr;
+  Create(&document);
+  bool caught = false;
+  l_memoryIsOut = true;
+  try {
+    document->loadXML("<a><b/></a>");
+  } catch (const std::bad_alloc&) {
+    caught = true;
+  }
+  l_memoryIsOut = false;
+  assert(caught);
+  document->RealRelease();
+}
+
 void CatchesThatATextIsTooLong() {
   CMemFile buffer(0);
   buffer.Write("x", 1);
@@ -120,6 +151,7 @@ int main() {
   ThrowsOneItself();
   CatchesTheExceptionOfAnEditAtAPath();
   CatchesThatMemoryIsOut();
+  CatchesThatMemoryIsOutInALoad();
   CatchesThatATextIsTooLong();
   std::printf("caught all\n");
 }
