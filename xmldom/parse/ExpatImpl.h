@@ -25,6 +25,7 @@ struct ExpatRun {
   std::exception_ptr thrown;  ///< What a handler threw; null when none has.
   bool memoryIsOut;           ///< Whether a handler threw a std::bad_alloc, which is thrown anew.
 
+#ifdef __cpp_exceptions
   /// Keeps the exception that is being handled. That memory is out is all that the library's own
   /// handlers throw, and is therefore kept without an exception_ptr: in an application with another
   /// standard library, that of the one could not be thrown with the runtime of the other.
@@ -45,6 +46,7 @@ struct ExpatRun {
     if (memoryIsOut) throw std::bad_alloc();
     if (thrown != nullptr) std::rethrow_exception(thrown);
   }
+#endif
 
   /// Whether an exception is kept.
   bool HasKept() const { return memoryIsOut || thrown != nullptr; }
@@ -69,7 +71,8 @@ XMLDOM_API ExpatRun*& InnermostExpatRun();
 /// again; they return at once. It may
 /// also call a handler that an application has installed itself; the user data is null then. A
 /// trampoline that is not called by the innermost parse of its own parser lets every exception
-/// through to its caller. A handler may run parses of other parsers.
+/// through to its caller. A handler may run parses of other parsers. In a source that is compiled
+/// without exceptions a handler must let none out.
 template <class _T>
 class CExpatImpl {
  public:
@@ -130,7 +133,9 @@ class CExpatImpl {
   /// Parses a piece of text, the last one if `final`. A negative `length` means that the text ends
   /// at its first NUL byte. Result: whether Expat accepted the piece; false for a piece of more
   /// than INT_MAX bytes, of which nothing is parsed. Effects: throws what a handler threw.
-  bool Parse(const char* buffer, int length, bool final) {
+  ///
+  /// Never inline, so that it is the library's own for a CXMLSax, however the caller is compiled.
+  XMLDOM_NOINLINE bool Parse(const char* buffer, int length, bool final) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     if (length < 0) {
       const std::size_t whole = std::strlen(buffer);
@@ -147,10 +152,12 @@ class CExpatImpl {
     int offset = 0;
     int size = 0;
     if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
+#ifdef __cpp_exceptions
     if (run.HasKept()) {
       XML_SetUserData(m_p, static_cast<_T*>(this));
       run.Rethrow();
     }
+#endif
     return parsed;
   }
 
@@ -212,13 +219,18 @@ class CExpatImpl {
   static void Forward(void* userData, Call call) {
     _T* handler = static_cast<_T*>(userData);
     if (handler == nullptr) return;
+#ifdef __cpp_exceptions
     try {
       call(handler);
     } catch (...) {
       handler->Keep();
     }
+#else
+    call(handler);
+#endif
   }
 
+#ifdef __cpp_exceptions
   /// Keeps the exception that is being handled for Parse to throw, and stops the parser. Throws it
   /// on when the trampoline was called by somebody else than the innermost parse.
   void Keep() {
@@ -232,6 +244,7 @@ class CExpatImpl {
     XML_SetUserData(m_p, nullptr);
     XML_StopParser(m_p, XML_FALSE);
   }
+#endif
 };
 
 #endif
