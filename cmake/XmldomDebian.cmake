@@ -32,6 +32,17 @@ endif()
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
 set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
+# Files in the packages are as old as the changelog says, so that the same sources give the same
+# packages.
+if(DEFINED ENV{SOURCE_DATE_EPOCH})
+  set(CPACK_XMLDOM_SOURCE_DATE_EPOCH $ENV{SOURCE_DATE_EPOCH})
+else()
+  execute_process(
+    COMMAND dpkg-parsechangelog --file ${packaging_dir}/changelog --show-field Timestamp
+    OUTPUT_VARIABLE CPACK_XMLDOM_SOURCE_DATE_EPOCH
+    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
 # What each package depends on comes from its binaries, as far as other projects are concerned.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/xmldom)
