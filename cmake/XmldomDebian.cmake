@@ -1,5 +1,5 @@
 # Debian packages by CPack: libxmldom1 (both libraries), libxmldom-dev (what builds an application)
-# and xmldom (the tool). Included where XMLDOM_DEBIAN_PACKAGES is on; scripts/packages builds them.
+# and xmldom (the tool), and debugging information for the first and the last. Included where XMLDOM_DEBIAN_PACKAGES is on; scripts/packages builds them.
 
 set(packaging_dir ${PROJECT_SOURCE_DIR}/packaging/debian)
 
@@ -8,9 +8,11 @@ set(CPACK_PACKAGE_NAME xmldom)
 set(CPACK_PACKAGE_VENDOR "xmldom developers")
 set(CPACK_PACKAGE_CONTACT "xmldom developers <developers@xmldom.invalid>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package has its own
-set(CPACK_STRIP_FILES ON)
+# Debugging information goes into packages of its own, with the ending -dbgsym.
+set(CPACK_DEBIAN_RUNTIME_DEBUGINFO_PACKAGE ON)
+set(CPACK_DEBIAN_TOOL_DEBUGINFO_PACKAGE ON)
 set(CPACK_SET_DESTDIR ON)  # so that the .pc files name the prefix, and not where it is staged
-set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/CompressDocuments.cmake)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PrepareDebianPackages.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/FinishDebianPackages.cmake)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL Runtime Development Tool)
@@ -32,12 +34,23 @@ endif()
 set(CPACK_DEBIAN_PACKAGE_RELEASE ${CMAKE_MATCH_2})
 set(package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 
+# Files in the packages are as old as the changelog says, so that the same sources give the same
+# packages.
+if(DEFINED ENV{SOURCE_DATE_EPOCH})
+  set(CPACK_XMLDOM_SOURCE_DATE_EPOCH $ENV{SOURCE_DATE_EPOCH})
+else()
+  execute_process(
+    COMMAND dpkg-parsechangelog --file ${packaging_dir}/changelog --show-field Timestamp
+    OUTPUT_VARIABLE CPACK_XMLDOM_SOURCE_DATE_EPOCH
+    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
 # What each package depends on comes from its binaries, as far as other projects are concerned.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/xmldom)
 
-# What packages that link the libraries will depend on, and that the linker's cache is to be
-# renewed.
+# What packages that link the libraries will depend on, for each symbol and as a whole, and that the
+# linker's cache is to be renewed.
 set(library_package libxmldom${XMLDOM_SOVERSION})
 set(control_dir ${PROJECT_BINARY_DIR}/debian)
 file(WRITE ${control_dir}/triggers "activate-noawait ldconfig\n")
@@ -45,6 +58,7 @@ file(WRITE ${control_dir}/shlibs "\
 libxmldom ${XMLDOM_SOVERSION} ${library_package} (>= ${PROJECT_VERSION})
 libxmldom-support ${XMLDOM_SOVERSION} ${library_package} (>= ${PROJECT_VERSION})
 ")
+set(CPACK_XMLDOM_SYMBOLS ${packaging_dir}/${library_package}.symbols)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${control_dir}/triggers ${control_dir}/shlibs)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${library_package} (= ${package_version}), libexpat1-dev")
@@ -65,6 +79,8 @@ function(xmldom_debian_package component name section description)
     DESTINATION ${documents} RENAME changelog.Debian COMPONENT ${component})
   install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md
     DESTINATION ${documents} RENAME changelog COMPONENT ${component})
+  install(FILES ${packaging_dir}/${name}.lintian-overrides
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME ${name} COMPONENT ${component})
 endfunction()
 
 xmldom_debian_package(Runtime ${library_package} libs

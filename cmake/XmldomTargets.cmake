@@ -11,6 +11,18 @@ if(XMLDOM_SANITIZE)
   endif()
 endif()
 
+# Lets a target that is installed be the same, byte by byte, wherever and whenever it is built: in
+# messages of assertions and in debugging information, sources have the names that they have in the
+# project, and the folder of the build is not in the path where libraries are searched. A debug build
+# keeps the full names for debuggers.
+function(xmldom_reproducible target)
+  target_compile_options(${target} PRIVATE
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=.
+    $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_SOURCE_DIR}=.>
+    $<$<NOT:$<CONFIG:Debug>>:-ffile-prefix-map=${PROJECT_BINARY_DIR}=./build>)
+  set_target_properties(${target} PROPERTIES BUILD_RPATH_USE_ORIGIN ON)
+endfunction()
+
 # Sets the language level, the warnings and what the interface of the library depends on:
 # assertions stay in every build type, and a null `this` reaches them.
 function(xmldom_compile_options target)

@@ -24,6 +24,7 @@ const Row kRows[] = {
     {RECORD(_bstr_t), 8, 4},
     {RECORD(CMemFile), 32, 20},
     {RECORD(CLogEvent), 24, 16},
+    {RECORD(CLogException), 24, 12},
     {RECORD(CRefCountedObject), 16, 8},
     {RECORD(IXMLDOMNode), 80, 40},
     {RECORD(IXMLDOMDocument2), 104, 56},

@@ -3,6 +3,7 @@
 #include <xmldom/xmldom.h>
 
 #include <functional>
+#include <new>
 #include <string>
 
 #include "harness/HugeText.h"
@@ -141,13 +142,6 @@ TEST(ExpatImplHandlers, May_throw_through_the_parse) {
   }
 }
 
-TEST(ExpatImplHandlers, Are_not_called_any_more_once_one_has_thrown) {
-  Recorder recorder;
-  recorder.m_thrower = "default";
-  EXPECT_THROW(recorder.Parse("<a>x<b/></a>", -1, true), std::string);
-  EXPECT_EQ("start a", recorder.m_events);
-}
-
 namespace {
 
 /// A handler object whose handlers do what a case wants.
@@ -169,7 +163,23 @@ class Caller : public CExpatImpl<Caller> {
   std::function<void()> m_onStart;
 };
 
+struct NoMoreRoom : std::bad_alloc {};
+
 }  // namespace
+
+TEST(ExpatImplHandlers, May_throw_that_memory_is_out_or_something_derived_from_that) {
+  Caller plain([] { throw std::bad_alloc(); });
+  EXPECT_THROW(plain.Parse("<a/>", -1, true), std::bad_alloc);
+  Caller derived([] { throw NoMoreRoom(); });
+  EXPECT_THROW(derived.Parse("<a/>", -1, true), NoMoreRoom);
+}
+
+TEST(ExpatImplHandlers, Are_not_called_any_more_once_one_has_thrown) {
+  Recorder recorder;
+  recorder.m_thrower = "default";
+  EXPECT_THROW(recorder.Parse("<a>x<b/></a>", -1, true), std::string);
+  EXPECT_EQ("start a", recorder.m_events);
+}
 
 TEST(ExpatImplHandlers, May_parse_another_text_which_keeps_its_exceptions_to_itself) {
   Caller caller([] {

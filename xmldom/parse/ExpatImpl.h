@@ -1,19 +1,63 @@
 #ifndef XMLDOM_PARSE_EXPATIMPL_H
 #define XMLDOM_PARSE_EXPATIMPL_H
 
-#include <xmldom/base/Export.h>
-
 #include <expat.h>
+#include <xmldom/base/Export.h>
 
 #include <cassert>
 #include <climits>
 #include <cstddef>
 #include <cstring>
 #include <exception>
+#include <new>
+#include <typeinfo>
 
 /// Asserts a condition whose macros are expanded first, so that the message shows what NULL stands
 /// for ("m_p != __null").
 #define XMLDOM_ASSERT_EXPANDED(condition) assert(condition)
+
+namespace xmldom {
+
+/// One call of CExpatImpl::Parse that has not returned yet.
+struct ExpatRun {
+  const void* binding;        ///< The CExpatImpl whose Parse it is.
+  ExpatRun* outer;            ///< The call of Parse in whose handler this one was made, or null.
+  std::exception_ptr thrown;  ///< What a handler threw; null when none has.
+  bool memoryIsOut;           ///< Whether a handler threw a std::bad_alloc, which is thrown anew.
+
+#ifdef __cpp_exceptions
+  /// Keeps the exception that is being handled. That memory is out is all that the library's own
+  /// handlers throw, and is therefore kept without an exception_ptr: in an application with another
+  /// standard library, that of the one could not be thrown with the runtime of the other.
+  void Keep() {
+#ifdef __cpp_rtti
+    try {
+      throw;
+    } catch (const std::bad_alloc& exception) {
+      memoryIsOut = typeid(exception) == typeid(std::bad_alloc);
+    } catch (...) {
+    }
+#endif
+    if (!memoryIsOut) thrown = std::current_exception();
+  }
+
+  /// Throws what was kept, if anything was.
+  void Rethrow() {
+    if (memoryIsOut) throw std::bad_alloc();
+    if (thrown != nullptr) std::rethrow_exception(thrown);
+  }
+#endif
+
+  /// Whether an exception is kept.
+  bool HasKept() const { return memoryIsOut || thrown != nullptr; }
+};
+
+/// The innermost call of Parse in this thread, for all bindings of a program; null when none is
+/// running. One variable of the library serves them all: one of each class would keep every plug-in
+/// loaded that has such a class.
+XMLDOM_API ExpatRun*& InnermostExpatRun();
+
+}  // namespace xmldom
 
 /// Binds one Expat parser to one handler object of class _T, which derives from this template and
 /// has the members OnStartElement, OnEndElement and OnDefault. Expat calls three static functions,
@@ -24,10 +68,11 @@
 /// Exceptions: a handler may throw. The exception must not pass through Expat's C functions, for
 /// which a target may have no unwind tables. The trampoline therefore keeps it and stops the
 /// parser, and Parse throws it when Expat has returned. Until then Expat may call trampolines
-/// again; they return at once. It may
-/// also call a handler that an application has installed itself; the user data is null then. A
+/// again; they return at once. It may also call a handler that an application has installed itself;
+/// the user data is null then. A
 /// trampoline that is not called by the innermost parse of its own parser lets every exception
-/// through to its caller. A handler may run parses of other parsers.
+/// through to its caller. A handler may run parses of other parsers. In a source that is compiled
+/// without exceptions a handler must let none out.
 template <class _T>
 class CExpatImpl {
  public:
@@ -88,7 +133,9 @@ class CExpatImpl {
   /// Parses a piece of text, the last one if `final`. A negative `length` means that the text ends
   /// at its first NUL byte. Result: whether Expat accepted the piece; false for a piece of more
   /// than INT_MAX bytes, of which nothing is parsed. Effects: throws what a handler threw.
-  bool Parse(const char* buffer, int length, bool final) {
+  ///
+  /// Never inline, so that it is the library's own for a CXMLSax, however the caller is compiled.
+  XMLDOM_NOINLINE bool Parse(const char* buffer, int length, bool final) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     if (length < 0) {
       const std::size_t whole = std::strlen(buffer);
@@ -153,50 +200,51 @@ class CExpatImpl {
   /// Parses a piece of text as Parse does, one of `length` bytes. With `isInBuffer` it stands in
   /// the memory that XML_GetBuffer has given, which saves a copy, and `text` is not looked at.
   XMLDOM_NOINLINE bool ParsePiece(const char* text, int length, bool final, bool isInBuffer) {
-    Run run = {this, Innermost(), nullptr};
-    Innermost() = &run;
+    xmldom::ExpatRun*& innermost = xmldom::InnermostExpatRun();
+    xmldom::ExpatRun run = {this, innermost, nullptr, false};
+    innermost = &run;
     const XML_Status status =
         isInBuffer ? XML_ParseBuffer(m_p, length, final) : XML_Parse(m_p, text, length, final);
-    Innermost() = run.outer;
+    innermost = run.outer;
     // An Expat without input context has parsed in the caller's memory, and counts lines there when
     // it is asked for one. Asked now, while the text lives, it remembers the answer.
     int offset = 0;
     int size = 0;
     if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
-    if (run.thrown != nullptr) {
+#ifdef __cpp_exceptions
+    if (run.HasKept()) {
       XML_SetUserData(m_p, static_cast<_T*>(this));
-      std::rethrow_exception(run.thrown);
+      run.Rethrow();
     }
+#endif
     return status != XML_STATUS_ERROR;
   }
 
  private:
-  /// One call of Parse that has not returned yet.
-  struct Run {
-    CExpatImpl* parser;
-    Run* outer;                 ///< The call of Parse in whose handler this one was made, or null.
-    std::exception_ptr thrown;  ///< What a handler threw; null when none has.
-  };
-
   /// Makes a call of the handler object, unless an exception is kept, which has set the user data
   /// to null.
   template <class Call>
   static void Forward(void* userData, Call call) {
     _T* handler = static_cast<_T*>(userData);
     if (handler == nullptr) return;
+#ifdef __cpp_exceptions
     try {
       call(handler);
     } catch (...) {
       handler->Keep();
     }
+#else
+    call(handler);
+#endif
   }
 
+#ifdef __cpp_exceptions
   /// Keeps the exception that is being handled for Parse to throw, and stops the parser. Throws it
   /// on when the trampoline was called by somebody else than the innermost parse.
   void Keep() {
-    Run* const run = Innermost();
-    if (run == nullptr || run->parser != this) throw;
-    run->thrown = std::current_exception();
+    xmldom::ExpatRun* const run = xmldom::InnermostExpatRun();
+    if (run == nullptr || run->binding != this) throw;
+    run->Keep();
     // A stopped parser still reports the end tag of an empty element, and the rest of a text that
     // it is converting from another encoding. There it calls the handler without testing whether
     // one is installed. The handlers therefore stay installed; null user data makes the trampolines
@@ -204,13 +252,7 @@ class CExpatImpl {
     XML_SetUserData(m_p, nullptr);
     XML_StopParser(m_p, XML_FALSE);
   }
-
-  /// The innermost call of Parse in this thread, for all parsers of this class; null when none is
-  /// running.
-  static Run*& Innermost() {
-    static thread_local Run* run = nullptr;
-    return run;
-  }
+#endif
 };
 
 #endif

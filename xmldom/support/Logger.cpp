@@ -2,6 +2,8 @@
 // error unless an application sets another. Tested by tests/support/Logger_test.cpp.
 
 #include <xmldom/support/Logger.h>
+
+#include <xmldom/support/ArgumentList.h>
 #include <xmldom/support/MemFile.h>
 
 #include <cstdarg>
@@ -78,26 +80,16 @@ void CLogger::PostLogEvent(LogTypeEnum type, LogSeverityEnum severity, const cha
 void CLogger::PostLogEventF(LogTypeEnum type, LogSeverityEnum severity, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  try {
-    PostFormatted(type, severity, format, arguments, nullptr);
-  } catch (...) {
-    va_end(arguments);
-    throw;
-  }
-  va_end(arguments);
+  const xmldom::ArgumentListEnd end = {arguments};
+  PostFormatted(type, severity, format, arguments, nullptr);
 }
 
 void CLogger::PostLogEventFB(LogTypeEnum type, LogSeverityEnum severity, const char* format,
                              const char* body, ...) {
   va_list arguments;
   va_start(arguments, body);
-  try {
-    PostFormatted(type, severity, format, arguments, body);
-  } catch (...) {
-    va_end(arguments);
-    throw;
-  }
-  va_end(arguments);
+  const xmldom::ArgumentListEnd end = {arguments};
+  PostFormatted(type, severity, format, arguments, body);
 }
 
 void CLogger::PostBacktrace(LogTypeEnum type, LogSeverityEnum severity, const char* title) {

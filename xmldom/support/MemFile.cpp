@@ -4,6 +4,8 @@
 
 #include <xmldom/support/MemFile.h>
 
+#include <xmldom/support/ArgumentList.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdio>
@@ -66,36 +68,26 @@ void CMemFile::Append(const void* data, std::size_t size) {
 void CMemFile::WriteF(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  try {
-    WriteFV(format, arguments);
-  } catch (...) {
-    va_end(arguments);
-    throw;
-  }
-  va_end(arguments);
+  const xmldom::ArgumentListEnd end = {arguments};
+  WriteFV(format, arguments);
 }
 
 void CMemFile::WriteFV(const char* format, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
+  const xmldom::ArgumentListEnd end = {again};
   char small[256];
   const int size = std::vsnprintf(small, sizeof small, format, arguments);
-  try {
-    if (size < 0) throw std::length_error("CMemFile: formatted text too long");
-    if (static_cast<std::size_t>(size) < sizeof small) {
-      Append(small, static_cast<std::size_t>(size));
-    } else {
-      // vsnprintf writes its terminator into the byte that Reserve keeps for one.
-      char* target = Reserve(static_cast<std::size_t>(size));
-      std::vsnprintf(target, static_cast<std::size_t>(size) + 1, format, again);
-      m_uLength += static_cast<unsigned int>(size);
-      m_uPosition = m_uLength;
-    }
-  } catch (...) {
-    va_end(again);
-    throw;
+  if (size < 0) throw std::length_error("CMemFile: formatted text too long");
+  if (static_cast<std::size_t>(size) < sizeof small) {
+    Append(small, static_cast<std::size_t>(size));
+  } else {
+    // vsnprintf writes its terminator into the byte that Reserve keeps for one.
+    char* target = Reserve(static_cast<std::size_t>(size));
+    std::vsnprintf(target, static_cast<std::size_t>(size) + 1, format, again);
+    m_uLength += static_cast<unsigned int>(size);
+    m_uPosition = m_uLength;
   }
-  va_end(again);
 }
 
 void CMemFile::WriteStrEntities(const char* text) {
