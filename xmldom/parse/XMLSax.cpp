@@ -20,9 +20,13 @@ CXMLSax::CXMLSax(IXMLDOMDocument2* document)
     : m_pNodeStack(nullptr),
       m_pDocument(document),
       m_bFirstElement(false),
-      m_errorBeforeParse(XML_ERROR_NONE),
+      m_error(XML_ERROR_NONE),
       m_pTree(nullptr),
-      m_pEntityNesting(nullptr) {
+      m_pEntityNesting(nullptr),
+      m_refusal(nullptr),
+      m_refusalNumber(0),
+      m_textSize(0),
+      m_defaultsSize(0) {
   ++m_iObjCount;
 }
 
@@ -34,7 +38,9 @@ CXMLSax::~CXMLSax() {
 
 /// Empties the document and makes an empty stack.
 void CXMLSax::StartLoad() {
-  m_errorBeforeParse = XML_ERROR_NO_MEMORY;
+  m_error = XML_ERROR_NO_MEMORY;
+  m_refusal = nullptr;
+  m_defaultsSize = 0;
   delete m_pNodeStack;
   m_pNodeStack = nullptr;
   m_bFirstElement = true;
@@ -45,53 +51,51 @@ void CXMLSax::StartLoad() {
 bool CXMLSax::LoadXML(const char* text) {
   StartLoad();
   const char* whole = text == nullptr ? "" : text;
-  const Outcome outcome = ParseWhole(whole, std::strlen(whole));
-  Post(outcome);
-  return outcome.parsed;
+  const bool parsed = ParseWhole(whole, std::strlen(whole));
+  PostRefusal();
+  return parsed;
 }
 
 HRESULT CXMLSax::LoadFromFile(const char* path) {
-  Outcome outcome = {false, false, 0};
+  bool parsed = false;
   try {
-    xmldom::FileText file;
-    if (!file.Open(path)) return E_FILENOTOPENED;
-    StartLoad();
-    file.Read(INT_MAX);
-    file.Close();
-    const bool fits = file.Size() <= INT_MAX;
-    outcome = ParseWhole(file.Text(), fits ? std::strlen(file.Text()) : file.Size());
+    {
+      xmldom::FileText file;
+      if (!file.Open(path)) return E_FILENOTOPENED;
+      StartLoad();
+      file.Read(INT_MAX);
+      file.Close();
+      const bool fits = file.Size() <= INT_MAX;
+      parsed = ParseWhole(file.Text(), fits ? std::strlen(file.Text()) : file.Size());
+    }
+    PostRefusal();
   } catch (CLogException*) {
     throw;
   } catch (...) {
     return S_FALSE;
   }
-  try {
-    Post(outcome);
-  } catch (CLogException*) {
-    throw;
-  } catch (...) {
-    return S_FALSE;
-  }
-  return outcome.parsed ? S_OK : S_FALSE;
+  return parsed ? S_OK : S_FALSE;
 }
 
 /// Parses a text in one call and completes the tree, also when the parse fails or throws. Does not
-/// post the event of a text that it refuses.
-CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length) {
-  Outcome outcome = {false, false, 0};
+/// post the event of a text that it refuses. Result: whether the text parsed.
+bool CXMLSax::ParseWhole(const char* text, unsigned long long length) {
   if (length > INT_MAX) {
-    outcome.excess = length;
+    Refuse("CXMLSax - a text of %llu bytes is larger than the parser's limit of 2147483647",
+           length);
     // An empty text is parsed instead, so that the parser has an error to tell.
     text = "";
     length = 0;
   }
-  xmldom::GrowingTree tree(m_pDocument, m_pNodeStack);
+  xmldom::GrowingTree tree(this);
   xmldom::EntityNesting nesting;
   m_pTree = &tree;
   if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;
-  m_errorBeforeParse = XML_ERROR_NONE;
+  m_textSize = length;
+  m_error = XML_ERROR_NONE;
+  bool parsed = false;
   try {
-    outcome.parsed = Parse(text, static_cast<int>(length), true);
+    parsed = Parse(text, static_cast<int>(length), true);
   } catch (...) {
     EndParse();
     try {
@@ -103,8 +107,7 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
   }
   EndParse();
   tree.Finish();
-  outcome.nestsTooDeep = nesting.IsTooDeep();
-  return outcome;
+  return parsed;
 }
 
 void CXMLSax::EndParse() {
@@ -112,17 +115,15 @@ void CXMLSax::EndParse() {
   m_pEntityNesting = nullptr;
 }
 
+/// Notes the event of a text that is refused, for the end of the load.
+void CXMLSax::Refuse(const char* format, unsigned long long number) {
+  m_refusal = format;
+  m_refusalNumber = number;
+}
+
 /// Posts the event of a text that was refused. The log function may load into the document again or
 /// release it, and so destroy this builder: after this call nothing of either may be used.
-void CXMLSax::Post(const Outcome& outcome) {
-  if (outcome.excess > 0) {
-    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
-                           "CXMLSax - a text of %llu bytes is larger than the parser's limit of %d",
-                           outcome.excess, INT_MAX);
-  }
-  if (outcome.nestsTooDeep) {
-    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
-                           "CXMLSax - more than %d entities refer to each other in a chain",
-                           xmldom::EntityChains::kMost);
-  }
+void CXMLSax::PostRefusal() const {
+  if (m_refusal == nullptr) return;
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError, m_refusal, m_refusalNumber);
 }
