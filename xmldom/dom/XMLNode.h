@@ -314,7 +314,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// - `pPagedNode` is the node of which only one page is written: the children at the positions
   ///   `nFirst` (counted from 1) to `nFirst` + `nCount` - 1, which are numbered. Null for none.
   /// - `nCurPage` and `nNumPages` are page attributes for that node; a negative one is left out.
-  /// - `pszPadTemplate` is the tag of the rows that fill up the last page; null for none.
+  /// - `pszPadTemplate` is the tag of the rows that fill up the last page; null for none. They are
+  ///   written from the last child to the end of the page, however far behind it that is: whoever
+  ///   takes the numbers from a request has to check them first.
   /// - `bMasked` leaves all values out.
   /// - `bIndexed` writes the number `nIndex` into the tag of this node.
   ///
