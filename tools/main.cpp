@@ -9,9 +9,12 @@
 #include <tools/io/StandardOutput.h>
 
 #include <expat.h>
+#include <unistd.h>
 #include <xmldom/xmldom.h>
 
 #include <csignal>
+#include <exception>
+#include <new>
 #include <sstream>
 
 namespace tool {
@@ -63,6 +66,19 @@ ExitStatus Execute(int argc, char** argv, Output& output) {
   }
 }
 
+/// Ends the tool when the library asserts that there is a parser, or when an exception finds nobody
+/// who catches it: nothing but memory that is out brings it there.
+void EndWithoutMemory() {
+  ComplainOfMemory();
+  _exit(static_cast<int>(ExitStatus::kTrouble));
+}
+
+/// Runs before the objects with static storage are made, which need memory too.
+__attribute__((constructor(101))) void ExpectLackOfMemory() {
+  std::set_terminate(EndWithoutMemory);
+  std::signal(SIGABRT, [](int) { EndWithoutMemory(); });
+}
+
 int Run(int argc, char** argv) {
   // Without these signals, a write to a closed pipe or beyond the size limit of files fails, and is
   // reported like any other failed write.
@@ -73,6 +89,9 @@ int Run(int argc, char** argv) {
     const ExitStatus status = Execute(argc, argv, output);
     output.Finish();
     return static_cast<int>(status);
+  } catch (const std::bad_alloc&) {
+    ComplainOfMemory();
+    return static_cast<int>(ExitStatus::kTrouble);
   } catch (const std::exception& error) {
     Complain(error.what());
     return static_cast<int>(ExitStatus::kTrouble);
@@ -83,4 +102,12 @@ int Run(int argc, char** argv) {
 
 }  // namespace tool
 
-int main(int argc, char** argv) { return tool::Run(argc, argv); }
+// A message may itself need memory that is out.
+int main(int argc, char** argv) {
+  try {
+    return tool::Run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    tool::ComplainOfMemory();
+    return static_cast<int>(tool::ExitStatus::kTrouble);
+  }
+}

@@ -34,7 +34,7 @@ const Row kRows[] = {
     {RECORD(IXMLDOMParseError), 64, 32},
     {RECORD(CXPathList), 48, 24},
     {RECORD(CStrListElt), 16, 8},
-    {RECORD(CXMLSax), 48, 28},
+    {RECORD(CXMLSax), 80, 56},
     {RECORD(CNodeStack), 8, 4},
     {RECORD(CNodeStackElt), 16, 8},
 };

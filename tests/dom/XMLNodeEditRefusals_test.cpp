@@ -278,4 +278,22 @@ TEST(XMLNodeEditRefusals, ReplaceChild_of_an_attribute_throws_with_the_new_node_
   EXPECT_EQ(nullptr, node->m_pOwnerDocument);
 }
 
+// So does a node that names this one as its parent without being among its children.
+TEST(XMLNodeEditRefusals, ReplaceChild_of_no_child_throws_with_the_new_node_taken_out) {
+  Document document = Load(kXml);
+  Node node(At(document, {0, 0, 0}));
+  Node loose(new IXMLDOMNode(document, "loose", nullptr, NODE_ELEMENT));
+  loose->m_pParent = Root(document);
+  IXMLDOMNode* out = Untouched();
+  EXPECT_EQ(kNotListed, Thrown([&] { Root(document)->replaceChild(node, loose, &out); }));
+  EXPECT_EQ(Untouched(), out);
+  EXPECT_EQ("a1(v1)[b1(w1) d1]", References(Root(document)));
+  EXPECT_EQ("", NotOwnedBy(document, document));
+  EXPECT_EQ("c1", References(node));
+  EXPECT_EQ(nullptr, node->m_pParent);
+  EXPECT_EQ(nullptr, node->m_pNextSibling);
+  EXPECT_EQ(nullptr, node->m_pOwnerDocument);
+  EXPECT_EQ("loose1", References(loose));
+}
+
 }  // namespace

@@ -19,6 +19,22 @@ void Drop(CRefCountedObject* object) {
   if (object != nullptr) object->RealRelease();
 }
 
+/// While it lives, the log frees the text of each event, which has to be a string that is its own.
+class BodyFreeingLog {
+ public:
+  BodyFreeingLog() { CLogger::SetSink(FreeBody, nullptr); }
+  ~BodyFreeingLog() { CLogger::SetSink(nullptr, nullptr); }
+
+  BodyFreeingLog(const BodyFreeingLog&) = delete;
+  BodyFreeingLog& operator=(const BodyFreeingLog&) = delete;
+
+ private:
+  static void FreeBody(const CLogEvent& event, void*) {
+    BSTR body = const_cast<char*>(event.body);
+    SysFreeString(body);
+  }
+};
+
 const FailingCall kSelecting[] = {
     {"SelectNodes",
      [](IXMLDOMDocument2* document) { Drop(document->SelectNodes("/r/a[@k='1']")); }},
@@ -76,6 +92,13 @@ const FailingCall kWriting[] = {
     {"GetFilteredXML",
      [](IXMLDOMDocument2* document) {
        document->GetFilteredXML("/r/a[b='y']", 2, 4, 1, 2, "<row/>");
+     }},
+    {"GetFilteredXML, nothing",
+     [](IXMLDOMDocument2* document) {
+       // The event is longer than the memory that the log begins with.
+       static const std::string path = "/" + std::string(300, 'n');
+       const BodyFreeingLog log;
+       document->GetFilteredXML(path.c_str(), 2, 4, 1, 2, "<row/>");
      }},
     {"text as BSTR", [](IXMLDOMDocument2* document) { Drop(document->GetTextAsBSTR()); }},
     {"text on the heap", [](IXMLDOMDocument2* document) { std::free(document->GetTextAsStr()); }},

@@ -25,3 +25,13 @@ extern "C" __attribute__((visibility("default"))) XML_Expat_Version XMLCALL XML_
   typedef XML_Expat_Version (*Function)();
   return reinterpret_cast<Function>(dlsym(RTLD_NEXT, "XML_ExpatVersionInfo"))();
 }
+
+/// So does this, for the codes that an older version does not have.
+extern "C" __attribute__((visibility("default"))) const XML_LChar* XMLCALL
+XML_ErrorString(enum XML_Error code) {
+  const int kAmplification = 43;
+  const bool isBefore24 = l_version.major == 2 && l_version.minor < 4;
+  if (l_bIsReplaced && isBefore24 && code >= kAmplification) return nullptr;
+  typedef const XML_LChar* (*Function)(enum XML_Error);
+  return reinterpret_cast<Function>(dlsym(RTLD_NEXT, "XML_ErrorString"))(code);
+}

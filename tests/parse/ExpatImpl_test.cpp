@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 
+#include "harness/AllocationFailure.h"
 #include "harness/HugeText.h"
 #include "harness/InputContext.h"
 #include "harness/Trees.h"
@@ -359,4 +360,18 @@ TEST(ExpatImplDeathTest, Asking_for_the_error_asserts_when_the_builder_has_no_pa
   document->m_pSax->DestroyParser();
   IXMLDOMParseError* error = nullptr;
   EXPECT_DEATH(document->get_parseError(&error), AssertionIn("XML_Error", "GetErrorCode", ""));
+}
+
+TEST(ExpatImplMemoryDeathTest, Without_memory_has_no_parser_and_asserts_in_a_load) {
+  if (!AllocationFailure::ReachesMalloc()) GTEST_SKIP() << "malloc cannot be made to fail";
+  const Document document = NewDocument();
+  CXMLSax sax(document);
+  {
+    const AllocationFailure limit(0);
+    EXPECT_FALSE(sax.CreateParser());
+  }
+  EXPECT_EQ(nullptr, sax.m_p);
+  EXPECT_DEATH(sax.LoadXML("<a/>"), "Assertion `m_p != ");
+  EXPECT_TRUE(sax.CreateParser());
+  EXPECT_TRUE(sax.LoadXML("<a/>"));
 }

@@ -61,7 +61,7 @@ help_of_a_command_has_its_options_and_an_example() {
     '-i with a suffix attached' --lossy --indent-off --no-filename
   _expect_help format FILE '-i with a suffix attached' --lossy --indent-off --no-filename
   _expect_help mask FILE --no-filename
-  _expect_help page PATH FILE '--first N' --count --page --pages --pad --no-filename
+  _expect_help page PATH FILE '--first N' --count --page --pages --pad --yes-pad --no-filename
   _expect_help path PATH FILE --first --no-filename
   _expect_help select PATH FILE --count --first --no-filename
   _expect_help value PATH FILE --attr -0 --null --first --no-filename

@@ -122,4 +122,33 @@ many_attributes_of_one_element_are_handled_with_little_stack() {
   expect 0 '@a50000\n' ''
 }
 
+# Each limit is met at another point, from the start of the tool to its result. Below the first, the
+# loader of the system gives up (127).
+memory_that_is_out_is_trouble() {
+  if [ "$slowness" -ne 1 ]; then skip 'memory cannot be limited here'; fi
+  { echo '<r>'; yes '<a b="c">text</a>' | head -n 20000; echo '</r>'; } > a.xml
+  cp a.xml before.xml
+  local limit status refused=0
+  for limit in $(seq 4000 250 24000); do
+    run_shell "ulimit -v $limit; exec \"\$tool\" edit -i --lossy --set //a y a.xml"
+    status=$(cat "$scratch/status")
+    case $status in
+      0) cp before.xml a.xml ;;
+      127) ;;
+      2)
+        refused=$((refused + 1))
+        expect_part stderr 'out of memory'
+        cmp a.xml before.xml || fail
+        expect_names . a.xml before.xml
+        ;;
+      *)
+        echo "  exit status $status with $limit KiB"
+        cat "$scratch/stderr"
+        fail
+        ;;
+    esac
+  done
+  [ "$refused" -gt 10 ] || { echo "  only $refused limits were met"; fail; }
+}
+
 run_cases

@@ -1,5 +1,8 @@
 # Cases of `xmldom page`.
 
+# The quoted lines of bash are expanded where they run.
+# shellcheck disable=SC2016
+
 . "$(dirname "$0")/driver.bash"
 
 _given_rows() { given a.xml '<a><rows><r>1</r><r>2</r><r>3</r></rows><r>4</r></a>'; }
@@ -34,6 +37,41 @@ page_fills_the_last_page_up() {
   expect 0 "<a>\n  <r index='001'/>\n<r index='002'><s/></r>\n<r index='003'><s/></r>\n</a>\n" ''
   run page --count 2 --pad '<r/>' /a - <<< '<a/>'
   expect 0 "<a>\n<r index='001'/>\n<r index='002'/>\n</a>\n" ''
+}
+
+page_fills_up_with_more_than_100000_rows_only_when_told_to() {
+  given a.xml '<a><r/></a>'
+  run page --first 2000000000 --count 10 --pad '<r/>' /a a.xml
+  expect 2 '' 'xmldom: a.xml: the page would be filled up with 2000000008 rows; more than 100000 need --yes-pad\n'
+  run page --first 100000 --count 3 --pad '<r/>' /a a.xml
+  expect_status 2
+  run_shell '"$tool" page --first 100000 --count 2 --pad "<r/>" /a a.xml | grep -c index='
+  expect 0 '100000\n' ''
+  run_shell '"$tool" page --first 100000 --count 3 --pad "<r/>" --yes-pad /a a.xml | grep -c index='
+  expect 0 '100001\n' ''
+}
+
+page_counts_the_rows_of_an_element_without_other_children_from_the_first() {
+  local xml
+  for xml in '<a/>' '<a>text</a>'; do
+    run page --first 2000000000 --count 1 --pad '<r/>' /a - <<< "$xml"
+    expect_status 0
+    run page --count 100001 --pad '<r/>' /a - <<< "$xml"
+    expect_status 2
+    expect_text stdout ''
+  done
+}
+
+page_far_behind_the_end_is_written_without_rows() {
+  given a.xml '<a><r/></a>'
+  run page --first 2000000000 --count 10 /a a.xml
+  expect 0 '<a>\n</a>\n' ''
+}
+
+page_takes_yes_pad_only_with_rows() {
+  given a.xml '<a/>'
+  run page --count 3 --yes-pad /a a.xml
+  expect 2 '' "xmldom: --yes-pad is for --pad\nxmldom: 'xmldom page --help' explains more\n"
 }
 
 page_takes_the_first_node_and_understands_dots() {

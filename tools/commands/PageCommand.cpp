@@ -7,6 +7,7 @@
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/io/Diagnostics.h>
 #include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
@@ -23,6 +24,8 @@ namespace {
 // The number that tells the library to write no page attributes.
 const int kNoPage = -1;
 const unsigned int kRowRoom = 256;
+// How many rows a page is filled up with unless the user says that more are meant.
+const long long kMostRows = 100000;
 
 class PageCommand : public FileCommand {
  public:
@@ -33,6 +36,7 @@ class PageCommand : public FileCommand {
     if ((m_page == kNoPage) != (m_pages == kNoPage)) {
       throw UsageError("--page and --pages are given together");
     }
+    if (m_mayPadMore && !m_pad.isGiven) throw UsageError("--yes-pad is for --pad");
     if (m_pad.isGiven) CheckTemplate();
   }
 
@@ -49,13 +53,22 @@ class PageCommand : public FileCommand {
                         "How many pages there are, for another attribute of it");
     arguments.AddText("--pad", "TEMPLATE", m_pad, "XML of the rows that fill up the last page");
     arguments.Require("--pad", "--count");
+    arguments.AddFlag("--yes-pad", m_mayPadMore, "Fill up with more than 100000 rows, too");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     // When the path selects nothing, the library only logs that, and writes the whole document.
-    if (m_query.Search(document.Get(), [](IXMLDOMNode*) {}) == 0) return ExitStatus::kNo;
+    long long rowCount = 0;
+    const auto count = [&](IXMLDOMNode* node) { rowCount = CountRows(node); };
+    if (m_query.Search(document.Get(), count) == 0) return ExitStatus::kNo;
+    if (m_pad.isGiven && !m_mayPadMore && rowCount > kMostRows) {
+      ComplainAbout(input.name, "the page would be filled up with " + std::to_string(rowCount) +
+                                    " rows; more than " + std::to_string(kMostRows) +
+                                    " need --yes-pad");
+      return ExitStatus::kTrouble;
+    }
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     const _bstr_t xml =
         document->GetFilteredXML(m_query.Path().c_str(), m_first, m_count, m_page, m_pages, rows);
@@ -78,12 +91,27 @@ class PageCommand : public FileCommand {
     }
   }
 
+  /// With how many rows the library fills up the page of a node. A page with a number far behind
+  /// the last child begins with those of all pages before it.
+  long long CountRows(const IXMLDOMNode* node) const {
+    if (node->m_eNodeType == NODE_DOCUMENT) return 0;
+    long long children = 0;
+    bool hasOnlyTexts = true;
+    for (const IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
+         child = child->m_pNextSibling) {
+      ++children;
+      if (child->m_eNodeType != NODE_TEXT) hasOnlyTexts = false;
+    }
+    return hasOnlyTexts ? m_count : m_first - 1LL + m_count - children;
+  }
+
   Query m_query{Query::kFirst};
   int m_first = 1;
   int m_count = INT_MAX;
   int m_page = kNoPage;
   int m_pages = kNoPage;
   OptionalText m_pad;
+  bool m_mayPadMore = false;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<PageCommand>(); }
@@ -96,7 +124,8 @@ const CommandEntry kPageCommand = {
     "given\n"
     "positions are written; texts are children too and have positions. Each of them gets an\n"
     "attribute 'index' with its position, and the node itself gets 'curPage' and 'numPages' from\n"
-    "--page and --pages. 'xmldom select --help' explains paths.\n"
+    "--page and --pages. 'xmldom select --help' explains paths. The rows of --pad are written for\n"
+    "all positions from the last child to the end of the page, also for those of pages between.\n"
     "\n"
     "Exit status: 0 when the document was written; 1 when PATH selects nothing; 2 when something\n"
     "went wrong.\n"

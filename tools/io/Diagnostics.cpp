@@ -8,6 +8,8 @@
 
 #include <xmldom/support/Logger.h>
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -40,6 +42,11 @@ void SayLogEvent(const CLogEvent& event, void*) {
 }  // namespace
 
 void Complain(const std::string& text) { Say(kTool + text + "\n"); }
+
+void ComplainOfMemory() noexcept {
+  static const char text[] = "xmldom: out of memory\n";
+  if (write(STDERR_FILENO, text, sizeof text - 1) < 0) return;
+}
 
 void ComplainAbout(const std::string& file, const std::string& text) {
   Complain(file + ": " + text);

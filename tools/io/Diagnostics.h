@@ -24,6 +24,9 @@ void Remark(const std::string& file, const std::string& text);
 /// From now on writes the log events of the library like messages of the tool, line by line.
 void SayLogEvents();
 
+/// Says that memory is out, without using any. May be called in a handler of a signal.
+void ComplainOfMemory() noexcept;
+
 }  // namespace tool
 
 #endif

@@ -64,11 +64,13 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   void ReleaseParser();
 
   /// Loads a text; a null one counts as empty.
-  /// Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE. Effects: two kinds of text do not
+  /// Result: VARIANT_TRUE when it parsed, else VARIANT_FALSE. Effects: three kinds of text do not
   /// parse and are logged when the load has ended (type 18, severity 3): one of more than INT_MAX
-  /// bytes, and, with versions of Expat before 2.7, which expand entities by recursion, one that
-  /// declares a chain of more than 256 entities that each refer to the next. Every attribute that
-  /// is read sets the error code to 0. Cost: linear in the text.
+  /// bytes; one whose default attributes take more than 8 MiB, and more than 100 times its size
+  /// unless SetMaxDefaultsFactor has set another factor; and, with versions of Expat before 2.7,
+  /// which expand entities by recursion, one that declares a chain of more than 256 entities that
+  /// each refer to the next. Every attribute that is read sets the error code to 0. Cost: linear in
+  /// the text and in what its entities and default attributes add to it.
   short loadXML(const char* xml);
   /// Loads a text as the function above. Out: the result of that function. Result: S_OK; S_FALSE
   /// when the text did not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.
@@ -102,5 +104,12 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
 /// Out: the document, the caller's. Result: always true. Effects: std::bad_alloc when memory is
 /// out. Bad input: `ppDoc` must not be null.
 XMLDOM_API bool Create(IXMLDOMDocument2** ppDoc);
+
+/// Sets how many times the size of a text its default attributes may take; 100 unless it is set.
+/// They are those that a document type declares and the tags do not have; each takes the size of a
+/// node record, and its name and its value as they are stored, with their terminators. At an
+/// element with which they take more, and more than 8 MiB, the load ends with the tree up to there.
+/// Its error code is 43, Expat's for too much amplification, or 35 with an Expat before 2.4.
+XMLDOM_API void SetMaxDefaultsFactor(unsigned int factor);
 
 #endif

@@ -254,6 +254,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Puts a node in the place of `oldChild`. Out: `oldChild`; the reference that the tree held on
   /// it passes to the caller. A node that is replaced by itself stays, and so does the tree's
   /// reference. Result: S_OK; E_ARGUMENT when `oldChild` is null or has another parent.
+  /// Bad input: an `oldChild` that has this node as parent but is not among its children, as an
+  /// attribute of it, ends in the exception after the new child was taken out of its tree. The new
+  /// child then has no parent and no owner, its former followers without a parent are released, and
+  /// the reference that its tree held is the caller's.
   HRESULT replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, IXMLDOMNode** out);
   /// Takes a child out of the tree. Out: the child; the reference that the tree held on it passes
   /// to the caller. Result: S_OK; E_ARGUMENT when `oldChild` is null or has another parent.
@@ -314,7 +318,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// - `pPagedNode` is the node of which only one page is written: the children at the positions
   ///   `nFirst` (counted from 1) to `nFirst` + `nCount` - 1, which are numbered. Null for none.
   /// - `nCurPage` and `nNumPages` are page attributes for that node; a negative one is left out.
-  /// - `pszPadTemplate` is the tag of the rows that fill up the last page; null for none.
+  /// - `pszPadTemplate` is the tag of the rows that fill up the last page; null for none. They are
+  ///   written from the last child to the end of the page, however far behind it that is: whoever
+  ///   takes the numbers from a request has to check them first.
   /// - `bMasked` leaves all values out.
   /// - `bIndexed` writes the number `nIndex` into the tag of this node.
   ///

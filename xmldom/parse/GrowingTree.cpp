@@ -8,6 +8,7 @@
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>
+#include <xmldom/parse/XMLSax.h>
 #include <xmldom/ptr/XMLPtr.h>
 
 #include <algorithm>
@@ -17,8 +18,12 @@
 
 namespace xmldom {
 
-GrowingTree::GrowingTree(IXMLDOMDocument2* document, CNodeStack* stack)
-    : m_document(document), m_stack(stack), m_attributeValue(1024), m_spare(nullptr) {}
+GrowingTree::GrowingTree(CXMLSax* builder)
+    : m_builder(builder),
+      m_document(builder->m_pDocument),
+      m_stack(builder->m_pNodeStack),
+      m_attributeValue(1024),
+      m_spare(nullptr) {}
 
 GrowingTree::~GrowingTree() {
   while (m_spare != nullptr) {
@@ -55,6 +60,8 @@ void GrowingTree::Finish() {
 /// Adds the attributes of an element that has none yet.
 void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
   IXMLDOMNode* last = nullptr;
+  // How many names and values the tag has; the attributes behind these are default attributes.
+  int written = XML_GetSpecifiedAttributeCount(m_builder->m_p);
   for (; attributes[0] != nullptr; attributes += 2) {
     const char* value = attributes[1];
     // Most values need no escaping; strcspn then returns their length, which NewNode needs.
@@ -68,6 +75,7 @@ void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
     attribute->m_pParent = element;
     AppendBehind(last, element->m_pFirstAttribute, attribute);
     last = attribute;
+    if ((written -= 2) < 0) m_builder->CountDefault(*attribute);
   }
   // Adding an attribute clears the error code.
   CXML::ClearXMLError();

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 
+class CXMLSax;
 class IXMLDOMDocument2;
 class IXMLDOMNode;
 
@@ -22,8 +23,9 @@ namespace xmldom {
 /// last tag; Finish stores that. Effects of all members: std::bad_alloc when memory is out.
 class GrowingTree {
  public:
-  /// Begins the tree of a document that is empty, with a stack that is empty. Both are borrowed.
-  GrowingTree(IXMLDOMDocument2* document, CNodeStack* stack);
+  /// Begins the tree of a document that is empty, with the stack of its builder, which is empty.
+  /// The builder is borrowed, and told of each default attribute.
+  explicit GrowingTree(CXMLSax* builder);
   ~GrowingTree();
 
   GrowingTree(const GrowingTree&) = delete;
@@ -70,6 +72,7 @@ class GrowingTree {
   void PushOpen(IXMLDOMNode* node);
   void PopOpen();
 
+  CXMLSax* m_builder;
   IXMLDOMDocument2* m_document;
   CNodeStack* m_stack;
   std::string m_text;         // the text that has been collected since the last tag

@@ -36,9 +36,13 @@ CXMLSax::CXMLSax(IXMLDOMDocument2* document)
     : m_pNodeStack(nullptr),
       m_pDocument(document),
       m_bFirstElement(false),
-      m_errorBeforeParse(XML_ERROR_NONE),
+      m_error(XML_ERROR_NONE),
       m_pTree(nullptr),
-      m_pEntityNesting(nullptr) {
+      m_pEntityNesting(nullptr),
+      m_refusal(nullptr),
+      m_refusalNumber(0),
+      m_textSize(0),
+      m_defaultsSize(0) {
   ++m_iObjCount;
 }
 
@@ -50,7 +54,9 @@ CXMLSax::~CXMLSax() {
 
 /// Empties the document and makes an empty stack.
 void CXMLSax::StartLoad() {
-  m_errorBeforeParse = XML_ERROR_NO_MEMORY;
+  m_error = XML_ERROR_NO_MEMORY;
+  m_refusal = nullptr;
+  m_defaultsSize = 0;
   delete m_pNodeStack;
   m_pNodeStack = nullptr;
   m_bFirstElement = true;
@@ -61,9 +67,9 @@ void CXMLSax::StartLoad() {
 bool CXMLSax::LoadXML(const char* text) {
   StartLoad();
   const char* whole = text == nullptr ? "" : text;
-  const Outcome outcome = ParseWhole(whole, std::strlen(whole), false);
-  Post(outcome);
-  return outcome.parsed;
+  const bool parsed = ParseWhole(whole, std::strlen(whole), false);
+  PostRefusal();
+  return parsed;
 }
 
 HRESULT CXMLSax::LoadFromFile(const char* path) {
@@ -83,7 +89,7 @@ HRESULT CXMLSax::LoadFromFile(const char* path) {
 /// Does what LoadFromFile does. Out: the reason for which the file could not be read, or 0; left
 /// alone when that was an exception or a lack of memory.
 HRESULT CXMLSax::ReadAndParse(const char* path, int* error) {
-  Outcome outcome = {false, false, 0};
+  bool parsed = false;
   {
     xmldom::FileText file;
     if (!file.Open(path)) {
@@ -96,7 +102,7 @@ HRESULT CXMLSax::ReadAndParse(const char* path, int* error) {
     if (m_p != nullptr && size > 0 && size <= INT_MAX && ParsesInBuffer()) {
       buffer = static_cast<char*>(XML_GetBuffer(m_p, static_cast<int>(size)));
       if (buffer == nullptr) {
-        m_errorBeforeParse = XML_ERROR_NONE;  // the parser has an error to tell
+        m_error = XML_ERROR_NONE;  // the parser has an error to tell
         return S_FALSE;
       }
     }
@@ -104,18 +110,19 @@ HRESULT CXMLSax::ReadAndParse(const char* path, int* error) {
     *error = file.Error();
     file.Close();
     const bool fits = file.Size() <= INT_MAX;
-    outcome = ParseWhole(file.Text(), fits ? file.Length() : file.Size(), file.Text() == buffer);
+    parsed = ParseWhole(file.Text(), fits ? file.Length() : file.Size(), file.Text() == buffer);
   }
-  Post(outcome);
-  return outcome.parsed ? S_OK : S_FALSE;
+  PostRefusal();
+  return parsed ? S_OK : S_FALSE;
 }
 
 /// Parses a text in one call and completes the tree, also when the parse fails or throws. Does not
 /// post the event of a text that it refuses. `isInBuffer`: the text stands in Expat's buffer.
-CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length, bool isInBuffer) {
-  Outcome outcome = {false, false, 0};
+/// Result: whether the text parsed.
+bool CXMLSax::ParseWhole(const char* text, unsigned long long length, bool isInBuffer) {
   if (length > INT_MAX) {
-    outcome.excess = length;
+    Refuse("CXMLSax - a text of %llu bytes is larger than the parser's limit of 2147483647",
+           length);
     // An empty text is parsed instead, so that the parser has an error to tell.
     length = 0;
   }
@@ -123,14 +130,16 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
     text = "";
     isInBuffer = false;
   }
-  xmldom::GrowingTree tree(m_pDocument, m_pNodeStack);
+  xmldom::GrowingTree tree(this);
   xmldom::EntityNesting nesting;
   m_pTree = &tree;
   if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;
-  m_errorBeforeParse = XML_ERROR_NONE;
+  m_textSize = length;
+  m_error = XML_ERROR_NONE;
+  bool parsed = false;
   try {
     const int size = static_cast<int>(length);
-    outcome.parsed = isInBuffer ? ParsePiece(nullptr, size, true, true) : Parse(text, size, true);
+    parsed = isInBuffer ? ParsePiece(nullptr, size, true, true) : Parse(text, size, true);
   } catch (...) {
     EndParse();
     try {
@@ -142,8 +151,7 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
   }
   EndParse();
   tree.Finish();
-  outcome.nestsTooDeep = nesting.IsTooDeep();
-  return outcome;
+  return parsed;
 }
 
 void CXMLSax::EndParse() {
@@ -151,17 +159,15 @@ void CXMLSax::EndParse() {
   m_pEntityNesting = nullptr;
 }
 
+/// Notes the event of a text that is refused, for the end of the load.
+void CXMLSax::Refuse(const char* format, unsigned long long number) {
+  m_refusal = format;
+  m_refusalNumber = number;
+}
+
 /// Posts the event of a text that was refused. The log function may load into the document again or
 /// release it, and so destroy this builder: after this call nothing of either may be used.
-void CXMLSax::Post(const Outcome& outcome) {
-  if (outcome.excess > 0) {
-    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
-                           "CXMLSax - a text of %llu bytes is larger than the parser's limit of %d",
-                           outcome.excess, INT_MAX);
-  }
-  if (outcome.nestsTooDeep) {
-    CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
-                           "CXMLSax - more than %d entities refer to each other in a chain",
-                           xmldom::EntityChains::kMost);
-  }
+void CXMLSax::PostRefusal() const {
+  if (m_refusal == nullptr) return;
+  CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError, m_refusal, m_refusalNumber);
 }

@@ -7,6 +7,7 @@
 #include <xmldom/parse/NodeStack.h>
 
 class IXMLDOMDocument2;
+class IXMLDOMNode;
 
 namespace xmldom {
 class EntityNesting;
@@ -80,33 +81,35 @@ class XMLDOM_API CXMLSax : public CExpatImpl<CXMLSax> {
 
  private:
   friend class IXMLDOMDocument2;
-
-  /// The outcome of a parse: what is still needed when nothing of the builder may be used any more.
-  struct Outcome {
-    bool parsed;
-    bool nestsTooDeep;          ///< The text was refused for a chain of entities.
-    unsigned long long excess;  ///< The size of a text that was refused for its size; else 0.
-  };
+  friend class xmldom::GrowingTree;
 
   XMLDOM_HIDDEN XML_Error LoadError();
   XMLDOM_HIDDEN void FillReport(xmldom::LoadReport* report, char* tag);
   XMLDOM_HIDDEN void StartLoad();
   XMLDOM_HIDDEN HRESULT ReadAndParse(const char* path, int* error);
-  XMLDOM_HIDDEN Outcome ParseWhole(const char* text, unsigned long long length, bool isInBuffer);
-  XMLDOM_HIDDEN static void Post(const Outcome& outcome);
+  XMLDOM_HIDDEN bool ParseWhole(const char* text, unsigned long long length, bool isInBuffer);
+  XMLDOM_HIDDEN void Refuse(const char* format, unsigned long long number);
+  XMLDOM_HIDDEN void PostRefusal() const;
   XMLDOM_HIDDEN void EndParse();
   XMLDOM_HIDDEN bool Drops(const char* text, int length) const;
   XMLDOM_HIDDEN void WatchProlog(const char* text, int length);
+  XMLDOM_HIDDEN void CountDefault(const IXMLDOMNode& attribute);
   XMLDOM_HIDDEN void StartElementByHand(const char* name, const char** attributes);
   XMLDOM_HIDDEN void AppendTextByHand(const char* text, int length);
 
-  // XML_ERROR_NO_MEMORY from the beginning of a load to the beginning of its parse, because nothing
-  // else can end a load there; otherwise XML_ERROR_NONE.
-  XML_Error m_errorBeforeParse;
+  // What Expat does not know of, or has another code for: XML_ERROR_NO_MEMORY from the beginning of
+  // a load to the beginning of its parse, because nothing else can end a load there; that of an
+  // amplification when the load was ended for its default attributes; otherwise XML_ERROR_NONE.
+  XML_Error m_error;
   // Not null while a load runs its parse; the second only where Expat expands entities by
   // recursion.
   xmldom::GrowingTree* m_pTree;
   xmldom::EntityNesting* m_pEntityNesting;
+  // The format and the number of the event of a text that was refused; null when it was not.
+  const char* m_refusal;
+  unsigned long long m_refusalNumber;
+  unsigned long long m_textSize;      // in bytes
+  unsigned long long m_defaultsSize;  // what the default attributes take so far, in bytes
 };
 
 #endif

@@ -30,10 +30,8 @@ int FindTag(const char* context, int offset, int size, int* begin) {
 
 }  // namespace
 
-/// The code of the error that ended the load. Expat does not know of one before the parse began.
-XML_Error CXMLSax::LoadError() {
-  return m_errorBeforeParse == XML_ERROR_NONE ? GetErrorCode() : m_errorBeforeParse;
-}
+/// The code of the error that ended the load.
+XML_Error CXMLSax::LoadError() { return m_error == XML_ERROR_NONE ? GetErrorCode() : m_error; }
 
 /// Fills a report, whose tag is stored in `tag`, a buffer of kReportedTagSize bytes.
 void CXMLSax::FillReport(xmldom::LoadReport* report, char* tag) {

@@ -74,5 +74,8 @@ bool CXMLSax::Drops(const char* text, int length) const {
 /// converting.
 XMLDOM_COLD void CXMLSax::WatchProlog(const char* text, int length) {
   if (m_pEntityNesting == nullptr || !m_bFirstElement) return;
-  if (!m_pEntityNesting->Observe(text, length)) XML_StopParser(m_p, XML_FALSE);
+  if (m_pEntityNesting->Observe(text, length)) return;
+  Refuse("CXMLSax - more than %llu entities refer to each other in a chain",
+         xmldom::EntityChains::kMost);
+  XML_StopParser(m_p, XML_FALSE);
 }

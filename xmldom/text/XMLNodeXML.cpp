@@ -61,10 +61,11 @@ _bstr_t IXMLDOMNode::GetFilteredXML(const char* pszXPath, int nFirst, int nCount
   const XMLPtr<IXMLDOMNode> paged =
       xmldom::Adopt(pszXPath == nullptr ? nullptr : SelectSingleNode(pszXPath));
   if (pszXPath != nullptr && !paged) {
-    // Deliberate: this text is not freed, so that a sink may keep it.
-    BSTR whole = GetXML();
-    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityWarning,
-                            "IXMLDOMNode::GetFilteredXML - can't match xpath %s", whole, pszXPath);
+    // Deliberate: the text is not freed, so that a sink may keep it. The title is made before it,
+    // so that nothing can fail between the making of the text and the sink.
+    xml.WriteF("IXMLDOMNode::GetFilteredXML - can't match xpath %s", pszXPath);
+    CLogger::PostLogEvent(xmldom::kLogDom, xmldom::kSeverityWarning, xml.GetAsStr(), GetXML());
+    xml.m_uPosition = xml.m_uLength = 0;
   }
   GetXMLHelper(xml, 0, paged.Get(), nFirst, nCount, nCurPage, nNumPages, pszPadTemplate, false,
                false, 0);
