@@ -4,6 +4,7 @@
 
 #include <xmldom/parse/XMLSax.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/EntityNesting.h>
@@ -23,13 +24,13 @@ CXMLSax::CXMLSax(IXMLDOMDocument2* document)
       m_errorBeforeParse(XML_ERROR_NONE),
       m_pTree(nullptr),
       m_pEntityNesting(nullptr) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 CXMLSax::~CXMLSax() {
   delete m_pNodeStack;
   DestroyParser();
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 /// Empties the document and makes an empty stack.
@@ -85,7 +86,10 @@ CXMLSax::Outcome CXMLSax::ParseWhole(const char* text, unsigned long long length
     text = "";
     length = 0;
   }
-  xmldom::GrowingTree tree(m_pDocument, m_pNodeStack);
+  // Nobody but the library has installed handlers on the parser of a builder that the document has
+  // made. On any other, there may be some of an application, which can read the counters.
+  const bool countsAtOnce = m_pDocument->m_pSax != this;
+  xmldom::GrowingTree tree(m_pDocument, m_pNodeStack, countsAtOnce);
   xmldom::EntityNesting nesting;
   m_pTree = &tree;
   if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;
