@@ -2,6 +2,7 @@
 #include <xmldom/xmldom.h>
 
 #include <climits>
+#include <thread>
 
 #include "harness/Trees.h"
 
@@ -22,6 +23,17 @@ TEST(XMLError, Is_0_once_cleared) {
 TEST(XMLError, Is_the_plain_member) {
   CXML::iXMLError = 5;
   EXPECT_EQ(5, CXML::GetXMLError());
+}
+
+TEST(XMLError, Belongs_to_the_thread) {
+  CXML::SetXMLError(5);
+  std::thread([] {
+    EXPECT_EQ(0, CXML::GetXMLError());
+    EXPECT_EQ(nullptr, Root(Load("<a/>"))->GetChild("b"));
+    EXPECT_EQ(CXML::NO_SUCH_CHILD, CXML::iXMLError);
+  }).join();
+  EXPECT_EQ(5, CXML::GetXMLError());
+  EXPECT_EQ(5, CXML::iXMLError);
 }
 
 TEST(XMLError, Has_the_codes_1_2_and_4) {

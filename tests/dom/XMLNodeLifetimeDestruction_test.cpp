@@ -53,6 +53,30 @@ TEST(XMLNodeLifetimeDestruction, The_head_of_a_chain_takes_its_followers_along) 
   EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 
+namespace {
+
+/// A node whose destructor notes how many nodes there are.
+class Counter : public IXMLDOMNode {
+ public:
+  explicit Counter(int& count) : m_count(count) {}
+  ~Counter() override { m_count = IXMLDOMNode::m_iObjCount; }
+
+ private:
+  int& m_count;
+};
+
+}  // namespace
+
+TEST(XMLNodeLifetimeDestruction, A_derived_destructor_finds_those_before_it_counted) {
+  Document document = Load("<p><a/><b><c/></b><d x='1'/></p>");
+  int seen = 0;
+  At(document, {0, 1})->AddChild(new Counter(seen));
+  const int before = IXMLDOMNode::m_iObjCount;
+  document.Reset();
+  // Only <d> and its attribute have gone by then.
+  EXPECT_EQ(before - 2, seen);
+}
+
 TEST(XMLNodeLifetimeDestruction, A_child_that_is_kept_loses_parent_and_owner) {
   Document document = NewDocument();
   Node parent = NewElement(document, "parent");

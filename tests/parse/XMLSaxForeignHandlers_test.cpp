@@ -75,6 +75,22 @@ TEST(XMLSaxForeignHandlers, May_query_and_read_the_tree_that_grows) {
   EXPECT_EQ(kTree, CompactXml(document));
 }
 
+TEST(XMLSaxForeignHandlers, Find_the_counters_up_to_date) {
+  const Document document = NewDocument();
+  const int nodes = IXMLDOMNode::m_iObjCount;
+  int seen = 0;
+  const char* const xml = "<a v='1' w='2'><b/><!--c-->one<c>two<!--c--></c><!--c--></a>";
+  EXPECT_TRUE(LoadWithComments(document, xml, [&] {
+    const int nodesMade[] = {4, 6, 7};  // without the text since the last tag
+    const int elementsOpen[] = {1, 2, 1};
+    EXPECT_EQ(nodes + nodesMade[seen], IXMLDOMNode::m_iObjCount);
+    EXPECT_EQ(elementsOpen[seen], CNodeStackElt::m_iObjCount);
+    ++seen;
+  }));
+  EXPECT_EQ(3, seen);
+  EXPECT_EQ(nodes + 7, IXMLDOMNode::m_iObjCount);
+}
+
 TEST(XMLSaxForeignHandlers, May_take_references_and_release_their_own) {
   const Document document = Load("<old/>");
   Node old = Keep(Root(document));

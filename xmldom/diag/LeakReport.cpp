@@ -1,6 +1,7 @@
 // The leak report: one table of all counters of live objects, in the order of the report. Tested by
 // tests/diag/LeakReport_test.cpp.
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>
@@ -37,7 +38,8 @@ long CXML::CheckLeaks(const char* where) {
   CMemFile report(16384);
   if (where != nullptr) report.WriteF("\nCheckLeaks - %s:\n", where);
   for (const LiveCount& live : l_aLiveCounts) {
-    if (*live.count > 0) report.WriteF("%d %s in memory\n", *live.count, live.what);
+    const int count = xmldom::ReadCount(*live.count);
+    if (count > 0) report.WriteF("%d %s in memory\n", count, live.what);
   }
   if (GetNumBSTRsAllocated() > 0) {
     report.WriteF("There're %ld outstanding bstrs\n", GetNumBSTRsAllocated());

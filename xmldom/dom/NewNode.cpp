@@ -4,19 +4,25 @@
 
 #include <xmldom/dom/NewNode.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/base/Text.h>
-#include <xmldom/ptr/XMLPtr.h>
 
 namespace xmldom {
 
 IXMLDOMNode* NewNode(IXMLDOMDocument2* document, tagDOMNodeType type, const char* name,
                      std::size_t nameLength, const char* value, std::size_t valueLength) {
-  XMLPtr<IXMLDOMNode> node = Adopt(new IXMLDOMNode);
+  IXMLDOMNode* node = Uncounted().NewNode();
   node->m_pOwnerDocument = document;
   node->m_eNodeType = type;
-  node->m_pszNodeName = CopyString(name, nameLength);
-  if (value != nullptr) node->m_pszValue = CopyString(value, valueLength);
-  return node.Detach();
+  try {
+    node->m_pszNodeName = CopyString(name, nameLength);
+    if (value != nullptr) node->m_pszValue = CopyString(value, valueLength);
+  } catch (...) {
+    AddToCount(IXMLDOMNode::m_iObjCount, 1);  // The destructor takes it off again.
+    node->RealRelease();
+    throw;
+  }
+  return node;
 }
 
 }  // namespace xmldom

@@ -5,60 +5,78 @@
 
 #include <xmldom/dom/NodeChain.h>
 
+#include <xmldom/dom/NodeCache.h>
+
 #include <cstddef>
 #include <cstdint>
 
 namespace xmldom {
 
-unsigned long long g_uChainGeneration = 0;
-
 namespace {
 
-/// The end of a chain, as it was when the chain was appended to. `head` and `first` are only
-/// compared. `link` and `last` may be dereferenced only while `generation` is the present one,
-/// because then no node has been destroyed or unlinked since.
-struct ChainEnd {
-  IXMLDOMNode** head;  // the field that heads the chain
-  IXMLDOMNode* first;
-  IXMLDOMNode** link;  // the field that links to the last node
-  IXMLDOMNode* last;
-  unsigned long long generation;
-};
-
-/// The one slot of the cache for a chain. Each thread has slots of its own, because threads may use
-/// the library in turns; the generation is common to all, because a document may pass from one
-/// thread to another.
-ChainEnd& SlotOf(IXMLDOMNode** head) {
-  static const std::size_t kSlots = 16;
-  static thread_local ChainEnd slots[kSlots];
+/// The number of the one slot of the cache for a chain.
+std::size_t SlotOf(IXMLDOMNode** head) {
   const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(head);
-  return slots[(address >> 4 ^ address >> 9) % kSlots];
+  return (address >> 4 ^ address >> 9) % NodeCache::kEnds;
+}
+
+/// The last node of the chain that starts at `head` and whose nodes have the parent `parent`, if
+/// the entry has it; else null. The bit of the entry is set.
+///
+/// Links that an application changes by hand leave an entry valid. So the chain must also begin
+/// with the same node, and the node before the last must still link to it. More cannot be known
+/// without reading the whole chain.
+inline IXMLDOMNode* LastIn(const ChainEnd& end, const NodeCache& cache, IXMLDOMNode*& head,
+                           const IXMLDOMNode* parent) {
+  const bool isTrue = end.head == &head && end.first == head && IsMine(cache, end.parentIndex) &&
+                      IsMine(cache, end.lastIndex) && IsMine(cache, end.previousIndex) &&
+                      end.previous->m_pNextSibling == end.last && end.last->m_pParent == parent;
+  return isTrue ? end.last : nullptr;
+}
+
+/// Walks from `node` to the end of its chain, and notes in an entry where the last node and the
+/// parent are. Result: the last node.
+XMLDOM_COLD XMLDOM_NOINLINE IXMLDOMNode* WalkToEnd(IXMLDOMNode* node, const IXMLDOMNode* parent,
+                                                   ChainEnd& end) {
+  node = LastOf(node);
+  end.parentIndex = MakeMine(parent);
+  end.lastIndex = MakeMine(node);
+  return node;
 }
 
 }  // namespace
 
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
-  ChainEnd& end = SlotOf(&head);
-  IXMLDOMNode** link = &head;
-  if (head != nullptr) {
-    // Links that an application changes by hand leave the generation as it is. So the chain must
-    // also begin with the same node, and the same field must still link to its last node. More
-    // cannot be known without reading the whole chain. LastOf follows what was added by hand.
-    const bool isCached = end.head == &head && end.generation == g_uChainGeneration &&
-                          end.first == head && *end.link == end.last &&
-                          end.last->m_pParent == node->m_pParent;
-    link = &LastOf(isCached ? end.last : head)->m_pNextSibling;
+  if (head == nullptr) {
+    // Finding this end again is as quick as caching it.
+    head = node;
+    return;
   }
-  *link = node;
-  end = ChainEnd{&head, head, link, node, g_uChainGeneration};
+  NodeCache& cache = CacheOfThread();
+  const std::size_t slot = SlotOf(&head);
+  ChainEnd& end = cache.ends[slot];
+  const bool isValid = (cache.valid >> slot & 1) != 0;
+  IXMLDOMNode* last = isValid ? LastIn(end, cache, head, node->m_pParent) : nullptr;
+  // An application may have added more nodes by hand.
+  if (last == nullptr || last->m_pNextSibling != nullptr) {
+    last = WalkToEnd(last == nullptr ? head : last, node->m_pParent, end);
+  }
+  last->m_pNextSibling = node;
+  end.head = &head;
+  end.first = head;
+  end.previous = last;
+  end.previousIndex = end.lastIndex;
+  end.last = node;
+  const unsigned index = IndexOf(node);
+  if (!IsMine(cache, index)) TakeRegions(index);
+  end.lastIndex = static_cast<std::uint16_t>(index);
+  cache.valid |= 1u << slot;
 }
 
 void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
-  ChainEnd& end = SlotOf(&head);
-  if (end.head == &head && end.first == head) {
-    end.first = node;
-    if (end.link == &head) end.link = &node->m_pNextSibling;
-  }
+  NodeCache& cache = CacheOfThread();
+  ChainEnd& end = cache.ends[SlotOf(&head)];
+  if (end.head == &head && end.first == head) end.first = node;
   head = node;
 }
 

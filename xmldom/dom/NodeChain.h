@@ -10,14 +10,6 @@
 
 namespace xmldom {
 
-/// The generation of the cached chain ends. It is raised whenever a node is destroyed or unlinked;
-/// a cached end may be dereferenced only in the generation that it was cached in.
-extern unsigned long long g_uChainGeneration;
-
-/// Makes every cached chain end invalid. To be called before a node is destroyed or leaves its
-/// chain.
-inline void InvalidateChainEnds() { ++g_uChainGeneration; }
-
 /// The last node of the chain that starts at `node`, which must not be null. Cost: linear in the
 /// chain.
 inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
@@ -27,8 +19,8 @@ inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
 
 /// Links `node`, whose parent is set, at the end of the chain that starts at `head`, and caches
 /// that end. Cost: constant when the end of the chain is cached; otherwise linear in the chain. An
-/// end stays cached until a node is destroyed or unlinked anywhere, a node is linked before the
-/// last one, or another chain takes its slot.
+/// end stays cached until the thread destroys or unlinks a node anywhere, another thread does so
+/// near the end, a node is linked before the last one, or another chain takes its slot.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
 /// Makes `node`, whose next sibling is the present head, the new head of a chain. The end stays

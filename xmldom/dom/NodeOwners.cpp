@@ -1,7 +1,7 @@
 // Owner documents of whole subtrees, and when an insertion need not visit the siblings that follow
 // the new node. Tested by tests/dom/NodeOwners_test.cpp.
 //
-// Invariant, while g_uOwnerGeneration is 0: when a node has an owner, all its following siblings
+// Invariant, while OwnerGeneration() is 0: when a node has an owner, all its following siblings
 // and all nodes below them have that owner too. Whatever links a node gives its whole subtree the
 // owner of the parent, and whatever clears owners begins at the top of a tree. Then it is enough to
 // look at the next sibling.
@@ -13,12 +13,12 @@
 
 #include <xmldom/dom/NodeOwners.h>
 
-#include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/dom/TreeWalk.h>
 
 namespace xmldom {
 
-unsigned long long g_uOwnerGeneration = 0;
+unsigned long g_uOwnerGeneration = 0;
 
 namespace {
 
@@ -37,34 +37,39 @@ struct OwnerSetter : PreOrderVisitor {
   void Leave(IXMLDOMNode* node, std::size_t) { node->m_pOwnerDocument = owner; }
 };
 
-/// What the last insertion visited: in these two generations `node`, all siblings that follow it
-/// and all below them had the owner `owner`. The pointers are compared and never dereferenced;
-/// while the chain generation is the same, equal addresses mean the same nodes.
-struct OwnedChain {
-  const IXMLDOMNode* node;
-  const IXMLDOMNode* next;
-  const IXMLDOMDocument2* owner;
-  unsigned long long ownerGeneration;
-  unsigned long long chainGeneration;
-};
-
-OwnedChain& LastOwnedChain() {
-  static thread_local OwnedChain chain;
-  return chain;
-}
-
 /// Whether `next`, its following siblings and all below them are known to have the owner.
 bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
   if (next == nullptr) return true;
   // Below a node that has lost its owner there may be nodes that still have one.
   if (owner == nullptr || next->m_pOwnerDocument != owner) return false;
-  if (g_uOwnerGeneration == 0) return true;
-  const OwnedChain& chain = LastOwnedChain();
-  return (next == chain.node || next == chain.next) && owner == chain.owner &&
-         chain.ownerGeneration == g_uOwnerGeneration && chain.chainGeneration == g_uChainGeneration;
+  const unsigned long generation = OwnerGeneration();
+  if (generation == 0) return true;
+  const NodeCache& cache = g_nodeCache;
+  const OwnedChain& chain = cache.owned;
+  return (cache.valid & NodeCache::kOwnedBit) != 0 && (next == chain.node || next == chain.next) &&
+         owner == chain.owner && generation == chain.ownerGeneration &&
+         IsMine(cache, IndexOf(next));
+}
+
+/// Notes that `node`, the sibling `next` that follows it, if any, all behind and all below them
+/// have the owner.
+XMLDOM_COLD void CacheOwnedChain(const IXMLDOMNode* node, const IXMLDOMNode* next,
+                                 const IXMLDOMDocument2* owner) {
+  NodeCache& cache = g_nodeCache;
+  MakeMine(node);
+  if (next != nullptr) MakeMine(next);
+  cache.owned = OwnedChain{node, next, owner, OwnerGeneration()};
+  cache.valid |= NodeCache::kOwnedBit;
 }
 
 }  // namespace
+
+void NoteOwnersDiffer(const IXMLDOMNode* node) {
+  if (node->m_pParent == nullptr && OwnerGeneration() == 0) return;
+  // Odd from the first call on, so that it never is 0 again.
+  __atomic_fetch_or(&g_uOwnerGeneration, 1ul, __ATOMIC_RELAXED);
+  __atomic_fetch_add(&g_uOwnerGeneration, 2ul, __ATOMIC_RELAXED);
+}
 
 void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner) {
   if (node->m_pFirstChild == nullptr && node->m_pNextSibling == nullptr) {
@@ -84,9 +89,7 @@ void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
     node->m_pNextSibling = next;
     SetOwners(node, owner);
   }
-  if (g_uOwnerGeneration != 0) {
-    LastOwnedChain() = OwnedChain{node, next, owner, g_uOwnerGeneration, g_uChainGeneration};
-  }
+  if (OwnerGeneration() != 0) CacheOwnedChain(node, next, owner);
 }
 
 }  // namespace xmldom

@@ -7,8 +7,14 @@
 
 namespace xmldom {
 
-/// How many calls may have left neighbours with different owners; 0 while no call has.
-extern unsigned long long g_uOwnerGeneration;
+/// Changes with every call that may have left neighbours with different owners; 0 while no call
+/// has. All threads share it, because what such a call leaves behind passes to another thread with
+/// the document.
+extern unsigned long g_uOwnerGeneration;
+
+inline unsigned long OwnerGeneration() {
+  return __atomic_load_n(&g_uOwnerGeneration, __ATOMIC_RELAXED);
+}
 
 /// Gives `node`, its following siblings and all below them one owner, attributes aside.
 /// Cost: linear in the nodes visited; nothing is allocated.
@@ -16,9 +22,7 @@ void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner);
 
 /// To be called before `node` gets an owner that its neighbours need not have. A node without
 /// parent has no neighbours that matter before the first such call.
-inline void NoteOwnersDiffer(const IXMLDOMNode* node) {
-  if (node->m_pParent != nullptr || g_uOwnerGeneration != 0) ++g_uOwnerGeneration;
-}
+void NoteOwnersDiffer(const IXMLDOMNode* node);
 
 /// Links `node`, which has no following sibling, before `next`, and gives it, all that then follow
 /// and all below them one owner, attributes aside. A null `next` is the end of the chain.

@@ -3,4 +3,12 @@
 
 #include <xmldom/dom/ReportCount.h>
 
-unsigned long xmldom::ReportCount::s_count = 0;
+#include <xmldom/base/Export.h>
+
+namespace xmldom {
+
+__thread unsigned long ReportCount::s_count = 0;
+
+XMLDOM_COLD XMLDOM_NOINLINE void ReportCount::Add() { ++s_count; }
+
+}  // namespace xmldom

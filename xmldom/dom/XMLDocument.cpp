@@ -3,6 +3,7 @@
 
 #include <xmldom/dom/XMLDocument.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/base/Text.h>
 #include <xmldom/support/LogException.h>
 
@@ -13,12 +14,12 @@ IXMLDOMDocument2::IXMLDOMDocument2()
   m_pOwnerDocument = this;
   m_pszNodeName = xmldom::CopyString("Document Root");
   m_eNodeType = NODE_DOCUMENT;
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 IXMLDOMDocument2::~IXMLDOMDocument2() {
   DestroyBuilder();
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 bool Create(IXMLDOMDocument2** ppDoc) {

@@ -3,8 +3,9 @@
 
 #include <xmldom/base/Export.h>
 
-/// Diagnostics of the whole library: the error code of the last failed lookup, and the leak report.
-/// Threads: the code is a plain static variable; one thread at a time uses the library.
+/// Diagnostics: the error code of the last failed lookup, and the leak report of the whole library.
+/// Threads: each thread has an error code of its own. The leak report counts the objects of all
+/// threads.
 class XMLDOM_API CXML {
  public:
   /// Values of the error code. A lookup that succeeds does not change the code, so that it tells
@@ -28,7 +29,7 @@ class XMLDOM_API CXML {
   /// Result: the number of these BSTRs. Effects: a log event (type 26, severity 7).
   static long CheckLeaks(const char* where);
 
-  static int iXMLError;  ///< The error code.
+  static XMLDOM_THREAD_PLACE __thread int iXMLError;  ///< The error code of the running thread.
 };
 
 #endif

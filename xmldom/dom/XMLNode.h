@@ -21,6 +21,10 @@ class IXMLDOMDocument2;
 class IXMLDOMNamedNodeMap;
 class IXMLDOMNodeList;
 
+namespace xmldom {
+struct Uncounted;
+}
+
 /// The type of a node. The library itself makes elements, attributes, texts and documents only;
 /// IXMLDOMDocument2::createNode stores any number that it is given. The value that is meant below
 /// is the one that get_nodeValue hands out.
@@ -62,8 +66,9 @@ typedef enum tagDOMNodeType : int {
 /// one level deeper for each node of a derived class that is destroyed together with another one
 /// above or before it.
 ///
-/// Threads: only one thread at a time may use the library, even for trees of its own, because all
-/// trees share the counters.
+/// Threads: each thread may use documents of its own without a lock. A document with its nodes and
+/// lists belongs to one thread at a time, since even reading changes reference counts. Passing it
+/// to another thread takes what passing any data takes, such as a queue with a lock.
 class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
  public:
   // ---- Record
@@ -73,7 +78,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   //  - The end of a chain may be cached. When an application has cut links in the middle of a chain
   //    by hand, and left its first and its last two nodes as they were, a new node is linked behind
   //    the former last node. Destroying any node, or taking any node out with a member, makes the
-  //    cache invalid.
+  //    cache of the thread that does it invalid.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
   //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been
@@ -88,7 +93,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   IXMLDOMDocument2* m_pOwnerDocument;  ///< Holds no reference. That of a document is itself.
   tagDOMNodeType m_eNodeType;          ///< The type of this node.
 
-  static int m_iObjCount;  ///< How many nodes exist, documents included.
+  /// How many nodes exist, documents included. Threads: this counter and those of the other classes
+  /// are added to atomically. A load adds its nodes when it ends, and a destruction in groups, so
+  /// that a thread may read an older number while others are at work.
+  static int m_iObjCount;
 
   // ---- Lifetime (XMLNodeLifetime.cpp)
 
@@ -435,6 +443,12 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
       XMLDOM_THROWS(CLogException*);
   /// Removes the target.
   int RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogException*);
+
+ private:
+  friend struct xmldom::Uncounted;
+
+  // Makes a node like the one without arguments, but does not count it.
+  XMLDOM_HIDDEN explicit IXMLDOMNode(const xmldom::Uncounted&);
 };
 
 /// Drops the reference that the caller holds through `p`, and sets `p` to null. A null pointer is
@@ -455,7 +469,7 @@ XMLDOM_API void SetDebugEntities(bool on);
 /// Switches the debug decoration of written start tags: the node's address and reference count.
 XMLDOM_API void SetDispAddr(bool on);
 
-/// Whether start tags carry the debug decoration.
+/// Whether start tags carry the debug decoration. Where there are threads, SetDispAddr changes it.
 extern XMLDOM_API bool g_bDispAddr;
 
 /// Result: 1 when `s` has exactly `n` bytes and they equal the first `n` bytes of `sub`; else 0,

@@ -33,7 +33,7 @@ IXMLDOMNode* IXMLDOMNode::AddChild(const char* name, const char* value) {
 IXMLDOMNode* IXMLDOMNode::AddSibling(const char* name, const char* value) {
   IXMLDOMNode* sibling = new IXMLDOMNode(m_pOwnerDocument, name, value, NODE_ELEMENT);
   sibling->m_pParent = m_pParent;
-  if (xmldom::g_uOwnerGeneration != 0) xmldom::NoteOwnersDiffer(sibling);
+  if (xmldom::OwnerGeneration() != 0) xmldom::NoteOwnersDiffer(sibling);
   xmldom::AppendToChain(m_pNextSibling, sibling);
   sibling->AddRef();
   return sibling;

@@ -2,6 +2,7 @@
 // arguments first, then takes the new child out of where it is, and links it last. Tested by
 // tests/dom/XMLNodeEdit_test.cpp, XMLNodeEditInPlace_test.cpp and XMLNodeEditRefusals_test.cpp.
 
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/TreeWalk.h>
@@ -164,7 +165,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     if (m_pFirstChild != oldChild) {
       link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;
     }
-    xmldom::InvalidateChainEnds();
+    xmldom::InvalidateCaches(oldChild);
     PlaceBefore(node, this, oldChild->m_pNextSibling);
     *link = node;
     oldChild->m_pNextSibling = nullptr;
@@ -185,7 +186,7 @@ HRESULT IXMLDOMNode::removeChild(IXMLDOMNode* oldChild, IXMLDOMNode** out) {
 
 void IXMLDOMNode::RemoveNodeFromTree() {
   if (m_pParent == nullptr) return;
-  xmldom::InvalidateChainEnds();
+  xmldom::InvalidateCaches(this);
   if (m_pParent->m_pFirstChild == this) {
     m_pParent->m_pFirstChild = m_pNextSibling;
   } else {

@@ -2,8 +2,10 @@
 // loop, which needs neither the call stack nor memory. Tested by tests/dom/XMLNodeLifetime_test.cpp
 // and tests/dom/XMLNodeLifetimeDestruction_test.cpp.
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/base/Text.h>
-#include <xmldom/dom/NodeChain.h>
+#include <xmldom/dom/NewNode.h>
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
@@ -65,9 +67,13 @@ bool IsBare(const IXMLDOMNode& node) {
 static_assert(sizeof(CRefCountedObject::operator new(0)) == sizeof(void*),
               "CRefCountedObject needs the operator new that goes with its operator delete");
 
-/// Destroys a bare node of no derived class.
+/// Destroys a bare node of no derived class as its destructor would, but leaves two things to the
+/// caller, who does them once for many nodes: counting it, and making cached pointers to it
+/// invalid.
 inline void Destroy(IXMLDOMNode* node) {
-  node->IXMLDOMNode::~IXMLDOMNode();
+  std::free(node->m_pszNodeName);
+  std::free(node->m_pszValue);
+  node->CRefCountedObject::~CRefCountedObject();
   CRefCountedObject::operator delete(node);
 }
 
@@ -146,6 +152,35 @@ inline IXMLDOMNode* TakeLink(IXMLDOMNode* node, Clearing siblings, Clearing& cle
   return target;
 }
 
+/// The nodes that the loop destroys. They are counted together, and caches are made invalid once
+/// for all nodes of a region of memory, because doing so for each would take noticeably longer.
+class Destroyed {
+ public:
+  /// For `top` itself the caches are invalid already.
+  explicit Destroyed(const IXMLDOMNode* top) : m_region(xmldom::RegionOf(top)), m_number(0) {}
+
+  /// Destroys a bare node of no derived class.
+  void Add(IXMLDOMNode* node) {
+    if (xmldom::RegionOf(node) != m_region) {
+      m_region = xmldom::RegionOf(node);
+      xmldom::MakeMine(node);
+    }
+    ++m_number;
+    Destroy(node);
+  }
+
+  /// Counts the nodes that have been destroyed so far. To be called before code of an application
+  /// runs, which may read the counter.
+  void Count() {
+    xmldom::AddToCount(IXMLDOMNode::m_iObjCount, -m_number);
+    m_number = 0;
+  }
+
+ private:
+  std::uintptr_t m_region;  // of the node that was destroyed last
+  int m_number;             // destroyed and not counted yet
+};
+
 /// Releases a node that the loop does not take apart: one that stays, because somebody else refers
 /// to it, or one of a derived class. Not inlined: most loops never come here.
 XMLDOM_NOINLINE void ReleaseOther(IXMLDOMNode* node, Clearing clearing) {
@@ -165,19 +200,19 @@ XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top) {
   Clearing siblings = top->m_pOwnerDocument != nullptr ? CLEARING_TOP : CLEARING_NOTHING;
   if (siblings == CLEARING_TOP) top->m_pParent = nullptr;
   WayBack::Set(top, nullptr, siblings);
+  Destroyed destroyed(top);
   for (;;) {
     Clearing clearing;
     IXMLDOMNode* target = TakeLink(node, siblings, clearing);
     if (target == nullptr) {
-      IXMLDOMNode* finished = node;
-      node = WayBack::NodeOf(finished);
+      target = node;
+      node = WayBack::NodeOf(target);
       if (node == nullptr) break;
-      Destroy(finished);
     } else if (!EndsWithLastReference(*target)) {
+      destroyed.Count();
       ReleaseOther(target, clearing);
-    } else if (IsBare(*target)) {
-      Destroy(target);
-    } else {
+      continue;
+    } else if (!IsBare(*target)) {
       const bool hasOwner = target->m_pOwnerDocument != nullptr;
       // The destructor of a node that still has an owner clears; its siblings are cleared with it.
       if (clearing == CLEARING_NOTHING && hasOwner) clearing = CLEARING_TOP;
@@ -186,8 +221,11 @@ XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top) {
       if (clearing <= CLEARING_CHILD) target->m_pParent = nullptr;
       WayBack::Set(target, node, clearing);
       node = target;
+      continue;
     }
+    destroyed.Add(target);
   }
+  destroyed.Count();
   top->m_pOwnerDocument = nullptr;
 }
 
@@ -209,10 +247,14 @@ IXMLDOMNode::IXMLDOMNode(IXMLDOMDocument2* doc, const char* name, const char* va
     std::free(m_pszNodeName);
     throw;
   }
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
-IXMLDOMNode::IXMLDOMNode()
+IXMLDOMNode::IXMLDOMNode() : IXMLDOMNode(xmldom::Uncounted()) {
+  xmldom::AddToCount(m_iObjCount, 1);
+}
+
+IXMLDOMNode::IXMLDOMNode(const xmldom::Uncounted&)
     : m_pszNodeName(nullptr),
       m_pszValue(nullptr),
       m_pNextSibling(nullptr),
@@ -220,20 +262,18 @@ IXMLDOMNode::IXMLDOMNode()
       m_pFirstAttribute(nullptr),
       m_pParent(nullptr),
       m_pOwnerDocument(reinterpret_cast<IXMLDOMDocument2*>(this)),
-      m_eNodeType(NODE_INVALID) {
-  ++m_iObjCount;
-}
+      m_eNodeType(NODE_INVALID) {}
 
 IXMLDOMNode::~IXMLDOMNode() {
-  xmldom::InvalidateChainEnds();
+  xmldom::InvalidateCaches(this);
   if (!IsBare(*this)) ReleaseLinks(this);
   std::free(m_pszNodeName);
   std::free(m_pszValue);
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 void IXMLDOMNode::ClearNode(bool bFreeName) {
-  xmldom::InvalidateChainEnds();
+  xmldom::InvalidateCaches(this);
   // Deliberate: the reverse of the order of destruction.
   Release(m_pFirstAttribute);
   Release(m_pFirstChild);

@@ -4,6 +4,7 @@
 
 #include <xmldom/dom/XMLNodeList.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/base/Text.h>
 #include <xmldom/dom/XMLNode.h>
 
@@ -32,12 +33,12 @@ struct IXMLDOMNodeList::Block {
 
 IXMLDOMNodeListElt::IXMLDOMNodeListElt(IXMLDOMNode* node) : m_pNode(node), m_pNext(nullptr) {
   m_pNode->AddRef();
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 IXMLDOMNodeListElt::~IXMLDOMNodeListElt() {
   if (m_pNode != nullptr) m_pNode->RealRelease();
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 IXMLDOMNodeList::IXMLDOMNodeList()
@@ -51,7 +52,7 @@ IXMLDOMNodeList::IXMLDOMNodeList()
       m_ppIndex(nullptr),
       m_nIndexed(0),
       m_nIndexCapacity(0) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 IXMLDOMNodeList::~IXMLDOMNodeList() {
@@ -66,7 +67,7 @@ IXMLDOMNodeList::~IXMLDOMNodeList() {
     ::operator delete(block);
   }
   std::free(m_ppIndex);
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 void IXMLDOMNodeList::AddBlock() {

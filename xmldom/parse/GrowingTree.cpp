@@ -4,6 +4,7 @@
 
 #include <xmldom/parse/GrowingTree.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/dom/NewNode.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/XMLDocument.h>
@@ -18,14 +19,18 @@
 
 namespace xmldom {
 
-GrowingTree::GrowingTree(CXMLSax* builder)
+GrowingTree::GrowingTree(CXMLSax* builder, bool countsAtOnce)
     : m_builder(builder),
       m_document(builder->m_pDocument),
       m_stack(builder->m_pNodeStack),
       m_attributeValue(1024),
+      m_countsAtOnce(countsAtOnce),
+      m_uncountedNodes(0),
+      m_uncountedElements(0),
       m_spare(nullptr) {}
 
 GrowingTree::~GrowingTree() {
+  Count();
   while (m_spare != nullptr) {
     void* memory = m_spare;
     m_spare = *static_cast<void**>(memory);
@@ -33,17 +38,25 @@ GrowingTree::~GrowingTree() {
   }
 }
 
+/// Adds what has been made to the counters.
+XMLDOM_NOINLINE void GrowingTree::Count() {
+  AddToCount(IXMLDOMNode::m_iObjCount, m_uncountedNodes);
+  AddToCount(CNodeStackElt::m_iObjCount, m_uncountedElements);
+  m_uncountedNodes = m_uncountedElements = 0;
+}
+
 void GrowingTree::StartElement(const char* name, const char** attributes) {
   if (!m_text.empty()) StoreText(*Top());
   XMLPtr<IXMLDOMNode> element =
       Adopt(NewNode(m_document, NODE_ELEMENT, name, std::strlen(name), nullptr, 0));
+  ++m_uncountedNodes;
   if (attributes != nullptr && attributes[0] != nullptr) AddAttributes(element.Get(), attributes);
   IXMLDOMNode* node = element.Detach();
   Link(node);
   PushOpen(node);
 }
 
-void GrowingTree::EndElement() {
+XMLDOM_NOINLINE void GrowingTree::EndElement() {
   OpenElement& element = *Top();
   if (!m_text.empty()) StoreText(element);
   if (element.textCapacity != element.textLength) TrimText(element);
@@ -72,6 +85,7 @@ void GrowingTree::AddAttributes(IXMLDOMNode* element, const char** attributes) {
     }
     IXMLDOMNode* attribute = NewNode(m_document, NODE_ATTRIBUTE, attributes[0],
                                      std::strlen(attributes[0]), value, length);
+    ++m_uncountedNodes;
     attribute->m_pParent = element;
     AppendBehind(last, element->m_pFirstAttribute, attribute);
     last = attribute;
@@ -108,6 +122,7 @@ void GrowingTree::StoreText(OpenElement& element) {
   if (element.text == nullptr) {
     element.text = NewNode(m_document, NODE_TEXT, kTextName, std::strlen(kTextName), m_text.data(),
                            m_text.size());
+    ++m_uncountedNodes;
     element.textLength = element.textCapacity = m_text.size();
     Link(element.text);
   } else {
@@ -149,15 +164,20 @@ void GrowingTree::PushOpen(IXMLDOMNode* node) {
   } else {
     memory = ::operator new(sizeof(OpenElement));
   }
-  m_stack->m_pTop = new (memory) OpenElement(node, m_stack->m_pTop);
+  OpenElement* element = new (memory) OpenElement;
+  element->m_pNode = node;
+  element->m_pNext = m_stack->m_pTop;
+  m_stack->m_pTop = element;
+  ++m_uncountedElements;
+  if (m_countsAtOnce) Count();
 }
 
-/// Takes the innermost element from the stack and keeps its memory.
+/// Takes the innermost element from the stack and keeps its memory. Its destructor would count it.
 void GrowingTree::PopOpen() {
   OpenElement* top = Top();
   m_stack->m_pTop = top->m_pNext;
-  top->m_pNext = nullptr;
-  top->~OpenElement();
+  --m_uncountedElements;
+  if (m_countsAtOnce) Count();
   *reinterpret_cast<void**>(top) = m_spare;
   m_spare = top;
 }

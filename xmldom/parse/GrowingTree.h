@@ -24,8 +24,10 @@ namespace xmldom {
 class GrowingTree {
  public:
   /// Begins the tree of a document that is empty, with the stack of its builder, which is empty.
-  /// The builder is borrowed, and told of each default attribute.
-  explicit GrowingTree(CXMLSax* builder);
+  /// The builder is borrowed, and told of each default attribute. The nodes and stack elements that
+  /// this makes are counted when it is gone, because each atomic addition takes long; with
+  /// `countsAtOnce`, they are so at the end of every call that did not throw.
+  GrowingTree(CXMLSax* builder, bool countsAtOnce);
   ~GrowingTree();
 
   GrowingTree(const GrowingTree&) = delete;
@@ -52,8 +54,6 @@ class GrowingTree {
  private:
   /// An open element. While this object lives, all elements of the stack are of this class.
   struct OpenElement : CNodeStackElt {
-    OpenElement(IXMLDOMNode* element, CNodeStackElt* below) : CNodeStackElt(element, below) {}
-
     IXMLDOMNode* lastChild = nullptr;
     IXMLDOMNode* text = nullptr;   // the child that holds the text; null before there is one
     std::size_t textLength = 0;    // the length of its value
@@ -71,12 +71,16 @@ class GrowingTree {
   static void TrimText(OpenElement& element);
   void PushOpen(IXMLDOMNode* node);
   void PopOpen();
+  void Count();
 
   CXMLSax* m_builder;
   IXMLDOMDocument2* m_document;
   CNodeStack* m_stack;
   std::string m_text;         // the text that has been collected since the last tag
   CMemFile m_attributeValue;  // the attribute value that is being escaped
+  const bool m_countsAtOnce;
+  int m_uncountedNodes;     // nodes made since they were counted last
+  int m_uncountedElements;  // elements put on the stack since then, less those taken from it
   void* m_spare;  // blocks of popped stack elements, to be used again; each begins with the next
 };
 

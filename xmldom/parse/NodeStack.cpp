@@ -3,16 +3,18 @@
 
 #include <xmldom/parse/NodeStack.h>
 
+#include <xmldom/base/LiveCount.h>
+
 int CNodeStackElt::m_iObjCount = 0;
 int CNodeStack::m_iObjCount = 0;
 
 CNodeStackElt::CNodeStackElt(IXMLDOMNode* node, CNodeStackElt* next)
     : m_pNode(node), m_pNext(next) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 CNodeStackElt::~CNodeStackElt() {
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
   // A loop, not a recursion: there can be more open elements than the call stack has room for.
   while (m_pNext != nullptr) {
     CNodeStackElt* below = m_pNext;
@@ -22,11 +24,11 @@ CNodeStackElt::~CNodeStackElt() {
   }
 }
 
-CNodeStack::CNodeStack() : m_pTop(nullptr) { ++m_iObjCount; }
+CNodeStack::CNodeStack() : m_pTop(nullptr) { xmldom::AddToCount(m_iObjCount, 1); }
 
 CNodeStack::~CNodeStack() {
   delete m_pTop;
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 void CNodeStack::Push(IXMLDOMNode* node) { m_pTop = new CNodeStackElt(node, m_pTop); }

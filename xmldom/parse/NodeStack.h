@@ -8,6 +8,10 @@
 
 class IXMLDOMNode;
 
+namespace xmldom {
+class GrowingTree;
+}
+
 /// An element of the stack of open elements.
 class XMLDOM_API CNodeStackElt {
  public:
@@ -29,6 +33,12 @@ class XMLDOM_API CNodeStackElt {
   CNodeStackElt* m_pNext;  ///< The next element further out; null for the outermost.
 
   static int m_iObjCount;  ///< Live stack elements.
+
+ private:
+  friend class xmldom::GrowingTree;
+
+  // A load counts its elements itself.
+  CNodeStackElt() {}
 };
 
 /// The elements of a document that have been opened and not yet closed while it is built, the

@@ -3,6 +3,8 @@
 
 #include <xmldom/parse/ParseError.h>
 
+#include <xmldom/base/LiveCount.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -28,13 +30,13 @@ IXMLDOMParseError::IXMLDOMParseError()
       m_lLinePos(0),
       m_bstrReason(nullptr),
       m_bstrSrcText(nullptr) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 IXMLDOMParseError::~IXMLDOMParseError() {
   SysFreeString(m_bstrReason);
   SysFreeString(m_bstrSrcText);
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 IXMLDOMParseError& IXMLDOMParseError::operator=(IXMLDOMParseError& other) {

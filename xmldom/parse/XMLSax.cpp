@@ -5,6 +5,7 @@
 
 #include <xmldom/parse/XMLSax.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/EntityNesting.h>
@@ -43,13 +44,13 @@ CXMLSax::CXMLSax(IXMLDOMDocument2* document)
       m_refusalNumber(0),
       m_textSize(0),
       m_defaultsSize(0) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 CXMLSax::~CXMLSax() {
   delete m_pNodeStack;
   DestroyParser();
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 /// Empties the document and makes an empty stack.
@@ -130,7 +131,10 @@ bool CXMLSax::ParseWhole(const char* text, unsigned long long length, bool isInB
     text = "";
     isInBuffer = false;
   }
-  xmldom::GrowingTree tree(this);
+  // Nobody but the library has installed handlers on the parser of a builder that the document has
+  // made. On any other, there may be some of an application, which can read the counters.
+  const bool countsAtOnce = m_pDocument->m_pSax != this;
+  xmldom::GrowingTree tree(this, countsAtOnce);
   xmldom::EntityNesting nesting;
   m_pTree = &tree;
   if (xmldom::EntityNesting::IsPossible()) m_pEntityNesting = &nesting;

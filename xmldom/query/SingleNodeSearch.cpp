@@ -4,7 +4,6 @@
 
 #include <xmldom/query/SingleNodeSearch.h>
 
-#include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/query/NodeMatch.h>
 #include <xmldom/query/StepWalk.h>
@@ -63,7 +62,7 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
       m_meetings(0),
       m_leftOutSince(0),
       m_leftOutInFrames(0),
-      m_reportsBefore(ReportCount::Now()),
+      m_reportsBefore(m_reportCount.Now()),
       m_reports(m_reportsBefore),
       m_matchedFrames(0),
       m_framesWithReports(0),
@@ -98,7 +97,7 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
 IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
   DescendantVisitor visitor(m_steps.At(0));
   WalkChain<SideTrail>(node->m_pFirstChild, visitor);
-  if (!visitor.IsDone() && ReportCount::Now() != m_reportsBefore) {
+  if (!visitor.IsDone() && m_reportCount.Now() != m_reportsBefore) {
     WalkChain<SideTrail>(node->m_pFirstChild, visitor);
   }
   return visitor.Found();
@@ -175,15 +174,15 @@ IXMLDOMNode* SingleNodeSearch::ChildToSearch(IXMLDOMNode* child) {
 /// Whether searches that have failed or are open may be begun once more: something was reported, so
 /// that a repeat could report too, and neither average has reached its limit.
 bool SingleNodeSearch::MayRepeat() const {
-  return ReportCount::Now() != m_reportsBefore && m_visits < kMostTests * m_tested &&
+  return m_reportCount.Now() != m_reportsBefore && m_visits < kMostTests * m_tested &&
          m_meetings < kMostMeetings * m_tested;
 }
 
 /// Called after every test: when it has reported something, it did so below all frames that are
 /// open now.
 void SingleNodeSearch::NoteReports() {
-  if (ReportCount::Now() == m_reports) return;
-  m_reports = ReportCount::Now();
+  if (m_reportCount.Now() == m_reports) return;
+  m_reports = m_reportCount.Now();
   m_framesWithReports = m_frames.Size();
 }
 

@@ -2,6 +2,7 @@
 #define XMLDOM_QUERY_SINGLENODESEARCH_H
 
 #include <xmldom/base/Stack.h>
+#include <xmldom/dom/ReportCount.h>
 #include <xmldom/query/SearchMemory.h>
 #include <xmldom/query/XPathStep.h>
 
@@ -113,6 +114,7 @@ class SingleNodeSearch {
   std::size_t m_leftOutSince;     // tests from this number on are left out; 0: none are
   std::size_t m_leftOutInFrames;  // this is so while at least this many frames are open
 
+  const ReportCount m_reportCount;
   const unsigned long m_reportsBefore;  // the count of reports at the beginning
   unsigned long m_reports;              // the count of reports when it was looked at last
   Stack<Frame, 32> m_frames;

@@ -168,5 +168,5 @@ void SetDebugXPATH(bool on) {
   CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityDebug,
                          "XPathDebug has been %s, but DOM was built without DBG_XPATH",
                          on ? "enabled" : "disabled");
-  l_bDebugXPATH = on;
+  __atomic_store_n(&l_bDebugXPATH, on, __ATOMIC_RELAXED);
 }

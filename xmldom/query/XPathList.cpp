@@ -3,6 +3,7 @@
 
 #include <xmldom/query/XPathList.h>
 
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/base/Text.h>
 
 #include <algorithm>
@@ -17,12 +18,12 @@ int CXPathList::m_iObjCount = 0;
 
 CStrListElt::CStrListElt(const char* text, std::size_t length)
     : m_pszString(xmldom::CopyString(text, length)), m_pNext(nullptr) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 CStrListElt::~CStrListElt() {
   std::free(m_pszString);
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
   // A loop, so that long chains need no deep recursion: each step is deleted without successor.
   while (m_pNext != nullptr) {
     CStrListElt* next = m_pNext;
@@ -40,14 +41,14 @@ CXPathList::CXPathList()
       m_ppIndex(nullptr),
       m_bDescendant(false),
       m_bAbsolute(false) {
-  ++m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, 1);
 }
 
 CXPathList::~CXPathList() {
   delete m_pFirst;
   std::free(m_pszPrefix);
   std::free(m_ppIndex);
-  --m_iObjCount;
+  xmldom::AddToCount(m_iObjCount, -1);
 }
 
 int CXPathList::ParsePath(const char* path) {

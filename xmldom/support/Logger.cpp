@@ -63,7 +63,9 @@ void CLogger::SetSink(LogSink sink, void* context) {
   l_pSinkContext = sink == nullptr ? nullptr : context;
 }
 
-void CLogger::SetNodeRenderer(NodeRenderer renderer) { l_pNodeRenderer = renderer; }
+void CLogger::SetNodeRenderer(NodeRenderer renderer) {
+  __atomic_store_n(&l_pNodeRenderer, renderer, __ATOMIC_RELAXED);
+}
 
 void CLogger::PostLogEvent(LogTypeEnum type, LogSeverityEnum severity, const char* title,
                            const char* body) {
@@ -72,8 +74,9 @@ void CLogger::PostLogEvent(LogTypeEnum type, LogSeverityEnum severity, const cha
 
 void CLogger::PostLogEvent(LogTypeEnum type, LogSeverityEnum severity, const char* title,
                            IXMLDOMNode* node) {
-  const bool renders = node != nullptr && l_pNodeRenderer != nullptr;
-  const _bstr_t body(renders ? l_pNodeRenderer(node) : nullptr, false);
+  const NodeRenderer renderer = __atomic_load_n(&l_pNodeRenderer, __ATOMIC_RELAXED);
+  const bool renders = node != nullptr && renderer != nullptr;
+  const _bstr_t body(renders ? renderer(node) : nullptr, false);
   Post(type, severity, title, body);
 }
 

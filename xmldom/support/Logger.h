@@ -40,19 +40,20 @@ struct CLogEvent {
 /// arguments of the call; only appending to the buffer that XML is written into is allowed. The
 /// events of a load are posted when it has ended: in them the sink may also load into the document
 /// or release it. When the sink calls a function that posts an event, the sink is called again; it
-/// must see to it that this ends.
+/// must see to it that this ends. Threads: the sink runs in the thread that posts the event, and
+/// several threads may call it at the same time.
 typedef void (*LogSink)(const CLogEvent& event, void* context);
 
 /// A function that returns the XML of a node as a new BSTR, which the log frees.
 typedef BSTR (*NodeRenderer)(IXMLDOMNode* node);
 
 /// The log of the library. Each event goes to the sink, or to standard error when none is set. A
-/// null title counts as empty. Threads: all threads share one sink, which runs in the thread that
-/// posts. There are no locks.
+/// null title counts as empty. Threads: all threads share one sink and may post at the same time.
 class XMLDOM_API CLogger {
  public:
   /// Sends all further events to `sink`; null restores standard error. `context` is passed to each
-  /// call of the sink.
+  /// call of the sink. Threads: to be called while no other thread uses the library, because an
+  /// event could find the new sink with the context of the old one.
   static void SetSink(LogSink sink, void* context);
 
   /// Sets the function with which PostLogEvent turns a node into text. The library that has the

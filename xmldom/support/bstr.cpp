@@ -3,6 +3,8 @@
 
 #include <xmldom/support/bstr.h>
 
+#include <xmldom/base/LiveCount.h>
+
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -25,7 +27,7 @@ BSTR SysAllocStringLen(const char* text, unsigned long length) {
   if (copy == nullptr) throw std::bad_alloc();
   std::memcpy(copy, text, length);
   copy[length] = '\0';
-  ++l_nAllocated;
+  xmldom::AddToCount(l_nAllocated, 1);
   return copy;
 }
 
@@ -33,10 +35,10 @@ void SysFreeString(BSTR& text) {
   if (text == nullptr) return;
   std::free(text);
   text = nullptr;
-  --l_nAllocated;
+  xmldom::AddToCount(l_nAllocated, -1);
 }
 
-long GetNumBSTRsAllocated() { return l_nAllocated; }
+long GetNumBSTRsAllocated() { return xmldom::ReadCount(l_nAllocated); }
 
 _bstr_t::_bstr_t(const char* text) : m_bstr(SysAllocString(text)) {}
 

@@ -19,7 +19,7 @@ XMLDOM_API BSTR SysAllocStringLen(const char* text, unsigned long length);
 XMLDOM_API void SysFreeString(BSTR& text);
 
 /// Result: how many BSTRs have been allocated and not yet freed.
-/// Threads: the count is a plain integer; one thread at a time may make or free BSTRs.
+/// Threads: all share the count, and may make and free BSTRs at the same time.
 XMLDOM_API long GetNumBSTRsAllocated();
 
 /// Owns one BSTR, or none.

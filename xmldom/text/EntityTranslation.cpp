@@ -100,7 +100,7 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
   }
   xmldom::WriteText(out, rest);
 
-  if (!l_bDebugEntities) return result;
+  if (!__atomic_load_n(&l_bDebugEntities, __ATOMIC_RELAXED)) return result;
   xmldom::ReportCount::Add();
   std::printf("Translate Entities: from <%s> to <%s>\n", pszIn, out.GetAsStr());
   return result;
@@ -109,5 +109,5 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
 void SetDebugEntities(bool on) {
   CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityDebug, "EntityDebug has been %s",
                          on ? "enabled" : "disabled");
-  l_bDebugEntities = on;
+  __atomic_store_n(&l_bDebugEntities, on, __ATOMIC_RELAXED);
 }

@@ -29,7 +29,7 @@ struct RendererRegistration {
 
 }  // namespace
 
-void SetDispAddr(bool on) { g_bDispAddr = on; }
+void SetDispAddr(bool on) { __atomic_store_n(&g_bDispAddr, on, __ATOMIC_RELAXED); }
 
 BSTR IXMLDOMNode::GetXML() {
   CMemFile xml(kXmlBufferSize);

@@ -119,7 +119,7 @@ class Writer {
     WriteIndent(node, level);
     WriteLiteral(m_text, "<");
     WriteText(m_text, node->m_pszNodeName);
-    if (g_bDispAddr) WriteDebugDecoration(node);
+    if (__atomic_load_n(&g_bDispAddr, __ATOMIC_RELAXED)) WriteDebugDecoration(node);
     if (index != nullptr) m_text.Flush().WriteF(" index='%03d'", *index);
     WriteAttributes(node, IsPaged(node) && WritePageAttributes());
 

@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+#include <xmldom/xmldom.h>
+
+#include <functional>
+#include <thread>
+
+#include "harness/CompactXml.h"
+#include "harness/LinearTime.h"
+#include "harness/NodeFacts.h"
+#include "harness/SmallStack.h"
+#include "harness/Trees.h"
+
+// Documents that another thread has worked on in the meantime: what this thread has cached of them
+// must not count any more.
+
+namespace {
+
+class NodeCache : public testing::Test {
+ protected:
+  NodeCache() : m_document(Load("<p/>")), m_parent(Root(m_document)) {
+    for (const char* name : {"a", "b", "c", "d"}) Add(name);
+  }
+
+  void Add(const char* name) { Node(m_parent->AddChild(name, nullptr)); }
+
+  Document m_document;
+  IXMLDOMNode* m_parent;
+};
+
+void InAnotherThread(const std::function<void()>& work) { std::thread(work).join(); }
+
+TEST_F(NodeCache, A_last_child_that_another_thread_has_destroyed_is_not_used) {
+  InAnotherThread([this] {
+    Node removed;
+    EXPECT_EQ(S_OK, m_parent->removeChild(At(m_parent, {3}), removed.Out()));
+  });
+  Add("e");
+  EXPECT_EQ("<p><a/><b/><c/><e/></p>", CompactXml(m_document));
+}
+
+TEST_F(NodeCache, A_chain_that_another_thread_has_destroyed_is_not_used) {
+  InAnotherThread([this] { m_parent->ClearNode(false); });
+  Add("e");
+  Add("f");
+  EXPECT_EQ("<p><e/><f/></p>", CompactXml(m_document));
+}
+
+TEST_F(NodeCache, A_document_that_another_thread_has_loaded_is_followed_anew) {
+  InAnotherThread(
+      [this] { EXPECT_EQ(VARIANT_TRUE, m_document->loadXML("<p><a/><b/><c/><d/></p>")); });
+  m_parent = Root(m_document);
+  Add("e");
+  EXPECT_EQ("<p><a/><b/><c/><d/><e/></p>", CompactXml(m_document));
+}
+
+TEST_F(NodeCache, What_another_thread_has_cut_off_gets_no_sibling) {
+  const Node kept = Keep(At(m_parent, {2}));
+  InAnotherThread([this] { At(m_parent, {1})->ClearNode(false); });
+  Add("e");
+  EXPECT_EQ("<p><a/><b/><e/></p>", CompactXml(m_document));
+  EXPECT_EQ("<d/>", CompactXml(kept->m_pNextSibling));
+  EXPECT_EQ(nullptr, kept->m_pNextSibling->m_pNextSibling);
+}
+
+TEST_F(NodeCache, What_another_thread_has_appended_stays) {
+  InAnotherThread([this] { Add("e"); });
+  Add("f");
+  InAnotherThread([this] { Add("g"); });
+  EXPECT_EQ("<p><a/><b/><c/><d/><e/><f/><g/></p>", CompactXml(m_document));
+}
+
+TEST_F(NodeCache, Owners_that_another_thread_has_changed_are_set_again) {
+  const Document other = NewDocument();
+  const auto insertFirst = [this] {
+    IXMLDOMNode* node = NewElement(nullptr, "n").Detach();
+    EXPECT_EQ(S_OK, m_parent->insertBefore(node, m_parent->m_pFirstChild, nullptr));
+  };
+  m_parent->m_pFirstChild->RecurseSetDocument(m_document);
+  insertFirst();
+  InAnotherThread([&] { At(m_parent, {3})->RecurseSetDocument(other); });
+  EXPECT_EQ("c d ", NotOwnedBy(m_document, m_document));
+  insertFirst();
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+// The memory was another thread's before, so that the thread takes one region after another.
+TEST_F(NodeCache, Appending_stays_cheap_where_another_thread_has_been) {
+  ExpectLinearTime(100000, [this](int count) {
+    InAnotherThread([&] {
+      for (int i = 0; i < count; ++i) Add("n");
+    });
+    m_parent->ClearNode(false);
+    const double seconds = OnSmallStack([&] {
+      for (int i = 0; i < count; ++i) Add("n");
+    });
+    EXPECT_EQ(count, m_parent->CountChildNodes());
+    m_parent->ClearNode(false);
+    return seconds;
+  });
+}
+
+}  // namespace
