@@ -5,10 +5,23 @@
 /// themselves, and ranges for loops over nodes. They are in headers only, and <xmldom/xmldom.h>
 /// does not include them.
 ///
+/// The namespace xmldom also has the calls of everyday use, with owners and std::string as results:
+/// LoadFile, LoadText, SelectOne, Select, CheckPath, Text, Attribute, Xml, SetText, SetAttribute,
+/// Save. Text that they store is escaped.
+///
 /// The owner of a VARIANT is _variant_t (<xmldom/support/variant.h>).
 
+#include <xmldom/base/Characters.h>
 #include <xmldom/dom/NodeRanges.h>
+#include <xmldom/parse/DocumentLoading.h>
 #include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/ptr/XMLPtrStrings.h>
+#include <xmldom/query/PathCheck.h>
+#include <xmldom/query/Selecting.h>
+#include <xmldom/text/DocumentSaving.h>
+#include <xmldom/text/Escaping.h>
+#include <xmldom/text/NodeTexts.h>
+#include <xmldom/text/NodeXml.h>
+#include <xmldom/text/TextStoring.h>
 
 #endif
