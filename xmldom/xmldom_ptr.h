@@ -7,7 +7,7 @@
 ///
 /// The namespace xmldom also has the calls of everyday use, with owners and std::string as results:
 /// LoadFile, LoadText, SelectOne, Select, CheckPath, Text, Attribute, Xml, SetText, SetAttribute,
-/// Save. Text that they store is escaped.
+/// AddElement, Save. Text that they store is escaped.
 ///
 /// The owner of a VARIANT is _variant_t (<xmldom/support/variant.h>).
 
@@ -19,6 +19,7 @@
 #include <xmldom/query/PathCheck.h>
 #include <xmldom/query/Selecting.h>
 #include <xmldom/text/DocumentSaving.h>
+#include <xmldom/text/ElementAdding.h>
 #include <xmldom/text/Escaping.h>
 #include <xmldom/text/NodeTexts.h>
 #include <xmldom/text/NodeXml.h>

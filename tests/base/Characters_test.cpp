@@ -63,7 +63,8 @@ TEST(Characters, FindForbidden_gives_the_offset_of_what_XML_cannot_hold) {
 }
 
 TEST(Characters, OneLine_escapes_what_is_not_printable) {
-  EXPECT_EQ("plain \xc3\xa9 \\x0A\\x0D\\x09\\x1B[31m\\x7F", OneLine("plain \xc3\xa9 \n\r\t\x1b[31m\x7f"));
+  EXPECT_EQ("plain \xc3\xa9 \\x0A\\x0D\\x09\\x1B[31m\\x7F",
+            OneLine("plain \xc3\xa9 \n\r\t\x1b[31m\x7f"));
   EXPECT_EQ("\\xC2\\x85\\xE2\\x80\\xAE\\xFF\\xC3x", OneLine("\xc2\x85\xe2\x80\xae\xff\xc3x"));
   EXPECT_EQ("a\\x00b", OneLine(std::string("a\0b", 3)));
   EXPECT_EQ("", OneLine(nullptr));

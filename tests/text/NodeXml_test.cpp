@@ -39,7 +39,8 @@ TEST(NodeXml, Markup_that_does_not_end_is_copied) {
   for (const char* text : {"<!-- '\t'", "<![CDATA[ '\t'", "<?p '\t'", "<", "<b c=\"'", "a'\t'"}) {
     Document document = Load("<a/>");
     Root(document)->AddTextChild(text);
-    EXPECT_EQ(std::string("<a>") + text, Xml(document.Get()).substr(0, 3 + std::string(text).size()));
+    EXPECT_EQ(std::string("<a>") + text,
+              Xml(document.Get()).substr(0, 3 + std::string(text).size()));
   }
 }
 

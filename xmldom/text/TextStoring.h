@@ -5,6 +5,7 @@
 #include <xmldom/base/TextArgument.h>
 #include <xmldom/dom/NodeArgument.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/dom/XmlNames.h>
 #include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/text/Escaping.h>
 #include <xmldom/text/NodeTexts.h>
@@ -41,25 +42,6 @@ struct StoreResult {
     return kReasons[problem];
   }
 };
-
-/// Whether a text is a name in XML. Cost: linear in the text; one that is not all ASCII is loaded
-/// as the name of an element, because the parser knows which other letters there are.
-inline bool IsXmlName(TextArgument text) {
-  bool isAscii = true;
-  for (std::size_t i = 0; i < text.Size(); ++i) {
-    const char c = text.Data()[i];
-    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':';
-    const bool isInner = (c >= '0' && c <= '9') || c == '-' || c == '.';
-    const bool isOther = static_cast<unsigned char>(c) >= 0x80;
-    if (!isLetter && !isOther && (!isInner || i == 0)) return false;
-    isAscii = isAscii && !isOther;
-  }
-  if (isAscii || text.Size() == 0) return text.Size() != 0;
-  XMLPtr<IXMLDOMDocument2> document;
-  Create(document.Out());
-  const std::string element = "<" + std::string(text.Data(), text.Size()) + "/>";
-  return document->loadXML(element.c_str()) == VARIANT_TRUE;
-}
 
 /// Makes `escaped` the value of an attribute. The value comes from another node, because it has to
 /// be on the C heap, and is exchanged, so that nothing changes when there is no memory for it.
