@@ -48,12 +48,12 @@ class Extreme {
   }
 
   bool Selects(const char* path, std::size_t expected) const {
-    const XMLPtr<IXMLDOMNodeList> list = Adopt(m_document->SelectNodes(path));
+    const XMLPtr<IXMLDOMNodeList> list = xmldom::Adopt(m_document->SelectNodes(path));
     return static_cast<std::size_t>(list->m_nCount) == expected;
   }
 
   bool SelectsFirst(const char* path) const {
-    return static_cast<bool>(Adopt(m_document->SelectSingleNode(path)));
+    return static_cast<bool>(xmldom::Adopt(m_document->SelectSingleNode(path)));
   }
 
   void DoRelease() {

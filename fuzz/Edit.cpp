@@ -118,8 +118,8 @@ class Editing {
     const std::string name = m_input.OneOf(kNames);
     const std::string value = m_input.OneOf(kValues);
     const char* plain = value[0] == '<' ? "" : value.c_str();  // markup is not for attributes
-    if (choice == ADD_CHILD) Adopt(node->AddChild(name.c_str(), value.c_str()));
-    if (choice == ADD_SIBLING) Adopt(node->AddSibling(name.c_str(), value.c_str()));
+    if (choice == ADD_CHILD) xmldom::Adopt(node->AddChild(name.c_str(), value.c_str()));
+    if (choice == ADD_SIBLING) xmldom::Adopt(node->AddSibling(name.c_str(), value.c_str()));
     if (choice == ADD_TEXT) node->AddTextChild(value.c_str());
     if (choice == SET_VALUE) node->SetValue(value.c_str());
     if (choice == ADD_ATTRIBUTE) node->AddAttribute(name.c_str(), plain);
@@ -149,7 +149,7 @@ class Editing {
       m_removed.back().Detach();
       m_removed.pop_back();
     }
-    if (out != nullptr && out != moved) m_removed.push_back(Adopt(out));
+    if (out != nullptr && out != moved) m_removed.push_back(xmldom::Adopt(out));
   }
 
   /// An element of the document; null when it has none.

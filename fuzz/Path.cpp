@@ -67,8 +67,8 @@ void CheckMatching(IXMLDOMNode* node, const char* path) {
 /// What SelectSingleNode finds is what SelectNodes lists, and lists first unless the path is
 /// searched for at every depth: the list goes element by element then.
 void CheckSelecting(IXMLDOMNode* node, const std::string& path) {
-  const XMLPtr<IXMLDOMNodeList> list = Adopt(node->SelectNodes(path.c_str()));
-  const XMLPtr<IXMLDOMNode> single = Adopt(node->SelectSingleNode(path.c_str()));
+  const XMLPtr<IXMLDOMNodeList> list = xmldom::Adopt(node->SelectNodes(path.c_str()));
+  const XMLPtr<IXMLDOMNode> single = xmldom::Adopt(node->SelectSingleNode(path.c_str()));
   bool listed = single == nullptr && list->m_nCount == 0;
   for (const IXMLDOMNodeListElt* link = list->m_pHead; link != nullptr && !listed;
        link = path.compare(0, 2, "//") == 0 ? link->m_pNext : nullptr) {
@@ -96,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (selectsAlike) {
       CheckSelecting(node, path.c_str());
     } else if (!takesLong) {
-      Adopt(node->SelectSingleNode(path.c_str()));
+      xmldom::Adopt(node->SelectSingleNode(path.c_str()));
     }
   }
 

@@ -3,7 +3,8 @@
 
 /// Smart pointers, whose use is optional: owners that release a reference or free a text by
 /// themselves, and ranges for loops over nodes. They are in headers only, and <xmldom/xmldom.h>
-/// does not include them.
+/// does not include them. The functions are in the namespace xmldom; <xmldom/xmldom_ptr_names.h>
+/// gives them short names.
 ///
 /// The namespace xmldom also has the calls of everyday use, with owners and std::string as results:
 /// LoadFile, LoadText, SelectOne, Select, CheckPath, Text, Attribute, Xml, SetText, SetAttribute,

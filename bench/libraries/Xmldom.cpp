@@ -36,11 +36,11 @@ class XmldomTree : public Tree {
   std::size_t Text() override { return HasText(m_document->GetTextAsBSTR()); }
 
   std::size_t SelectAll(const char* path) override {
-    return static_cast<std::size_t>(Adopt(m_document->SelectNodes(path))->m_nCount);
+    return static_cast<std::size_t>(xmldom::Adopt(m_document->SelectNodes(path))->m_nCount);
   }
 
   std::size_t SelectFirst(const char* path) override {
-    return Adopt(m_document->SelectSingleNode(path)) ? 1 : 0;
+    return xmldom::Adopt(m_document->SelectSingleNode(path)) ? 1 : 0;
   }
 
   std::size_t Equals(Tree& other) override {
@@ -50,7 +50,7 @@ class XmldomTree : public Tree {
   }
 
   void Append(const char* name, std::size_t count) override {
-    for (; count > 0; --count) Adopt(Root()->AddChild(name, nullptr));
+    for (; count > 0; --count) xmldom::Adopt(Root()->AddChild(name, nullptr));
   }
 
   void InsertFirst(const char* name, std::size_t count) override {

@@ -13,15 +13,15 @@ const IXMLDOMNode* GetConst(xmldom::ConstNodeArgument node) { return node.Get();
 TEST(NodeArgument, takes_pointers_of_every_kind) {
   Document document = Load("<a/>");
   IXMLDOMNode* const root = Root(document);
-  const XMLPtr<IXMLDOMNode> owner = Share(root);
+  const XMLPtr<IXMLDOMNode> owner = xmldom::Share(root);
   EXPECT_EQ(root, Get(root));
   EXPECT_EQ(root, Get(owner));
   EXPECT_EQ(document.Get(), Get(document.Get()));
-  EXPECT_EQ(document.Get(), Get(Share(document.Get())));
+  EXPECT_EQ(document.Get(), Get(xmldom::Share(document.Get())));
   EXPECT_EQ(root, GetConst(static_cast<const IXMLDOMNode*>(root)));
   EXPECT_EQ(root, GetConst(root));
   EXPECT_EQ(root, GetConst(owner));
-  EXPECT_EQ(document.Get(), GetConst(Share(document.Get())));
+  EXPECT_EQ(document.Get(), GetConst(xmldom::Share(document.Get())));
 }
 
 TEST(NodeArgument, null_is_no_node) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr_names.h>
 
 #include <stdexcept>
 #include <string>

@@ -11,7 +11,7 @@
 template <class T>
 class Ref {
  public:
-  explicit Ref(T* p = nullptr) : m_owner(Adopt(p)) {}
+  explicit Ref(T* p = nullptr) : m_owner(xmldom::Adopt(p)) {}
   Ref(Ref&&) = default;
   Ref& operator=(Ref&&) = delete;
 

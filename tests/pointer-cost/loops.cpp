@@ -59,7 +59,7 @@ COUNTED CountChildrenByHand(IXMLDOMNode* node) {
 
 COUNTED CountChildrenByPointer(IXMLDOMNode* node) {
   long sum = 0;
-  for (XMLPtr<IXMLDOMNode> child : Children(node)) Visit(child.Get(), sum);
+  for (XMLPtr<IXMLDOMNode> child : xmldom::Children(node)) Visit(child.Get(), sum);
   return sum;
 }
 
@@ -80,7 +80,7 @@ COUNTED CountListByHand(IXMLDOMNode* node) {
 
 COUNTED CountListByPointer(IXMLDOMNode* node) {
   long sum = 0;
-  const XMLNodes rows = Selected(node, "row");
+  const XMLNodes rows = xmldom::Selected(node, "row");
   for (int walk = 0; walk < kWalks; ++walk) {
     for (XMLPtr<IXMLDOMNode> row : rows) Visit(row.Get(), sum);
   }
@@ -98,7 +98,7 @@ COUNTED CountAttributesByHand(IXMLDOMNode* node) {
 COUNTED CountAttributesByPointer(IXMLDOMNode* node) {
   long sum = 0;
   for (IXMLDOMNode* row = node->m_pFirstChild; row != nullptr; row = row->m_pNextSibling) {
-    for (XMLPtr<IXMLDOMNode> attribute : Attributes(row)) Visit(attribute.Get(), sum);
+    for (XMLPtr<IXMLDOMNode> attribute : xmldom::Attributes(row)) Visit(attribute.Get(), sum);
   }
   return sum;
 }
@@ -171,7 +171,7 @@ COUNTED CountKeptByPointer(IXMLDOMNode* node) {
   std::vector<XMLPtr<IXMLDOMNode>> kept;
   kept.reserve(kRows);
   for (IXMLDOMNode* row = node->m_pFirstChild; row != nullptr; row = row->m_pNextSibling) {
-    kept.push_back(Share(row));
+    kept.push_back(xmldom::Share(row));
   }
   long sum = 0;
   for (const XMLPtr<IXMLDOMNode>& row : kept) Visit(row.Get(), sum);

@@ -18,10 +18,10 @@ typedef XMLPtr<IXMLDOMNode> NodePtr;
 typedef XMLPtr<IXMLDOMDocument2> DocumentPtr;
 
 NodePtr NewNode(const char* name) {
-  return Adopt(new IXMLDOMNode(nullptr, name, nullptr, NODE_ELEMENT));
+  return xmldom::Adopt(new IXMLDOMNode(nullptr, name, nullptr, NODE_ELEMENT));
 }
 
-DocumentPtr LoadPtr(const char* xml) { return Adopt(Load(xml).Detach()); }
+DocumentPtr LoadPtr(const char* xml) { return xmldom::Adopt(Load(xml).Detach()); }
 
 // ---- Adopting and sharing
 
@@ -29,7 +29,7 @@ TEST(XMLPtr, Adopt_takes_the_reference_over) {
   IXMLDOMNode* plain = new IXMLDOMNode(nullptr, "a", nullptr, NODE_ELEMENT);
   const int nodes = IXMLDOMNode::m_iObjCount;
   {
-    const NodePtr node = Adopt(plain);
+    const NodePtr node = xmldom::Adopt(plain);
     EXPECT_EQ(plain, node.Get());
     EXPECT_EQ(1, node->GetRefCount());
   }
@@ -39,7 +39,7 @@ TEST(XMLPtr, Adopt_takes_the_reference_over) {
 TEST(XMLPtr, Share_adds_a_reference) {
   Document document = Load("<a/>");
   {
-    const NodePtr root = Share(Root(document));
+    const NodePtr root = xmldom::Share(Root(document));
     EXPECT_EQ(2, root->GetRefCount());
   }
   EXPECT_EQ(1, Root(document)->GetRefCount());
@@ -48,8 +48,8 @@ TEST(XMLPtr, Share_adds_a_reference) {
 TEST(XMLPtr, nothing_is_held_of_a_null_pointer) {
   EXPECT_FALSE(NodePtr());
   EXPECT_FALSE(NodePtr(nullptr));
-  EXPECT_FALSE(Adopt(NoNode()));
-  EXPECT_FALSE(Share(NoNode()));
+  EXPECT_FALSE(xmldom::Adopt(NoNode()));
+  EXPECT_FALSE(xmldom::Share(NoNode()));
   const NodePtr none;
   EXPECT_EQ(nullptr, none.Get());
   EXPECT_FALSE(NodePtr(none));
@@ -59,7 +59,7 @@ TEST(XMLPtr, a_shared_node_outlives_its_tree) {
   NodePtr child;
   {
     const DocumentPtr document = LoadPtr("<a><b>text</b></a>");
-    child = Share(document->m_pFirstChild->m_pFirstChild);
+    child = xmldom::Share(document->m_pFirstChild->m_pFirstChild);
   }
   EXPECT_EQ(1, child->GetRefCount());
   EXPECT_EQ(nullptr, child->m_pOwnerDocument);
@@ -73,7 +73,7 @@ TEST(XMLPtr, holds_every_kind_of_object) {
   XMLPtr<IXMLDOMParseError> error;
   EXPECT_EQ(S_OK, document->get_parseError(error.Out()));
   EXPECT_NE(0, error->m_lErrorCode);
-  XMLPtr<IXMLDOMNodeList> list = Adopt(document->SelectNodes("a"));
+  XMLPtr<IXMLDOMNodeList> list = xmldom::Adopt(document->SelectNodes("a"));
   EXPECT_EQ(1, list->m_nCount);
   XMLPtr<IXMLDOMNamedNodeMap> map;
   EXPECT_EQ(S_OK, document->m_pFirstChild->get_attributes(map.Out()));
@@ -129,14 +129,14 @@ TEST(XMLPtr, assigning_to_itself_changes_nothing) {
   node = std::move(same);
   ASSERT_TRUE(node);
   EXPECT_EQ(1, node->GetRefCount());
-  node = Share(node.Get());
+  node = xmldom::Share(node.Get());
   EXPECT_EQ(1, node->GetRefCount());
 }
 
 TEST(XMLPtr, assigning_what_only_the_old_object_kept_alive_is_safe) {
   NodePtr node = NewNode("a");
-  Adopt(node->AddChild("b", "text"));
-  node = Share(node->m_pFirstChild);
+  xmldom::Adopt(node->AddChild("b", "text"));
+  node = xmldom::Share(node->m_pFirstChild);
   EXPECT_STREQ("b", node->m_pszNodeName);
   EXPECT_EQ(1, node->GetRefCount());
 }
@@ -223,7 +223,7 @@ TEST(XMLPtr, a_node_that_was_refused_stays_with_its_pointer) {
 TEST(XMLPtr, a_node_moves_between_trees_beside_its_pointer) {
   const DocumentPtr from = LoadPtr("<a><b/></a>");
   const DocumentPtr to = LoadPtr("<c/>");
-  const NodePtr node = Share(from->m_pFirstChild->m_pFirstChild);
+  const NodePtr node = xmldom::Share(from->m_pFirstChild->m_pFirstChild);
   EXPECT_EQ(S_OK, to->m_pFirstChild->appendChild(node.Get(), nullptr));
   EXPECT_EQ(2, node->GetRefCount());
   EXPECT_EQ(to.Get(), node->m_pOwnerDocument);
@@ -271,7 +271,7 @@ TEST(XMLPtr, Out_takes_the_reference_of_a_node_that_is_taken_out) {
 TEST(XMLPtr, Out_is_null_when_the_member_stores_nothing) {
   const DocumentPtr document = LoadPtr("<a><b/></a>");
   IXMLDOMNode* const root = document->m_pFirstChild;
-  NodePtr removed = Share(root);
+  NodePtr removed = xmldom::Share(root);
   EXPECT_EQ(E_ARGUMENT, root->removeChild(document.Get(), removed.Out()));
   EXPECT_FALSE(removed);
   EXPECT_EQ(1, root->GetRefCount());
@@ -282,7 +282,7 @@ TEST(XMLPtr, Out_is_null_when_the_member_stores_nothing) {
 TEST(XMLPtr, equal_are_pointers_to_the_same_object) {
   const DocumentPtr document = LoadPtr("<a/>");
   const NodePtr node = document;
-  const NodePtr other = Share(document->m_pFirstChild);
+  const NodePtr other = xmldom::Share(document->m_pFirstChild);
   IXMLDOMNode* const plain = document.Get();
   const IXMLDOMNode* const constant = plain;
   EXPECT_TRUE(node == document && document == node);
@@ -317,7 +317,7 @@ TEST(XMLPtr, an_exception_releases_what_is_held) {
   const DocumentPtr document = LoadPtr("<a><b/></a>");
   EXPECT_THROW(
       {
-        const NodePtr root = Share(document->m_pFirstChild);
+        const NodePtr root = xmldom::Share(document->m_pFirstChild);
         const NodePtr copy = root;
         EXPECT_EQ(3, root->GetRefCount());
         throw std::runtime_error("in between");

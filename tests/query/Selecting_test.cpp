@@ -55,7 +55,7 @@ TEST(Selecting, An_empty_path_selects_the_node_itself) {
 TEST(Selecting, Select_is_a_range_over_all_nodes) {
   Document document = Load("<a><b/><c/><b/></a>");
   EXPECT_EQ("b b ", Names(Select(document, "//b")));
-  EXPECT_EQ("b b ", Names(Select(Share(Root(document)), "b")));
+  EXPECT_EQ("b b ", Names(Select(xmldom::Share(Root(document)), "b")));
   EXPECT_EQ("", Names(Select(document, "//d")));
   EXPECT_EQ("", Names(Select(nullptr, "//b")));
 }

@@ -136,8 +136,9 @@ void PreferNewChildBefore(const Forest& forest, EditingCall* call) {
 /// library look at chains anew, and RecurseSetDocument for a node with a parent at the owners of
 /// all siblings.
 void NoteChangesByHand() {
-  const XMLPtr<IXMLDOMNode> parent = Adopt(new IXMLDOMNode(nullptr, "p", nullptr, NODE_ELEMENT));
-  Adopt(parent->AddChild("c", nullptr))->RecurseSetDocument(nullptr);
+  const XMLPtr<IXMLDOMNode> parent =
+      xmldom::Adopt(new IXMLDOMNode(nullptr, "p", nullptr, NODE_ELEMENT));
+  xmldom::Adopt(parent->AddChild("c", nullptr))->RecurseSetDocument(nullptr);
 }
 
 std::string EditRandomly(Random random, Observer& observer) {

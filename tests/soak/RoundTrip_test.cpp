@@ -57,7 +57,7 @@ std::string Describe(const std::string& what, const std::string& text, const std
 /// stands beside the text. Result: what is wrong; empty when nothing is.
 std::string Store(IXMLDOMNode* parent, const std::string& text, Random& random,
                   std::vector<Stored>& stored) {
-  const XMLPtr<IXMLDOMNode> element = Adopt(parent->AddChild("e", nullptr));
+  const XMLPtr<IXMLDOMNode> element = xmldom::Adopt(parent->AddChild("e", nullptr));
   const bool isBeside = random.OneIn(3);
   if (isBeside) element->AddChild("b", nullptr)->RealRelease();
   if (random.OneIn(2) && !isBeside) element->AddTextChild("old");

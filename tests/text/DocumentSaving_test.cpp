@@ -19,7 +19,7 @@ TEST(DocumentSaving, A_document_is_saved_as_it_is_written) {
   Document document = Load("<a b='1'><c>x</c></a>");
   EXPECT_FALSE(Save(document, folder.Path("a.xml")));
   EXPECT_EQ("<a b='1'>\n  <c>x</c>\n</a>\n", folder.Read("a.xml"));
-  EXPECT_FALSE(Save(Share(At(document, {0, 0})), folder.Path("a.xml").c_str()));
+  EXPECT_FALSE(Save(xmldom::Share(At(document, {0, 0})), folder.Path("a.xml").c_str()));
   EXPECT_EQ("<c>x</c>\n", folder.Read("a.xml"));
   EXPECT_EQ("a.xml ", folder.Names());
 }

@@ -22,7 +22,7 @@ class NodeTexts : public testing::Test {
 TEST_F(NodeTexts, Text_is_the_decoded_text_of_a_node) {
   Document document = Load("<a b='x &lt; y'>1 &amp; 2<c>3</c></a>");
   EXPECT_EQ("1 & 2 3", xmldom::Text(document.Get()));
-  EXPECT_EQ("1 & 2 3", xmldom::Text(Share(Root(document))));
+  EXPECT_EQ("1 & 2 3", xmldom::Text(xmldom::Share(Root(document))));
   EXPECT_EQ("3", xmldom::Text(At(document, {0, 1})));
   EXPECT_EQ("1 & 2", xmldom::Text(At(document, {0, 0})));
   EXPECT_EQ("x < y", xmldom::Text(Root(document)->m_pFirstAttribute));

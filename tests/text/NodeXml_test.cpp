@@ -16,7 +16,7 @@ TEST(NodeXml, Xml_is_what_GetXML_writes) {
                           "<a><!-- x='\t' --><![CDATA[ <b c='\t'> ]]><?p '\t'?></a>"}) {
     Document document = Load(xml);
     EXPECT_EQ(XmlOf(document), Xml(document.Get()));
-    EXPECT_EQ(XmlOf(Root(document)), Xml(Share(Root(document))));
+    EXPECT_EQ(XmlOf(Root(document)), Xml(xmldom::Share(Root(document))));
   }
 }
 

@@ -109,7 +109,7 @@ TEST(TextStoring, SetAttribute_replaces_and_adds_and_leaves_no_reference) {
   Document document = Load("<a b='old' c='2'/>");
   CXML::SetXMLError(4);
   for (const char* value : {"1", "<3>", "2"}) {
-    EXPECT_TRUE(SetAttribute(Share(Root(document)), "b", value));
+    EXPECT_TRUE(SetAttribute(xmldom::Share(Root(document)), "b", value));
     EXPECT_EQ(1, Root(document)->m_pFirstAttribute->GetRefCount());
   }
   EXPECT_EQ(4, CXML::GetXMLError());

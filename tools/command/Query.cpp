@@ -34,12 +34,12 @@ void Query::Check() const { CheckPath(m_path, m_first); }
 std::size_t Query::Search(IXMLDOMDocument2* document,
                           const std::function<void(IXMLDOMNode*)>& visit) const {
   if (m_first) {
-    const XMLPtr<IXMLDOMNode> node = Adopt(document->SelectSingleNode(m_path.c_str()));
+    const XMLPtr<IXMLDOMNode> node = xmldom::Adopt(document->SelectSingleNode(m_path.c_str()));
     if (node == nullptr) return 0;
     visit(node.Get());
     return 1;
   }
-  const XMLNodes nodes = Selected(document, m_path.c_str());
+  const XMLNodes nodes = xmldom::Selected(document, m_path.c_str());
   for (XMLPtr<IXMLDOMNode> node : nodes) visit(node.Get());
   return static_cast<std::size_t>(nodes.Count());
 }

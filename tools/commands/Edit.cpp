@@ -156,8 +156,8 @@ void CheckEdit(const Edit& edit, bool isCareful) {
 bool ApplyEdit(const Edit& edit, EditedDocument& edited) {
   IXMLDOMDocument2& document = *edited.document;
   const std::string& path = edit.operands.front();
-  const XMLPtr<IXMLDOMNode> target =
-      Adopt(path == kRootPath ? document.GetfirstChild() : document.SelectSingleNode(path.c_str()));
+  const XMLPtr<IXMLDOMNode> target = xmldom::Adopt(
+      path == kRootPath ? document.GetfirstChild() : document.SelectSingleNode(path.c_str()));
   if (target == nullptr) return false;
   edit.kind->apply(edit, target.Get(), edited);
   return true;

@@ -7,9 +7,9 @@
 
 #include <utility>
 
-// Ranges for loops such as `for (XMLPtr<IXMLDOMNode> child : Children(node))`. A loop may be left
-// at any point, by an exception too, and releases then what it holds. A null node, plain or XMLPtr,
-// makes an empty range.
+// Ranges for loops such as `for (XMLPtr<IXMLDOMNode> child : xmldom::Children(node))`. A loop may
+// be left at any point, by an exception too, and releases then what it holds. A null node, plain or
+// XMLPtr, makes an empty range.
 
 /// The children or the attributes of a node, which are visited as they are linked at that time.
 /// Children() and Attributes() make such a range. It can be walked once.
@@ -34,7 +34,7 @@ class XMLNodeChain {
     /// Hands the node out, and goes on to the next. Operator ++ therefore does nothing.
     XMLPtr<IXMLDOMNode> operator*() noexcept {
       XMLPtr<IXMLDOMNode> node(std::move(m_next));
-      m_next = Share(node->m_pNextSibling);
+      m_next = xmldom::Share(node->m_pNextSibling);
       return node;
     }
     Iterator& operator++() noexcept { return *this; }
@@ -45,7 +45,7 @@ class XMLNodeChain {
   };
 
   /// Adds a reference to the first node, so that the range may outlive the parent of that node.
-  explicit XMLNodeChain(IXMLDOMNode* first) noexcept : m_first(Share(first)) {}
+  explicit XMLNodeChain(IXMLDOMNode* first) noexcept : m_first(xmldom::Share(first)) {}
 
   /// Moves the reference to the first node from the range to the iterator.
   Iterator begin() noexcept { return Iterator(std::move(m_first)); }
@@ -55,24 +55,6 @@ class XMLNodeChain {
  private:
   XMLPtr<IXMLDOMNode> m_first;
 };
-
-/// The children of a node, in document order, texts included.
-inline XMLNodeChain Children(const IXMLDOMNode* node) noexcept {
-  return XMLNodeChain(node == nullptr ? nullptr : node->m_pFirstChild);
-}
-template <class T>
-XMLNodeChain Children(const XMLPtr<T>& node) noexcept {
-  return Children(node.Get());
-}
-
-/// The attributes of a node, in document order.
-inline XMLNodeChain Attributes(const IXMLDOMNode* node) noexcept {
-  return XMLNodeChain(node == nullptr ? nullptr : node->m_pFirstAttribute);
-}
-template <class T>
-XMLNodeChain Attributes(const XMLPtr<T>& node) noexcept {
-  return Attributes(node.Get());
-}
 
 /// The nodes of a list. Listed() and Selected() make such a range. It can be walked any number of
 /// times, and does not move the cursor of the list.
@@ -90,7 +72,7 @@ class XMLNodes {
     explicit Iterator(const IXMLDOMNodeListElt* link) noexcept : m_link(link) {}
 
     /// The node of the link, with a reference added.
-    XMLPtr<IXMLDOMNode> operator*() const noexcept { return Share(m_link->m_pNode); }
+    XMLPtr<IXMLDOMNode> operator*() const noexcept { return xmldom::Share(m_link->m_pNode); }
     Iterator& operator++() noexcept {
       m_link = m_link->m_pNext;
       return *this;
@@ -117,11 +99,31 @@ class XMLNodes {
   XMLPtr<IXMLDOMNodeList> m_list;
 };
 
+namespace xmldom {
+
+/// The children of a node, in document order, texts included.
+inline XMLNodeChain Children(const IXMLDOMNode* node) noexcept {
+  return XMLNodeChain(node == nullptr ? nullptr : node->m_pFirstChild);
+}
+template <class T>
+XMLNodeChain Children(const XMLPtr<T>& node) noexcept {
+  return xmldom::Children(node.Get());
+}
+
+/// The attributes of a node, in document order.
+inline XMLNodeChain Attributes(const IXMLDOMNode* node) noexcept {
+  return XMLNodeChain(node == nullptr ? nullptr : node->m_pFirstAttribute);
+}
+template <class T>
+XMLNodeChain Attributes(const XMLPtr<T>& node) noexcept {
+  return xmldom::Attributes(node.Get());
+}
+
 /// The nodes of a list or of a map, such as those that get_childNodes and get_attributes make.
 /// Result: Failed() for a null list. Ownership: takes a reference of its own, or that of an XMLPtr
 /// that is moved in.
 inline XMLNodes Listed(XMLPtr<IXMLDOMNodeList> list) noexcept { return XMLNodes(std::move(list)); }
-inline XMLNodes Listed(IXMLDOMNodeList* list) noexcept { return XMLNodes(Share(list)); }
+inline XMLNodes Listed(IXMLDOMNodeList* list) noexcept { return XMLNodes(xmldom::Share(list)); }
 
 /// The nodes that SelectNodes(path) selects from a node at the time of the call.
 /// Result: an empty range when nothing matches. Failed() when nothing was searched: for a null
@@ -133,11 +135,13 @@ inline XMLNodes Selected(IXMLDOMNode* node, const char* path) {
   if (node == nullptr || (isAbsolute && node->m_pOwnerDocument == nullptr)) {
     return XMLNodes(nullptr);
   }
-  return XMLNodes(Adopt(node->SelectNodes(path)));
+  return XMLNodes(xmldom::Adopt(node->SelectNodes(path)));
 }
 template <class T>
 XMLNodes Selected(const XMLPtr<T>& node, const char* path) {
-  return Selected(node.Get(), path);
+  return xmldom::Selected(node.Get(), path);
 }
+
+}  // namespace xmldom
 
 #endif

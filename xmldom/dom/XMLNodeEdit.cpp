@@ -159,7 +159,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
   if (node == nullptr) return E_ARGUMENT;
   if (node != oldChild) {
     // Released when the previous sibling of `oldChild` cannot be found, which throws.
-    XMLPtr<IXMLDOMNode> followers = Adopt(Detach(node));
+    XMLPtr<IXMLDOMNode> followers = xmldom::Adopt(Detach(node));
     IXMLDOMNode** link = &m_pFirstChild;
     if (m_pFirstChild != oldChild) {
       link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;

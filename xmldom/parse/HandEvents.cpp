@@ -26,7 +26,8 @@ XMLDOM_COLD void CXMLSax::StartElementByHand(const char* name, const char** attr
   m_bFirstElement = false;
   if (parent == nullptr) parent = m_pDocument;
 
-  XMLPtr<IXMLDOMNode> element = Adopt(new IXMLDOMNode(m_pDocument, name, nullptr, NODE_ELEMENT));
+  XMLPtr<IXMLDOMNode> element =
+      xmldom::Adopt(new IXMLDOMNode(m_pDocument, name, nullptr, NODE_ELEMENT));
   for (; attributes != nullptr && attributes[0] != nullptr; attributes += 2) {
     CMemFile value(64);
     value.WriteStrEntities(attributes[1]);
@@ -46,7 +47,7 @@ XMLDOM_COLD void CXMLSax::AppendTextByHand(const char* text, int length) {
     return;
   }
   XMLPtr<IXMLDOMNode> created =
-      Adopt(new IXMLDOMNode(m_pDocument, xmldom::kTextName, nullptr, NODE_TEXT));
+      xmldom::Adopt(new IXMLDOMNode(m_pDocument, xmldom::kTextName, nullptr, NODE_TEXT));
   created->AppendValue(text, length);
   parent->AddChild(created.Detach());
 }

@@ -7,6 +7,16 @@
 #include <functional>
 #include <type_traits>
 
+template <class T>
+class XMLPtr;
+
+namespace xmldom {
+
+template <class T>
+XMLPtr<T> Adopt(T* p) noexcept;
+
+}  // namespace xmldom
+
 /// Gives an object back by dropping one reference.
 struct XMLReleaser {
   /// Drops one reference to `p`; null is left alone.
@@ -21,9 +31,11 @@ struct XMLReleaser {
 ///
 /// Two functions make an XMLPtr of a plain pointer, and their names say what becomes of the
 /// reference:
-/// * Adopt(p) takes over a reference that the caller has already, because a member handed it out or
-///   `new` made the object.
-/// * Share(p) adds a reference, for a pointer that is only borrowed, such as a field of a node.
+/// * xmldom::Adopt(p) takes over a reference that the caller has already, because a member handed
+///   it out or `new` made the object.
+/// * xmldom::Share(p) adds a reference, for a pointer that is only borrowed, such as a field of a
+///   node.
+///
 /// Out() is for members that hand out through an out-pointer. Some members leave references behind
 /// that nobody drops (see "Deliberate" in their comments); an XMLPtr does not drop these either.
 ///
@@ -64,7 +76,7 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
   typedef XMLOwner<T, XMLReleaser> Owner;
 
   template <class U>
-  friend XMLPtr<U> Adopt(U* p) noexcept;
+  friend XMLPtr<U> xmldom::Adopt(U* p) noexcept;
 
   explicit XMLPtr(T* p) noexcept : Owner(p) {}
 
@@ -74,20 +86,24 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
   }
 };
 
+namespace xmldom {
+
 /// Takes over a reference that the caller has; null gives an XMLPtr that owns nothing.
-/// `XMLPtr<IXMLDOMNode> port = Adopt(document->SelectSingleNode("//port"));`
+/// `XMLPtr<IXMLDOMNode> port = xmldom::Adopt(document->SelectSingleNode("//port"));`
 template <class T>
 XMLPtr<T> Adopt(T* p) noexcept {
   return XMLPtr<T>(p);
 }
 
 /// Adds a reference to an object that is only borrowed; null gives an XMLPtr that owns nothing.
-/// `XMLPtr<IXMLDOMNode> parent = Share(port->m_pParent);`
+/// `XMLPtr<IXMLDOMNode> parent = xmldom::Share(port->m_pParent);`
 template <class T>
 XMLPtr<T> Share(T* p) noexcept {
   if (p != nullptr) p->AddRef();
-  return Adopt(p);
+  return xmldom::Adopt(p);
 }
+
+}  // namespace xmldom
 
 /// Whether both point to the same object, or neither to any. Plain pointers can be compared too.
 template <class T, class U>

@@ -19,14 +19,14 @@ namespace xmldom {
 /// path counts as empty, and selects `node`.
 XMLDOM_NODISCARD inline XMLPtr<IXMLDOMNode> SelectOne(NodeArgument node, const char* path) {
   if (!node) return nullptr;
-  return Adopt(node->SelectSingleNode(path == nullptr ? "" : path));
+  return xmldom::Adopt(node->SelectSingleNode(path == nullptr ? "" : path));
 }
 
 /// Selects all nodes: `for (XMLPtr<IXMLDOMNode> port : xmldom::Select(document, "//port"))`.
 /// Result: a range over the nodes of IXMLDOMNode::SelectNodes. It holds a reference to each of
 /// them, so that the loop may change the tree as it likes.
 XMLDOM_NODISCARD inline XMLNodes Select(NodeArgument node, const char* path) {
-  return Selected(node.Get(), path);
+  return xmldom::Selected(node.Get(), path);
 }
 
 }  // namespace xmldom

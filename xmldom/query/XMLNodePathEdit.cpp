@@ -123,7 +123,7 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
   const EditTexts& texts = l_replaceTexts;
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   Fragment fragment;
-  const XMLPtr<IXMLDOMNode> target = Adopt(ResolveTarget(this, pcszXPath));
+  const XMLPtr<IXMLDOMNode> target = xmldom::Adopt(ResolveTarget(this, pcszXPath));
   if (!target) {
     CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityError,
                            "IXMLDOMNode::ReplaceChildAtXPath - can't resolve xpath %s", pcszXPath);
@@ -153,7 +153,7 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
   const EditTexts& texts = l_appendTexts;
   if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
   Fragment fragment;
-  XMLPtr<IXMLDOMNode> target = Adopt(ResolveTarget(this, pcszXPath));
+  XMLPtr<IXMLDOMNode> target = xmldom::Adopt(ResolveTarget(this, pcszXPath));
   if (!target) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::AppendChildAtXPath - can't resolve xpath %s", Getxml(),
@@ -184,7 +184,7 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
     return 0;
   }
   Fragment fragment;
-  XMLPtr<IXMLDOMNode> target = Adopt(SelectSingleNode(pcszXPath));
+  XMLPtr<IXMLDOMNode> target = xmldom::Adopt(SelectSingleNode(pcszXPath));
   if (!target) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::InsertBeforeXPath - can't resolve xpath %s", Getxml(),
@@ -206,7 +206,7 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
 
 int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogException*) {
   if (!IsGiven(pcszXPath, "IXMLDOMNode::RemoveChildAtXPath called with NULL pcszXPath")) return 0;
-  XMLPtr<IXMLDOMNode> target = Adopt(ResolveTarget(this, pcszXPath));
+  XMLPtr<IXMLDOMNode> target = xmldom::Adopt(ResolveTarget(this, pcszXPath));
   if (!target) {
     CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
                             "IXMLDOMNode::RemoveChildAtXPath - can't resolve xpath %s", Getxml(),

@@ -36,7 +36,7 @@ enum class Prolog {
 XMLDOM_NODISCARD inline std::error_code Save(ConstNodeArgument node, TextArgument path,
                                              Prolog prolog = Prolog::kNone) {
   const std::string name(path.Data(), path.Size());
-  std::string text = Xml(node);
+  std::string text = xmldom::Xml(node);
   if (text.empty() || name.find('\0') != std::string::npos) {
     return std::make_error_code(std::errc::invalid_argument);
   }

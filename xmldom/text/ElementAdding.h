@@ -36,8 +36,8 @@ XMLDOM_NODISCARD inline XMLPtr<IXMLDOMNode> AddElement(NodeArgument node, const 
   if (!node || !IsXmlName(name)) return nullptr;
   const bool isEmptyDocument = node->m_eNodeType == NODE_DOCUMENT && node->m_pFirstChild == nullptr;
   if (node->m_eNodeType != NODE_ELEMENT && !isEmptyDocument) return nullptr;
-  XMLPtr<IXMLDOMNode> element = Adopt(node->AddChild(name, nullptr));
-  PrepareTextsForElements(node.Get());
+  XMLPtr<IXMLDOMNode> element = xmldom::Adopt(node->AddChild(name, nullptr));
+  xmldom::PrepareTextsForElements(node.Get());
   return element;
 }
 

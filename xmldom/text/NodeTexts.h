@@ -45,16 +45,16 @@ inline IXMLDOMNode* FindAttribute(ConstNodeArgument node, const char* name) noex
 
 /// Whether a node has an attribute of that name. Cost: linear in the attributes.
 inline bool HasAttribute(ConstNodeArgument node, const char* name) noexcept {
-  return FindAttribute(node, name) != nullptr;
+  return xmldom::FindAttribute(node, name) != nullptr;
 }
 
 /// Result: the decoded value of an attribute; `otherwise` when there is none of that name, for
 /// which HasAttribute asks. Cost: linear in the attributes and in the value.
 inline std::string Attribute(ConstNodeArgument node, const char* name,
                              TextArgument otherwise = "") {
-  const IXMLDOMNode* attribute = FindAttribute(node, name);
+  const IXMLDOMNode* attribute = xmldom::FindAttribute(node, name);
   if (attribute == nullptr) return std::string(otherwise.Data(), otherwise.Size());
-  return Text(attribute);
+  return xmldom::Text(attribute);
 }
 
 }  // namespace xmldom

@@ -47,7 +47,7 @@ struct StoreResult {
 /// be on the C heap, and is exchanged, so that nothing changes when there is no memory for it.
 inline void ReplaceValue(IXMLDOMNode* attribute, const char* escaped) {
   const XMLPtr<IXMLDOMNode> other =
-      Adopt(new IXMLDOMNode(nullptr, nullptr, escaped, NODE_ATTRIBUTE));
+      xmldom::Adopt(new IXMLDOMNode(nullptr, nullptr, escaped, NODE_ATTRIBUTE));
   std::swap(attribute->m_pszValue, other->m_pszValue);
 }
 
@@ -80,7 +80,7 @@ inline void RemoveOtherTexts(IXMLDOMNode* element, const IXMLDOMNode* kept) {
 inline void AddFirstText(IXMLDOMNode* element, const char* escaped) {
   IXMLDOMNode* const first = element->m_pFirstChild;
   XMLPtr<IXMLDOMNode> text =
-      Adopt(new IXMLDOMNode(element->m_pOwnerDocument, "#Text", escaped, NODE_TEXT));
+      xmldom::Adopt(new IXMLDOMNode(element->m_pOwnerDocument, "#Text", escaped, NODE_TEXT));
   // A first child that names another parent is refused as a place.
   if (first == nullptr || element->insertBefore(text.Get(), first, nullptr) != S_OK) {
     element->AddChild(text.Get());
@@ -91,7 +91,7 @@ inline void AddFirstText(IXMLDOMNode* element, const char* escaped) {
 /// Makes `text` the only text of an element; an empty one leaves it without texts.
 inline StoreResult SetElementText(IXMLDOMNode* element, TextArgument text) {
   bool hasOthers = false;
-  IXMLDOMNode* present = FindTextChild(element, hasOthers);
+  IXMLDOMNode* present = xmldom::FindTextChild(element, hasOthers);
   const EscapedText escaped =
       EscapeText(text, hasOthers ? TextPlace::kBesideElements : TextPlace::kAlone);
   if (!escaped) return StoreResult{StoreResult::kForbidden, escaped.refusedAt};
@@ -100,10 +100,10 @@ inline StoreResult SetElementText(IXMLDOMNode* element, TextArgument text) {
   } else if (present != nullptr) {
     present->SetValue(escaped.text.c_str());
   } else {
-    AddFirstText(element, escaped.text.c_str());
+    xmldom::AddFirstText(element, escaped.text.c_str());
     return StoreResult{StoreResult::kNone, 0};
   }
-  RemoveOtherTexts(element, present);
+  xmldom::RemoveOtherTexts(element, present);
   return StoreResult{StoreResult::kNone, 0};
 }
 
@@ -123,7 +123,7 @@ inline StoreResult SetTextOfText(IXMLDOMNode* node, TextArgument text) {
 inline StoreResult SetAttributeText(IXMLDOMNode* attribute, TextArgument text) {
   const EscapedText escaped = EscapeAttribute(text);
   if (!escaped) return StoreResult{StoreResult::kForbidden, escaped.refusedAt};
-  ReplaceValue(attribute, escaped.text.c_str());
+  xmldom::ReplaceValue(attribute, escaped.text.c_str());
   return StoreResult{StoreResult::kNone, 0};
 }
 
@@ -141,11 +141,11 @@ XMLDOM_NODISCARD inline StoreResult SetText(NodeArgument node, TextArgument text
   if (!node) return StoreResult{StoreResult::kNoNode, 0};
   switch (node->m_eNodeType) {
     case NODE_ELEMENT:
-      return SetElementText(node.Get(), text);
+      return xmldom::SetElementText(node.Get(), text);
     case NODE_TEXT:
-      return SetTextOfText(node.Get(), text);
+      return xmldom::SetTextOfText(node.Get(), text);
     case NODE_ATTRIBUTE:
-      return SetAttributeText(node.Get(), text);
+      return xmldom::SetAttributeText(node.Get(), text);
     default:
       return StoreResult{StoreResult::kWrongType, 0};
   }
@@ -161,8 +161,8 @@ XMLDOM_NODISCARD inline StoreResult SetAttribute(NodeArgument node, const char* 
                                                  TextArgument text) {
   if (!node) return StoreResult{StoreResult::kNoNode, 0};
   if (node->m_eNodeType != NODE_ELEMENT) return StoreResult{StoreResult::kWrongType, 0};
-  IXMLDOMNode* const attribute = FindAttribute(node.Get(), name);
-  if (attribute != nullptr) return SetAttributeText(attribute, text);
+  IXMLDOMNode* const attribute = xmldom::FindAttribute(node.Get(), name);
+  if (attribute != nullptr) return xmldom::SetAttributeText(attribute, text);
   if (!IsXmlName(name)) return StoreResult{StoreResult::kNoName, 0};
   const EscapedText escaped = EscapeAttribute(text);
   if (!escaped) return StoreResult{StoreResult::kForbidden, escaped.refusedAt};

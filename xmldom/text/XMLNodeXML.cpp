@@ -59,7 +59,7 @@ _bstr_t IXMLDOMNode::GetFilteredXML(const char* pszXPath, int nFirst, int nCount
                                     int nNumPages, const char* pszPadTemplate) {
   CMemFile xml(kXmlBufferSize);
   const XMLPtr<IXMLDOMNode> paged =
-      Adopt(pszXPath == nullptr ? nullptr : SelectSingleNode(pszXPath));
+      xmldom::Adopt(pszXPath == nullptr ? nullptr : SelectSingleNode(pszXPath));
   if (pszXPath != nullptr && !paged) {
     // Deliberate: this text is not freed, so that a sink may keep it.
     BSTR whole = GetXML();

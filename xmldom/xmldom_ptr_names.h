@@ -1,0 +1,17 @@
+#ifndef XMLDOM_XMLDOM_PTR_NAMES_H
+#define XMLDOM_XMLDOM_PTR_NAMES_H
+
+/// The functions of <xmldom/xmldom_ptr.h> under their short names, for sources that have no other
+/// use for these: `Children(node)` is xmldom::Children(node). Do not include this in a header,
+/// because whoever includes that would get the names too.
+
+#include <xmldom/xmldom_ptr.h>
+
+using xmldom::Adopt;
+using xmldom::Attributes;
+using xmldom::Children;
+using xmldom::Listed;
+using xmldom::Selected;
+using xmldom::Share;
+
+#endif
