@@ -29,8 +29,6 @@ class XMLDOM_API CMemFile {
   void WriteFV(const char* format, va_list arguments) XMLDOM_PRINTF(2, 0);
 
   /// Appends `text` with & < > " and ' replaced by their predefined entities; null appends nothing.
-  /// Line ends, tabs and what XML cannot hold stay as they are: xmldom::EscapeText and
-  /// xmldom::EscapeAttribute also see to these.
   void WriteStrEntities(const char* text);
 
   /// Copies up to `size` bytes, from the position on, into `data`, and moves the position behind
