@@ -11,16 +11,12 @@
 
 namespace {
 
-const std::size_t kMostBytes = 4096;  // of a request; a longer one counts as empty
+const int kMostBytes = 4096;  // of a request; a longer one counts as empty
 
 std::string ReadRequest(int socket) {
-  std::string request;
-  char part[512];
-  ssize_t size = 0;
-  while (request.size() <= kMostBytes && (size = read(socket, part, sizeof part)) > 0) {
-    request.append(part, static_cast<std::size_t>(size));
-  }
-  return request.size() > kMostBytes ? "" : request;
+  std::string request(kMostBytes + 1, ' ');
+  const ssize_t size = recv(socket, &request[0], request.size(), MSG_WAITALL);
+  return request.substr(0, size < 0 || size > kMostBytes ? 0 : static_cast<std::size_t>(size));
 }
 
 std::string Answer(IXMLDOMDocument2* devices, const std::string& request) {

@@ -15,10 +15,13 @@ const char kOriginal[] = "examples/data/device.xml";
 
 bool Edit(IXMLDOMDocument2* document, const std::string& banner, const std::string& location) {
   const XMLPtr<IXMLDOMNode> identity = xmldom::SelectOne(document, "/device/identity");
-  const XMLPtr<IXMLDOMNode> contact = xmldom::AddElement(identity, "contact");
   const xmldom::StoreResult stored = xmldom::SetText(xmldom::SelectOne(identity, "banner"), banner);
-  if (!stored) std::fprintf(stderr, "banner, byte %zu: %s\n", stored.offset, stored.Reason());
-  return stored && xmldom::SetText(xmldom::SelectOne(identity, "location"), location) &&
+  if (!stored) {
+    std::fprintf(stderr, "banner, byte %zu: %s\n", stored.offset, stored.Reason());
+    return false;
+  }
+  const XMLPtr<IXMLDOMNode> contact = xmldom::AddElement(identity, "contact");
+  return xmldom::SetText(xmldom::SelectOne(identity, "location"), location) &&
          xmldom::SetAttribute(contact, "phone", "+41 44 <ask> \"Anna & Co\"\next. 7");
 }
 

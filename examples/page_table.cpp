@@ -14,13 +14,13 @@ const int kRows = 2;
 void PrintPage(IXMLDOMNode* table, int page, int pages) {
   // "/" stands for the node itself. What is written owns its text; the last page is filled up.
   const _bstr_t xml =
-      table->GetFilteredXML("/", (page - 1) * kRows + 1, kRows, page, pages, "<day/>");
+      table->GetFilteredXML("/", (page - 1) * kRows + 1, kRows, page, pages, "<user/>");
   const xmldom::LoadResult written = xmldom::LoadText(static_cast<char*>(xml));
   std::printf("page %d of %d\n", page, pages);
   for (XMLPtr<IXMLDOMNode> row : xmldom::Select(written.document, "/*/*")) {
     const std::string name = xmldom::Attribute(row, "name", "-");
-    std::printf("  %s %-8s %s\n", xmldom::Attribute(row, "index").c_str(), name.c_str(),
-                xmldom::Attribute(row, "from", "-").c_str());
+    std::printf("  %s %-9s %s\n", xmldom::Attribute(row, "index").c_str(), name.c_str(),
+                xmldom::Attribute(row, "role", "-").c_str());
   }
 }
 
@@ -48,7 +48,7 @@ int main() {
     std::fprintf(stderr, "%s\n", xmldom::OneLine(loaded.error).c_str());
     return 1;
   }
-  PrintTable(loaded.document.Get(), "//schedule[1]");
-  PrintTable(loaded.document.Get(), "//schedule[@name='none']");
-  return PrintTable(loaded.document.Get(), "//schedule[@name='guest-hours']") ? 0 : 1;
+  PrintTable(loaded.document.Get(), "//users[1]");
+  PrintTable(loaded.document.Get(), "//printers");
+  return PrintTable(loaded.document.Get(), "/device/users") ? 0 : 1;
 }
