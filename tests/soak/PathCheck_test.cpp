@@ -2,6 +2,7 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
+#include <cstdio>
 #include <string>
 
 #include "harness/Trees.h"
@@ -56,6 +57,12 @@ TEST(SoakPathCheck, A_path_that_cannot_select_selects_nothing) {
     observer.Observe([&](std::string&) { difference = CheckRandomly(random, outcomes); });
     return difference;
   });
+  const int all = outcomes.unusable + outcomes.selecting + outcomes.selectingNothing;
+  if (all > 100) {
+    EXPECT_LT(all / 20, outcomes.unusable);
+    EXPECT_LT(all / 20, outcomes.selecting);
+    EXPECT_LT(all / 20, outcomes.selectingNothing);
+  }
   std::printf("%d unusable, %d selecting, %d selecting nothing\n", outcomes.unusable,
               outcomes.selecting, outcomes.selectingNothing);
 }

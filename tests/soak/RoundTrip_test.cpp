@@ -113,17 +113,17 @@ std::string StoreRandomly(Random random, const TemporaryFolder& folder) {
   const XMLBstr xml = XMLBstr::Adopt(document->GetXML());
   xmldom::LoadResult loaded = xmldom::LoadText(xml.c_str());
   if (difference.empty()) difference = CompareAfterLoad(loaded, stored);
-  // As it is saved; the second time what a load has made of the first.
+  // As Save writes it, from what the load has made of the first; in some cases through a file, for
+  // whose way to the disk one has to wait.
+  if (difference.empty()) loaded = xmldom::LoadText(xmldom::Xml(loaded.document));
+  if (difference.empty()) difference = CompareAfterLoad(loaded, stored);
+  if (!difference.empty() || !random.OneIn(8)) return difference;
   const std::string path = folder.Path("saved.xml");
-  for (int i = 0; i < 2 && difference.empty(); ++i) {
-    const std::error_code error =
-        xmldom::Save(loaded.document, path,
-                     random.OneIn(2) ? xmldom::Prolog::kNone : xmldom::Prolog::kDeclaration);
-    if (error) return error.message();
-    loaded = xmldom::LoadFile(path);
-    difference = CompareAfterLoad(loaded, stored);
-  }
-  return difference;
+  const std::error_code error =
+      xmldom::Save(loaded.document, path,
+                   random.OneIn(2) ? xmldom::Prolog::kNone : xmldom::Prolog::kDeclaration);
+  if (error) return error.message();
+  return CompareAfterLoad(xmldom::LoadFile(path), stored);
 }
 
 TEST(SoakRoundTrip, Every_text_comes_back_the_same_or_is_refused) {

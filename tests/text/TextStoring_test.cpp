@@ -27,7 +27,7 @@ TEST(TextStoring, SetText_makes_a_text_the_only_one_of_an_element) {
       {"<a>old</a>", "new", "<a>new</a>\n"},
       {"<a>old</a>", "", "<a/>\n"},
       {"<a/>", "", "<a/>\n"},
-      {"<a/>", "<b> & 'c'", "<a>&lt;b&gt; &amp; 'c'</a>\n"},
+      {"<a/>", "<b> & 'c'", "<a>&lt;b&gt;&#32;&amp; 'c'</a>\n"},
       {"<a/>", " ", "<a>&#32;</a>\n"},
       {"<a/>", "1\n2\r\n3\t4", "<a>1&#10;2&#13;&#10;3\t4</a>\n"},
       {"<a/>", "< >", "<a>&lt;&#32;&gt;</a>\n"},

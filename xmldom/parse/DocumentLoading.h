@@ -52,21 +52,22 @@ struct LoadResult {
   explicit operator bool() const noexcept { return static_cast<bool>(document); }
 };
 
-/// Ends a load of `result.document`, which is kept only if it was loaded; the memory of one that
-/// was not is freed.
+/// Ends a load of `result.document`. One that was not loaded is described by `result.error`, and
+/// its memory is freed.
 inline void FinishLoad(LoadResult& result, bool isLoaded) {
-  if (!isLoaded) {
-    XMLPtr<IXMLDOMParseError> error;
-    result.document->get_parseError(error.Out());
-    result.error.code = error->m_lErrorCode;
-    result.error.line = error->m_lLine;
-    result.error.column = error->m_lLinePos;
-    if (error->m_bstrReason != nullptr) result.error.reason = error->m_bstrReason;
-    if (error->m_bstrSrcText != nullptr) result.error.tag = error->m_bstrSrcText;
-    if (!result.error) result.error.reason = "the text could not be loaded";
+  if (isLoaded) {
+    // Nobody asks for an error any more: this is where the parser is to be released.
+    return;
   }
-  // The error has been read, and nothing needs the parser any more: here it is to be released.
-  if (!isLoaded) result.document.Reset();
+  XMLPtr<IXMLDOMParseError> error;
+  result.document->get_parseError(error.Out());
+  result.error.code = error->m_lErrorCode;
+  result.error.line = error->m_lLine;
+  result.error.column = error->m_lLinePos;
+  if (error->m_bstrReason != nullptr) result.error.reason = error->m_bstrReason;
+  if (error->m_bstrSrcText != nullptr) result.error.tag = error->m_bstrSrcText;
+  if (result.error.reason.empty()) result.error.reason = "the text could not be loaded";
+  result.document.Reset();
 }
 
 /// Loads a text that comes from outside.
@@ -88,17 +89,18 @@ XMLDOM_NODISCARD inline LoadResult LoadText(const std::string& text) {
     return result;
   }
   Create(result.document.Out());
-  FinishLoad(result, result.document->loadXML(text.c_str()) == VARIANT_TRUE);
+  xmldom::FinishLoad(result, result.document->loadXML(text.c_str()) == VARIANT_TRUE);
   return result;
 }
 XMLDOM_NODISCARD inline LoadResult LoadText(const char* text) {
-  return LoadText(std::string(text == nullptr ? "" : text));
+  return xmldom::LoadText(std::string(text == nullptr ? "" : text));
 }
 
 /// Loads a file. A NUL byte in it ends the text.
 /// Result: a new document, or why there is none; `error.system` gives the system's reason when the
-/// file could not be opened or read. Bad input: no file has an empty path, or one with a NUL byte.
-/// Effects: those of IXMLDOMDocument2::load. Cost: linear in the file.
+/// file could not be opened or read, also when a part of it could be read. Bad input: no file has
+/// an empty path, or one with a NUL byte. Effects: those of IXMLDOMDocument2::load. Cost: linear in
+/// the file.
 XMLDOM_NODISCARD inline LoadResult LoadFile(TextArgument path) {
   LoadResult result;
   std::string name(path.Data(), path.Size());
@@ -108,8 +110,9 @@ XMLDOM_NODISCARD inline LoadResult LoadFile(TextArgument path) {
     short isLoaded = VARIANT_FALSE;
     errno = 0;
     const HRESULT outcome = result.document->load(&name[0], &isLoaded);
-    reason = outcome != E_FILENOTOPENED ? 0 : errno != 0 ? errno : ENOENT;
-    if (reason == 0) FinishLoad(result, outcome == S_OK);
+    // A file that could be read only in part may have parsed all the same.
+    reason = errno != 0 ? errno : outcome == E_FILENOTOPENED ? ENOENT : 0;
+    if (reason == 0) xmldom::FinishLoad(result, outcome == S_OK);
   }
   if (reason != 0) {
     result.document.Reset();
