@@ -46,6 +46,7 @@ struct PathRules {
 /// none.
 class PathChecker {
  public:
+  /// Takes copies of both.
   PathChecker(const std::string& path, const PathRules& rules)
       : m_path(path), m_rules(rules), m_isAbsolute(false), m_isSearch(false), m_depth(0) {}
 
