@@ -110,8 +110,7 @@ std::string StoreRandomly(Random random, const TemporaryFolder& folder) {
   }
   std::string difference = Compare(At(document, {0, 0}), stored);
   // As GetXML writes it, which is indented.
-  const XMLBstr xml = XMLBstr::Adopt(document->GetXML());
-  xmldom::LoadResult loaded = xmldom::LoadText(xml.c_str());
+  xmldom::LoadResult loaded = xmldom::LoadText(XmlOf(document));
   if (difference.empty()) difference = CompareAfterLoad(loaded, stored);
   // As Save writes it, from what the load has made of the first; in some cases through a file, for
   // whose way to the disk one has to wait.

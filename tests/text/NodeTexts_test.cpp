@@ -68,7 +68,7 @@ TEST_F(NodeTexts, An_attribute_without_value_or_name_does_no_harm) {
   EXPECT_TRUE(HasAttribute(Root(document), "b"));
   EXPECT_EQ("", Attribute(Root(document), "b", "otherwise"));
   IXMLDOMNode* attribute = Root(document)->m_pFirstAttribute;
-  XMLHeapStr name = XMLHeapStr::Adopt(attribute->m_pszNodeName);
+  EXPECT_EQ("b", TakeHeap(attribute->m_pszNodeName));
   attribute->m_pszNodeName = nullptr;
   EXPECT_FALSE(HasAttribute(Root(document), "b"));
 }
