@@ -82,7 +82,7 @@ void ReadEverything(Extreme& tree, const std::string& xml, std::size_t count) {
   tree.Do("select first", [&] { return tree.SelectsFirst("//b"); });
   tree.Do("select first, not there", [&] { return !tree.SelectsFirst("//none"); });
   tree.Do("text", [&] {
-    return std::strcmp(XMLBstr::Adopt(tree.Document()->GetTextAsBSTR()).c_str(), "x") == 0;
+    return std::strcmp(xmldom::AdoptBstr(tree.Document()->GetTextAsBSTR()).c_str(), "x") == 0;
   });
   tree.Do("compare", [&] {
     CMemFile report(0);
@@ -90,7 +90,7 @@ void ReadEverything(Extreme& tree, const std::string& xml, std::size_t count) {
   });
   tree.Document()->m_uFlags &= ~static_cast<unsigned int>(IXMLDOMDocument2::FORMATTED_LAYOUT);
   tree.Do("write, not indented", [&] {
-    return std::strlen(XMLBstr::Adopt(tree.Document()->GetXML()).c_str()) >= xml.size() / 2;
+    return std::strlen(xmldom::AdoptBstr(tree.Document()->GetXML()).c_str()) >= xml.size() / 2;
   });
   other.Reset();
   tree.DoRelease();

@@ -34,7 +34,7 @@ class MemoryFile {
 
 /// Asks for everything that an application asks of a loaded document, well-formed or not.
 void Read(const Document& document) {
-  XMLBstr::Adopt(document->GetTextAsBSTR());
+  xmldom::AdoptBstr(document->GetTextAsBSTR());
   document->GetMaskedXML();
   document->GetFilteredXML("/", 1, 2, 1, 2, "<row/>");
   for (IXMLDOMNode* node : fuzz::NodesOf(document.Get())) {

@@ -5,6 +5,7 @@
 /// <xmldom/parse/XMLSax.h>.
 
 #include <xmldom/diag/Compare.h>
+#include <xmldom/dom/CountedClasses.h>
 #include <xmldom/dom/Results.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLError.h>

@@ -13,6 +13,7 @@
 /// The owner of a VARIANT is _variant_t (<xmldom/support/variant.h>).
 
 #include <xmldom/base/Characters.h>
+#include <xmldom/dom/CountedClasses.h>
 #include <xmldom/dom/NodeRanges.h>
 #include <xmldom/parse/DocumentLoading.h>
 #include <xmldom/ptr/XMLPtr.h>

@@ -8,6 +8,8 @@
 #include <xmldom/xmldom_ptr.h>
 
 using xmldom::Adopt;
+using xmldom::AdoptBstr;
+using xmldom::AdoptHeapStr;
 using xmldom::Attributes;
 using xmldom::Children;
 using xmldom::Listed;

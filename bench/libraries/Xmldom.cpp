@@ -9,7 +9,7 @@ namespace bench {
 namespace {
 
 /// Whether a text that the library handed over has any characters; frees it.
-std::size_t HasText(BSTR text) { return *XMLBstr::Adopt(text).c_str() != '\0'; }
+std::size_t HasText(BSTR text) { return *xmldom::AdoptBstr(text).c_str() != '\0'; }
 
 /// A block of the heap, its header included.
 std::size_t BlockBytes(void* block) {

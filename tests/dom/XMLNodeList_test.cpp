@@ -363,7 +363,7 @@ TEST(XMLNodeList, GetItem_goes_backwards_when_memory_is_out) {
   EXPECT_EQ("d", TakeName(list->GetItem(2)));
   const AllocationFailure failure(0);
   const Node node(list->GetItem(1));
-  EXPECT_TRUE(node == At(document, {0, 1}));
+  EXPECT_TRUE(node.Get() == At(document, {0, 1}));
   EXPECT_EQ(1, list->m_nCursorIndex);
 }
 

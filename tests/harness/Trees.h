@@ -9,21 +9,13 @@
 /// An XMLPtr that takes over what it is made of and converts to the plain pointer, since most of
 /// what a case calls takes one.
 template <class T>
-class Ref {
+class Ref : public XMLPtr<T> {
  public:
-  explicit Ref(T* p = nullptr) : m_owner(xmldom::Adopt(p)) {}
+  explicit Ref(T* p = nullptr) : XMLPtr<T>(xmldom::Adopt(p)) {}
   Ref(Ref&&) = default;
   Ref& operator=(Ref&&) = delete;
 
-  operator T*() const { return m_owner.Get(); }
-  T* operator->() const { return m_owner.Get(); }
-  T* Get() const { return m_owner.Get(); }
-  T** Out() { return m_owner.Out(); }
-  void Reset() { m_owner.Reset(); }
-  T* Detach() { return m_owner.Detach(); }
-
- private:
-  XMLPtr<T> m_owner;
+  operator T*() const { return this->Get(); }
 };
 
 typedef Ref<IXMLDOMDocument2> Document;

@@ -1,6 +1,7 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -10,8 +11,8 @@
 // The same loops written by hand and with the smart pointers. Callgrind counts the instructions of
 // each function whose name begins with "Count"; `check` compares those of a pair.
 //
-// By hand means as well as can be done by hand, with the same references and just as safe against a
-// removal of the node in hand, but for exceptions.
+// By hand means as well as can be done by hand, with the same references and just as safe against
+// edits in the loop, but for exceptions.
 
 namespace {
 
@@ -35,17 +36,49 @@ __attribute__((noinline)) void Visit(IXMLDOMNode* node, long& sum) {
   SysFreeString(type);
 }
 
-/// Visits a chain of siblings. It is short enough for its callers to have it in place.
-inline __attribute__((always_inline)) void WalkByHand(IXMLDOMNode* first, long& sum) {
+/// The node behind `present`, or behind `before` when that one is not in the chain any more; null
+/// when neither is, with a reference.
+__attribute__((cold, noinline)) IXMLDOMNode* FollowerByHand(IXMLDOMNode* first,
+                                                            const IXMLDOMNode* present,
+                                                            const IXMLDOMNode* before) {
+  IXMLDOMNode* follower = before == nullptr ? first : nullptr;
+  for (IXMLDOMNode* node = first; node != nullptr; node = node->m_pNextSibling) {
+    if (node == before || node == present) follower = node->m_pNextSibling;
+  }
+  if (follower != nullptr) follower->AddRef();
+  return follower;
+}
+
+/// Visits a chain of siblings, and at most as many nodes as it has at first. When the next node may
+/// have been taken out, the walk goes on behind the present one or the one before it. This is short
+/// enough for its callers to have it in place.
+inline __attribute__((always_inline)) void WalkByHand(IXMLDOMNode* owner, IXMLDOMNode* const& first,
+                                                      long& sum) {
+  std::size_t left = 0;
+  for (const IXMLDOMNode* node = first; node != nullptr; node = node->m_pNextSibling) ++left;
   IXMLDOMNode* node = first;
-  if (node != nullptr) node->AddRef();
+  if (node == nullptr) return;
+  owner->AddRef();
+  const IXMLDOMNode* const parent = node->m_pParent;
+  const IXMLDOMNode* before = nullptr;
+  node->AddRef();
   while (node != nullptr) {
-    IXMLDOMNode* next = node->m_pNextSibling;
-    if (next != nullptr) next->AddRef();
+    IXMLDOMNode* next = --left != 0 ? node->m_pNextSibling : nullptr;
+    const IXMLDOMNode* follower = nullptr;
+    if (next != nullptr) {
+      next->AddRef();
+      follower = next->m_pNextSibling;
+    }
     Visit(node, sum);
+    if (next != nullptr && (next->m_pParent != parent || next->m_pNextSibling != follower)) {
+      Release<IXMLDOMNode>(next);
+      next = FollowerByHand(first, node, before);
+    }
+    before = node;
     Release<IXMLDOMNode>(node);
     node = next;
   }
+  owner->RealRelease();
 }
 
 }  // namespace
@@ -54,7 +87,7 @@ inline __attribute__((always_inline)) void WalkByHand(IXMLDOMNode* first, long& 
 
 COUNTED CountChildrenByHand(IXMLDOMNode* node) {
   long sum = 0;
-  WalkByHand(node->m_pFirstChild, sum);
+  WalkByHand(node, node->m_pFirstChild, sum);
   return sum;
 }
 
@@ -91,7 +124,7 @@ COUNTED CountListByPointer(IXMLDOMNode* node) {
 COUNTED CountAttributesByHand(IXMLDOMNode* node) {
   long sum = 0;
   for (IXMLDOMNode* row = node->m_pFirstChild; row != nullptr; row = row->m_pNextSibling) {
-    WalkByHand(row->m_pFirstAttribute, sum);
+    WalkByHand(row, row->m_pFirstAttribute, sum);
   }
   return sum;
 }
@@ -131,6 +164,32 @@ COUNTED CountSiblingsByPointer(IXMLDOMNode* node) {
   return sum;
 }
 
+COUNTED CountInPlaceByHand(IXMLDOMNode* node) {
+  long sum = 0;
+  IXMLDOMNode* child = nullptr;
+  node->get_firstChild(&child);
+  while (child != nullptr) {
+    Visit(child, sum);
+    IXMLDOMNode* next = nullptr;
+    child->get_nextSibling(&next);
+    IXMLDOMNode* former = child;
+    child = next;
+    Release<IXMLDOMNode>(former);
+  }
+  return sum;
+}
+
+COUNTED CountInPlaceByPointer(IXMLDOMNode* node) {
+  long sum = 0;
+  XMLPtr<IXMLDOMNode> child;
+  node->get_firstChild(child.Out());
+  while (child) {
+    Visit(child.Get(), sum);
+    child->get_nextSibling(child.Out());
+  }
+  return sum;
+}
+
 COUNTED CountTextsByHand(IXMLDOMNode* node) {
   long sum = 0;
   for (IXMLDOMNode* row = node->m_pFirstChild; row != nullptr; row = row->m_pNextSibling) {
@@ -149,7 +208,7 @@ COUNTED CountTextsByPointer(IXMLDOMNode* node) {
   for (IXMLDOMNode* row = node->m_pFirstChild; row != nullptr; row = row->m_pNextSibling) {
     XMLBstr name;
     row->get_nodeName(name.Out());
-    const XMLHeapStr text = XMLHeapStr::Adopt(row->GetTextAsStr());
+    const XMLHeapStr text = xmldom::AdoptHeapStr(row->GetTextAsStr());
     sum += *name.Get() + *text.c_str();
   }
   return sum;
@@ -238,6 +297,7 @@ int main() {
       {CountAttributesByHand, CountAttributesByPointer},
       {CountListByHand, CountListByPointer},
       {CountSiblingsByHand, CountSiblingsByPointer},
+      {CountInPlaceByHand, CountInPlaceByPointer},
       {CountTextsByHand, CountTextsByPointer},
       {CountKeptByHand, CountKeptByPointer},
       {CountShortCallsByHand, CountShortCallsByPointer},

@@ -3,10 +3,13 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <functional>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -277,6 +280,101 @@ TEST(XMLPtr, Out_is_null_when_the_member_stores_nothing) {
   EXPECT_EQ(1, root->GetRefCount());
 }
 
+TEST(XMLPtr, Out_replaces_the_object_that_the_call_is_made_on) {
+  NodePtr node = NewNode("a");
+  const XMLPtr<IXMLDOMNode> last = xmldom::Adopt(node->AddChild("b", "text"));
+  const int nodes = IXMLDOMNode::m_iObjCount;
+  // The only reference to the element goes with this.
+  EXPECT_EQ(S_OK, node->get_firstChild(node.Out()));
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  EXPECT_EQ(nodes - 1, IXMLDOMNode::m_iObjCount);
+  EXPECT_EQ(2, node->GetRefCount());
+}
+
+TEST(XMLPtr, Out_walks_along_siblings_that_only_it_holds) {
+  NodePtr node = NewNode("a");
+  xmldom::Adopt(node->AddSibling("b", nullptr));
+  xmldom::Adopt(node->AddSibling("c", nullptr));
+  EXPECT_EQ(S_OK, node->get_nextSibling(node.Out()));
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  std::string names;
+  do {
+    names += node->m_pszNodeName;
+  } while (node->get_nextSibling(node.Out()) == S_OK);
+  EXPECT_EQ("bc", names);
+  EXPECT_FALSE(node);
+}
+
+TEST(XMLPtr, Out_replaces_another_argument_of_the_call) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  NodePtr node = xmldom::Share(document->m_pFirstChild->m_pFirstChild);
+  EXPECT_EQ(S_OK, document->m_pFirstChild->removeChild(node.Get(), node.Out()));
+  EXPECT_STREQ("b", node->m_pszNodeName);
+  EXPECT_EQ(1, node->GetRefCount());
+}
+
+TEST(XMLPtr, Out_owns_the_former_object_until_the_end_of_the_expression) {
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  NodePtr node = xmldom::Share(document->m_pFirstChild);
+  IXMLDOMNode* const former = node.Get();
+  EXPECT_TRUE(node->get_firstChild(node.Out()) == S_OK && node == former);
+  EXPECT_STREQ("b", node->m_pszNodeName);
+}
+
+void StoreAndThrow(IXMLDOMNode** out, IXMLDOMNode* node) {
+  *out = node;
+  throw std::runtime_error("after the result");
+}
+
+TEST(XMLPtr, Out_of_a_call_that_throws) {
+  const DocumentPtr document = LoadPtr("<a x='1'/>");
+  NodePtr node = xmldom::Share(document->m_pFirstChild);
+  const NodePtr attribute = xmldom::Share(document->m_pFirstChild->m_pFirstAttribute);
+  try {
+    attribute->get_previousSibling(node.Out());
+    ADD_FAILURE();
+  } catch (CLogException* exception) {
+    delete exception;
+  }
+  EXPECT_FALSE(node);
+  EXPECT_EQ(1, document->m_pFirstChild->GetRefCount());
+
+  IXMLDOMNode* const stored = NewNode("b").Detach();
+  EXPECT_THROW(StoreAndThrow(node.Out(), stored), std::runtime_error);
+  EXPECT_EQ(stored, node.Get());
+}
+
+TEST(XMLPtr, Out_fits_the_pointers_of_its_class_alone) {
+  typedef XMLPtr<IXMLDOMNodeList>::OutPointer ListOut;
+  EXPECT_TRUE((std::is_convertible<ListOut, IXMLDOMNodeList**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut, IXMLDOMNamedNodeMap**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut, CRefCountedObject**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut, void**>::value));
+  EXPECT_FALSE((std::is_convertible<ListOut&, IXMLDOMNodeList**>::value));
+  EXPECT_FALSE(std::is_move_constructible<ListOut>::value);
+}
+
+// ---- Const objects
+
+TEST(XMLPtr, holds_what_is_const) {
+  typedef XMLPtr<const IXMLDOMNode> ConstPtr;
+  const DocumentPtr document = LoadPtr("<a><b/></a>");
+  const IXMLDOMNode* const plain = document->m_pFirstChild;
+  {
+    ConstPtr node = xmldom::Share(plain);
+    const ConstPtr copy = node;
+    ConstPtr other = xmldom::Share(document->m_pFirstChild);  // from one that is not const
+    EXPECT_EQ(4, plain->GetRefCount());
+    EXPECT_TRUE(node == other && node == plain && copy == document->m_pFirstChild);
+    EXPECT_EQ(S_OK, document->m_pFirstChild->get_firstChild(other.Out()));
+    EXPECT_STREQ("b", other->m_pszNodeName);
+    node = xmldom::Adopt(other.Detach());
+    EXPECT_EQ(2, node->GetRefCount());
+  }
+  EXPECT_EQ(1, plain->GetRefCount());
+  EXPECT_FALSE((std::is_convertible<ConstPtr, NodePtr>::value));
+}
+
 // ---- Comparisons
 
 TEST(XMLPtr, equal_are_pointers_to_the_same_object) {
@@ -309,6 +407,56 @@ TEST(XMLPtr, a_pointer_is_a_key) {
   EXPECT_EQ(3u, names.size());
   EXPECT_EQ("b", names[second]);
   EXPECT_EQ(2, first->GetRefCount());
+}
+
+TEST(XMLPtr, is_ordered_by_address) {
+  const NodePtr nodes[] = {NewNode("a"), NewNode("b"), NodePtr()};
+  for (const NodePtr& a : nodes) {
+    for (const NodePtr& b : nodes) {
+      IXMLDOMNode* const p = a.Get();
+      const IXMLDOMNode* const q = b.Get();
+      const std::less<const IXMLDOMNode*> less;
+      EXPECT_EQ(less(p, q), a < b);
+      EXPECT_EQ(less(q, p), a > b);
+      EXPECT_EQ(!less(q, p), a <= b);
+      EXPECT_EQ(!less(p, q), a >= b);
+      EXPECT_TRUE((a < q) == (a < b) && (p < b) == (a < b));
+      EXPECT_TRUE((a > q) == (a > b) && (p > b) == (a > b));
+      EXPECT_TRUE((a <= q) == (a <= b) && (p <= b) == (a <= b));
+      EXPECT_TRUE((a >= q) == (a >= b) && (p >= b) == (a >= b));
+    }
+  }
+  const DocumentPtr document = LoadPtr("<a/>");
+  EXPECT_EQ(document.Get() < nodes[0].Get(), document < nodes[0]);
+}
+
+TEST(XMLPtr, hashes_as_the_plain_pointer) {
+  const NodePtr node = NewNode("a");
+  EXPECT_EQ(std::hash<IXMLDOMNode*>()(node.Get()), std::hash<NodePtr>()(node));
+  std::unordered_set<NodePtr> nodes = {node, NewNode("b"), node, NodePtr()};
+  EXPECT_EQ(3u, nodes.size());
+  EXPECT_EQ(1u, nodes.count(node));
+}
+
+TEST(XMLPtr, swap_is_found_by_its_arguments) {
+  NodePtr first = NewNode("a");
+  NodePtr second;
+  swap(first, second);
+  EXPECT_FALSE(first);
+  EXPECT_EQ(1, second->GetRefCount());
+}
+
+// ---- Standard pointers
+
+TEST(XMLPtr, its_releaser_is_a_deleter) {
+  const int nodes = IXMLDOMNode::m_iObjCount;
+  {
+    const std::unique_ptr<IXMLDOMNode, XMLReleaser> unique(NewNode("a").Detach());
+    const std::shared_ptr<IXMLDOMNode> shared(NewNode("b").Detach(), XMLReleaser());
+    const std::unique_ptr<const IXMLDOMNode, XMLReleaser> constant(NewNode("c").Detach());
+    EXPECT_EQ(nodes + 3, IXMLDOMNode::m_iObjCount);
+  }
+  EXPECT_EQ(nodes, IXMLDOMNode::m_iObjCount);
 }
 
 // ---- Exceptions and containers

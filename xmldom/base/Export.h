@@ -31,6 +31,10 @@
 #define XMLDOM_NODISCARD __attribute__((warn_unused_result))
 #endif
 
+/// Inlines a function everywhere, because a single call with the address of an object, if only in
+/// the handler of an exception, keeps the compiler from holding any of the object in registers.
+#define XMLDOM_ALWAYS_INLINE __attribute__((always_inline))
+
 /// Names the one type of exception that may leave a function; any other ends in the handler for
 /// unexpected exceptions. Applications do not see it, because C++17 no longer has such
 /// declarations.

@@ -1,87 +1,256 @@
 #ifndef XMLDOM_DOM_NODERANGES_H
 #define XMLDOM_DOM_NODERANGES_H
 
+#include <xmldom/base/Export.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/dom/XMLNodeList.h>
 #include <xmldom/ptr/XMLPtr.h>
 
+#include <cstddef>
+#include <iterator>
 #include <utility>
 
 // Ranges for loops such as `for (XMLPtr<IXMLDOMNode> child : xmldom::Children(node))`. A loop may
 // be left at any point, by an exception too, and releases then what it holds. A null node, plain or
 // XMLPtr, makes an empty range.
+//
+// A range can be walked any number of times, also when it is const. Its iterators are forward
+// iterators, which hand nodes out with a reference added, so that a node may be kept. They belong
+// to the range and must not be used after its end.
 
-/// The children or the attributes of a node, which are visited as they are linked at that time.
-/// Children() and Attributes() make such a range. It can be walked once.
-///
-/// Ownership: the range holds one reference, to the node that comes next. Each node that it hands
-/// out has a reference, which the variable of the loop drops. Nothing else keeps the nodes alive:
-/// neither their parent nor their document. Edits during the loop: the next node is fetched before
-/// the body of the loop runs for the present one. So the present node and those before it may be
-/// removed, replaced, moved and destroyed, with all that is below them. A node that is linked
-/// directly behind the present one is not visited. Deliberate: the next node is visited even when
-/// the body takes it out of the tree; the loop then goes on with the siblings that follow it where
-/// it is, and ends when there are none. For edits beyond that walk a list (Listed, Selected). Cost:
-/// AddRef and RealRelease once for each node; nothing is allocated.
-class XMLNodeChain {
+/// What `operator->` of the iterators returns: `iterator->Get()` is the plain pointer.
+class XMLNodeArrow {
  public:
-  /// For a range-for only: reading it hands its node out, and it cannot be read twice.
-  class Iterator {
-   public:
-    /// At a node; null is the end.
-    explicit Iterator(XMLPtr<IXMLDOMNode>&& node) noexcept : m_next(std::move(node)) {}
-
-    /// Hands the node out, and goes on to the next. Operator ++ therefore does nothing.
-    XMLPtr<IXMLDOMNode> operator*() noexcept {
-      XMLPtr<IXMLDOMNode> node(std::move(m_next));
-      m_next = xmldom::Share(node->m_pNextSibling);
-      return node;
-    }
-    Iterator& operator++() noexcept { return *this; }
-    bool operator!=(const Iterator& other) const noexcept { return m_next != other.m_next; }
-
-   private:
-    XMLPtr<IXMLDOMNode> m_next;
-  };
-
-  /// Adds a reference to the first node, so that the range may outlive the parent of that node.
-  explicit XMLNodeChain(IXMLDOMNode* first) noexcept : m_first(xmldom::Share(first)) {}
-
-  /// Moves the reference to the first node from the range to the iterator.
-  Iterator begin() noexcept { return Iterator(std::move(m_first)); }
-  /// The end, which is null.
-  Iterator end() const noexcept { return Iterator(nullptr); }
+  explicit XMLNodeArrow(XMLPtr<IXMLDOMNode>&& node) noexcept : m_node(std::move(node)) {}
+  const XMLPtr<IXMLDOMNode>* operator->() const noexcept { return &m_node; }
 
  private:
-  XMLPtr<IXMLDOMNode> m_first;
+  XMLPtr<IXMLDOMNode> m_node;
 };
 
-/// The nodes of a list. Listed() and Selected() make such a range. It can be walked any number of
-/// times, and does not move the cursor of the list.
+/// The children or the attributes of a node, as they are linked when they are visited. Children()
+/// and Attributes() make such a range.
+///
+/// Ownership: the range holds a reference to the node whose children or attributes it is, and so
+/// keeps these. It does not keep the document, because the link from a node to its document may
+/// dangle: when the document is destroyed, the walk goes on without one.
+/// During a walk the next node is held too. Each node that is handed out has a reference of its
+/// own.
+///
+/// Edits during a walk: it counts the nodes when it begins and visits at most as many, so that it
+/// ends whatever the body of the loop does. In detail:
+/// * The present node and those before it may be removed, replaced, moved and destroyed, with all
+///   that is below them.
+/// * Nodes that are put in before the present one, directly behind it or at the end are not
+///   visited. One directly behind it is when the next node or what follows that has changed too.
+/// * A node that is removed or moved away before its turn is not visited. The walk goes on behind
+///   the present node, where that is now; when that has gone too, behind the one that was visited
+///   before it; and it ends when all three have gone.
+/// * A node that is put in further on is visited, as is one that is moved there. For each such node
+///   one at the end is left out; for each that was removed before its turn one that was added at
+///   the end may be visited.
+///
+/// For a loop over the nodes as they were, whatever its body does, walk a list: Listed() with that
+/// of get_childNodes, or Selected().
+///
+/// Cost: to begin a walk is linear in the nodes, also when the loop is left early. Then AddRef and
+/// RealRelease once for each node. To go on after an edit of the next node or of what follows it is
+/// linear in the nodes between those where that happened last and now; when the present node has
+/// gone too, in the nodes that follow as well. Nothing is allocated.
+class XMLNodeChain {
+ public:
+  /// Visits the nodes of one walk. An iterator whose node has been destroyed may go on, but not be
+  /// read again.
+  class Iterator {
+   public:
+    typedef std::forward_iterator_tag iterator_category;
+    typedef XMLPtr<IXMLDOMNode> value_type;
+    typedef std::ptrdiff_t difference_type;
+    typedef XMLNodeArrow pointer;
+    typedef XMLPtr<IXMLDOMNode> reference;
+
+    /// The end of every walk.
+    Iterator() noexcept
+        : m_head(nullptr),
+          m_parent(nullptr),
+          m_before(nullptr),
+          m_node(nullptr),
+          m_follower(nullptr),
+          m_left(0) {}
+
+    Iterator(const Iterator&) = default;
+    Iterator(Iterator&&) = default;
+    Iterator& operator=(const Iterator&) = default;
+    Iterator& operator=(Iterator&&) = default;
+
+    XMLDOM_ALWAYS_INLINE ~Iterator() {}
+
+    /// At the node to which `head` links. Cost: linear in the nodes.
+    explicit Iterator(IXMLDOMNode* const* head) noexcept : Iterator() {
+      m_head = head;
+      m_node = head != nullptr ? *head : nullptr;
+      if (m_node == nullptr) return;
+      m_parent = m_node->m_pParent;
+      m_held = xmldom::Share(m_node);
+      FetchNext();
+      for (const IXMLDOMNode* node = m_node; node != nullptr; node = node->m_pNextSibling) ++m_left;
+    }
+
+    /// The node.
+    XMLPtr<IXMLDOMNode> operator*() const noexcept {
+      return m_held ? XMLPtr<IXMLDOMNode>(std::move(m_held)) : xmldom::Share(m_node);
+    }
+    XMLNodeArrow operator->() const noexcept { return XMLNodeArrow(**this); }
+
+    /// Goes on to the next node.
+    Iterator& operator++() noexcept {
+      IXMLDOMNode* next = m_next.Get();
+      // A node that has neither parent nor follower changed is where it was.
+      if (next != nullptr && (next->m_pParent != m_parent || next->m_pNextSibling != m_follower)) {
+        const Place place = FindPlace(*m_head, m_place.Get(), m_parent, m_before, m_node, next);
+        m_place = xmldom::Share(place.node);
+        m_next = xmldom::Share(place.next);
+        m_before = place.node;
+        next = place.next;
+      } else {
+        m_before = m_node;
+      }
+      m_held = std::move(m_next);
+      m_node = nullptr;
+      if (next != nullptr && --m_left != 0) {
+        m_node = next;
+        FetchNext();
+      }
+      return *this;
+    }
+    Iterator operator++(int) noexcept {
+      Iterator before(*this);
+      ++*this;
+      return before;
+    }
+
+    /// Whether both are at the same node, or both at the end.
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
+      return a.m_node == b.m_node;
+    }
+    friend bool operator!=(const Iterator& a, const Iterator& b) noexcept {
+      return a.m_node != b.m_node;
+    }
+
+   private:
+    /// A place in the chain: a node, or null for the one before the first, and the node behind it.
+    struct Place {
+      IXMLDOMNode* node;
+      IXMLDOMNode* next;
+    };
+
+    void FetchNext() noexcept {
+      m_next = xmldom::Share(m_node->m_pNextSibling);
+      m_follower = m_next ? m_next->m_pNextSibling : nullptr;
+    }
+
+    /// Where the walk goes on when `next` may have gone; null for one that has. It stays the next
+    /// node when it follows `before`, because `present` was moved then. Otherwise the walk goes on
+    /// behind `present` where that is now, or behind `before` when `present` has gone. These two
+    /// may have been destroyed: only their addresses are compared. The search begins at `known`,
+    /// which was found last, if that has still its parent.
+    XMLDOM_COLD XMLDOM_NOINLINE static Place FindPlace(IXMLDOMNode* head, IXMLDOMNode* known,
+                                                       const IXMLDOMNode* parent,
+                                                       const IXMLDOMNode* before,
+                                                       const IXMLDOMNode* present,
+                                                       IXMLDOMNode* next) noexcept {
+      if (next != nullptr && next->m_pParent != parent) next = nullptr;
+      Place place = {nullptr, before == nullptr ? head : nullptr};
+      if (next != nullptr && place.next == next) return place;
+      IXMLDOMNode* node = known != nullptr && known->m_pParent == parent ? known : head;
+      for (; node != nullptr; node = node->m_pNextSibling) {
+        if (node != before && node != present) continue;
+        place = Place{node, node->m_pNextSibling};
+        if (node == present || (next != nullptr && place.next == next)) break;
+      }
+      return place;
+    }
+
+    IXMLDOMNode* const* m_head;          // the link to the first node
+    const IXMLDOMNode* m_parent;         // that of the nodes of this chain
+    const IXMLDOMNode* m_before;         // visited before m_node; may have been destroyed
+    IXMLDOMNode* m_node;                 // the present node; null at the end
+    mutable XMLPtr<IXMLDOMNode> m_held;  // the present node, until it has been handed out once
+    XMLPtr<IXMLDOMNode> m_next;          // the node behind it, from before the body runs
+    const IXMLDOMNode* m_follower;       // behind m_next at that time; may have been destroyed
+    XMLPtr<IXMLDOMNode> m_place;         // what FindPlace found last
+    std::size_t m_left;                  // how many nodes may still be visited, this one included
+  };
+  typedef Iterator iterator;
+  typedef Iterator const_iterator;
+
+  /// The nodes of `node` that begin with its link `first`; none when `node` is null.
+  XMLNodeChain(const IXMLDOMNode* node, IXMLDOMNode* IXMLDOMNode::*first) noexcept
+      : m_node(xmldom::Share(node)), m_head(node != nullptr ? &(node->*first) : nullptr) {}
+
+  /// Begins a walk. Cost: linear in the nodes.
+  Iterator begin() const noexcept { return Iterator(m_head); }
+  Iterator end() const noexcept { return Iterator(); }
+
+ private:
+  XMLPtr<const IXMLDOMNode> m_node;
+  IXMLDOMNode* const* m_head;
+};
+
+/// The nodes of a list. Listed() and Selected() make such a range. A walk does not move the cursor
+/// of the list.
 ///
 /// Ownership: it holds one reference to the list, which holds one to each of its nodes.
-/// Edits during the loop: the nodes are those of the list, whatever happens to the tree; nodes that
-/// have been removed from the tree since are visited too. Cost: AddRef and RealRelease once for
-/// each node.
+/// Edits during a walk: the nodes are those of the list, whatever happens to the tree; nodes that
+/// have been removed from the tree since are visited too. Nodes that are added to the list during a
+/// walk are not visited by it. Cost: AddRef and RealRelease once for each node.
 class XMLNodes {
  public:
   /// Follows the links of the list.
   class Iterator {
    public:
-    /// At a link; null is the end.
-    explicit Iterator(const IXMLDOMNodeListElt* link) noexcept : m_link(link) {}
+    typedef std::forward_iterator_tag iterator_category;
+    typedef XMLPtr<IXMLDOMNode> value_type;
+    typedef std::ptrdiff_t difference_type;
+    typedef XMLNodeArrow pointer;
+    typedef XMLPtr<IXMLDOMNode> reference;
 
-    /// The node of the link, with a reference added.
+    /// The end of every walk.
+    Iterator() noexcept : m_link(nullptr), m_left(0) {}
+
+    /// At a link, the first of `count` to be visited.
+    Iterator(const IXMLDOMNodeListElt* link, int count) noexcept
+        : m_link(count > 0 ? link : nullptr), m_left(count) {}
+
+    /// The node of the link.
     XMLPtr<IXMLDOMNode> operator*() const noexcept { return xmldom::Share(m_link->m_pNode); }
+    XMLNodeArrow operator->() const noexcept { return XMLNodeArrow(**this); }
+
+    /// Goes on to the next link.
     Iterator& operator++() noexcept {
-      m_link = m_link->m_pNext;
+      m_link = --m_left > 0 ? m_link->m_pNext : nullptr;
       return *this;
     }
-    bool operator!=(const Iterator& other) const noexcept { return m_link != other.m_link; }
+    Iterator operator++(int) noexcept {
+      const Iterator before(*this);
+      ++*this;
+      return before;
+    }
+
+    /// Whether both are at the same link, or both at the end.
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
+      return a.m_link == b.m_link;
+    }
+    friend bool operator!=(const Iterator& a, const Iterator& b) noexcept {
+      return a.m_link != b.m_link;
+    }
 
    private:
     const IXMLDOMNodeListElt* m_link;
+    int m_left;  // how many links may still be visited, this one included
   };
+  typedef Iterator iterator;
+  typedef Iterator const_iterator;
 
   /// Makes a range of the nodes of `list`; null makes an empty range that has failed.
   explicit XMLNodes(XMLPtr<IXMLDOMNodeList>&& list) noexcept : m_list(std::move(list)) {}
@@ -91,9 +260,11 @@ class XMLNodes {
   /// How many nodes there are; 0 when there is no list.
   int Count() const noexcept { return m_list ? m_list->m_nCount : 0; }
 
-  /// The first link and the end, which is null.
-  Iterator begin() const noexcept { return Iterator(m_list ? m_list->m_pHead : nullptr); }
-  Iterator end() const noexcept { return Iterator(nullptr); }
+  /// Begins a walk, which visits as many nodes as the list counts now.
+  Iterator begin() const noexcept {
+    return m_list ? Iterator(m_list->m_pHead, m_list->m_nCount) : Iterator();
+  }
+  Iterator end() const noexcept { return Iterator(); }
 
  private:
   XMLPtr<IXMLDOMNodeList> m_list;
@@ -103,7 +274,7 @@ namespace xmldom {
 
 /// The children of a node, in document order, texts included.
 inline XMLNodeChain Children(const IXMLDOMNode* node) noexcept {
-  return XMLNodeChain(node == nullptr ? nullptr : node->m_pFirstChild);
+  return XMLNodeChain(node, &IXMLDOMNode::m_pFirstChild);
 }
 template <class T>
 XMLNodeChain Children(const XMLPtr<T>& node) noexcept {
@@ -112,7 +283,7 @@ XMLNodeChain Children(const XMLPtr<T>& node) noexcept {
 
 /// The attributes of a node, in document order.
 inline XMLNodeChain Attributes(const IXMLDOMNode* node) noexcept {
-  return XMLNodeChain(node == nullptr ? nullptr : node->m_pFirstAttribute);
+  return XMLNodeChain(node, &IXMLDOMNode::m_pFirstAttribute);
 }
 template <class T>
 XMLNodeChain Attributes(const XMLPtr<T>& node) noexcept {

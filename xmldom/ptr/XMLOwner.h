@@ -1,12 +1,25 @@
 #ifndef XMLDOM_PTR_XMLOWNER_H
 #define XMLDOM_PTR_XMLOWNER_H
 
+#include <xmldom/base/Export.h>
+
+#include <type_traits>
+
 /// The base of XMLPtr and of the owners of texts. It owns one thing to which a plain pointer
 /// points, or nothing. At its end it passes the pointer to `Giver::GiveBack`, which must accept
 /// null. Cost: that of a plain pointer.
 template <class T, class Giver>
 class XMLOwner {
+  /// Where a member stores its result. It is a temporary of its own, because compilers take it that
+  /// a member may change all of an object when it gets the address of a part.
+  struct Slot {
+    // Members hand out what is not const, also to an owner of something const.
+    typename std::remove_const<T>::type* p = nullptr;
+  };
+
  public:
+  class OutPointer;
+
   XMLOwner(const XMLOwner&) = delete;
   XMLOwner& operator=(const XMLOwner&) = delete;
 
@@ -28,15 +41,23 @@ class XMLOwner {
     return p;
   }
 
-  /// For a member that hands something out through an out-pointer: gives back what is owned, and
-  /// owns what the member stores. When the member stores nothing, nothing is owned. Bad input: do
-  /// not use it for the out-pointers of appendChild and insertBefore, which receive the node
-  /// without a reference, nor for that of replaceChild when a node may be replaced by itself; all
-  /// of these may be null. Do not use it on an object whose pointer is another argument of the
-  /// call.
-  T** Out() noexcept {
-    Reset();
-    return &m_p;
+  /// An argument for the out-pointer of a member that hands something out:
+  /// `node->get_nextSibling(next.Out());`
+  ///
+  /// Ownership: at the end of the full expression, which usually is that of the statement, this
+  /// owns what the member has stored, and gives back last what it owned before. Until then it owns
+  /// what it owned before. So the call may be made on that object, and may have it as another
+  /// argument: `node->get_nextSibling(node.Out());`. But a condition such as
+  /// `node->get_nextSibling(node.Out()) == S_OK && node` still tests the former node. When the
+  /// member stores nothing, because it fails or throws, nothing is owned afterwards.
+  ///
+  /// Bad input: do not use it for the out-pointers of appendChild and insertBefore, which receive
+  /// the node without a reference, nor for that of replaceChild when a node may be replaced by
+  /// itself; all of these may be null. Pass it on at once: a plain `T**` that is made of it is
+  /// invalid in the next statement. Leave `result` out.
+  OutPointer&& Out(OutPointer&& result = OutPointer(Slot())) noexcept {
+    result.m_owner = this;
+    return static_cast<OutPointer&&>(result);
   }
 
   /// Exchanges what both own.
@@ -61,6 +82,29 @@ class XMLOwner {
 
  private:
   T* m_p;
+};
+
+/// What Out() returns: a temporary in the expression of the caller, at whose end it passes on to
+/// the owner what a member has stored. It cannot be kept, moved or made in another way, and
+/// converts to the pointer that a member expects as a temporary only.
+template <class T, class Giver>
+class XMLOwner<T, Giver>::OutPointer {
+ public:
+  OutPointer(const OutPointer&) = delete;
+  OutPointer& operator=(const OutPointer&) = delete;
+
+  XMLDOM_ALWAYS_INLINE ~OutPointer() { m_owner->Replace(m_slot->p); }
+
+  /// Where a member stores its result; null stands there until it does.
+  operator typename std::remove_const<T>::type **() && noexcept { return &m_slot->p; }
+
+ private:
+  friend class XMLOwner;
+
+  explicit OutPointer(Slot&& slot) noexcept : m_owner(nullptr), m_slot(&slot) {}
+
+  XMLOwner* m_owner;
+  Slot* m_slot;
 };
 
 #endif

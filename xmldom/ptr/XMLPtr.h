@@ -2,9 +2,9 @@
 #define XMLDOM_PTR_XMLPTR_H
 
 #include <xmldom/ptr/XMLOwner.h>
+#include <xmldom/ptr/XMLPtrComparisons.h>
 
 #include <cstddef>
-#include <functional>
 #include <type_traits>
 
 template <class T>
@@ -14,20 +14,29 @@ namespace xmldom {
 
 template <class T>
 XMLPtr<T> Adopt(T* p) noexcept;
+template <class T>
+XMLPtr<T> Share(T* p) noexcept;
 
 }  // namespace xmldom
 
-/// Gives an object back by dropping one reference.
+/// Gives an object back by dropping one reference. It is also a deleter for the standard pointers:
+/// `std::unique_ptr<IXMLDOMNode, XMLReleaser>`.
 struct XMLReleaser {
-  /// Drops one reference to `p`; null is left alone.
+  /// Drops one reference to `p`, which may be const; null is left alone.
   template <class T>
   static void GiveBack(T* p) noexcept {
-    if (p != nullptr) p->RealRelease();
+    if (p != nullptr) const_cast<typename std::remove_const<T>::type*>(p)->RealRelease();
+  }
+
+  /// Does the same.
+  template <class T>
+  void operator()(T* p) const noexcept {
+    GiveBack(p);
   }
 };
 
 /// Owns one reference to an object, or none, and drops it at the end: a node, a document, a list, a
-/// map, a parse error.
+/// map, a parse error. It compares, orders and hashes as the plain pointer does.
 ///
 /// Two functions make an XMLPtr of a plain pointer, and their names say what becomes of the
 /// reference:
@@ -36,7 +45,8 @@ struct XMLReleaser {
 /// * xmldom::Share(p) adds a reference, for a pointer that is only borrowed, such as a field of a
 ///   node.
 ///
-/// Out() is for members that hand out through an out-pointer. Some members leave references behind
+/// Out() is for members that hand out through an out-pointer. An XMLPtr<const T> holds a reference
+/// like any other, which is counted although T is const. Some members leave references behind
 /// that nobody drops (see "Deliberate" in their comments); an XMLPtr does not drop these either.
 ///
 /// Cost: that of a plain pointer, with AddRef and RealRelease called where a caller would call
@@ -72,16 +82,21 @@ class XMLPtr : public XMLOwner<T, XMLReleaser> {
   T* operator->() const noexcept { return this->Get(); }
   T& operator*() const noexcept { return *this->Get(); }
 
+  /// Exchanges what both hold; no reference is counted.
+  friend void swap(XMLPtr& a, XMLPtr& b) noexcept { a.Swap(b); }
+
  private:
   typedef XMLOwner<T, XMLReleaser> Owner;
 
   template <class U>
   friend XMLPtr<U> xmldom::Adopt(U* p) noexcept;
+  template <class U>
+  friend XMLPtr<U> xmldom::Share(U* p) noexcept;
 
   explicit XMLPtr(T* p) noexcept : Owner(p) {}
 
   static T* AddReference(T* p) noexcept {
-    if (p != nullptr) p->AddRef();
+    if (p != nullptr) const_cast<typename std::remove_const<T>::type*>(p)->AddRef();
     return p;
   }
 };
@@ -99,60 +114,9 @@ XMLPtr<T> Adopt(T* p) noexcept {
 /// `XMLPtr<IXMLDOMNode> parent = xmldom::Share(port->m_pParent);`
 template <class T>
 XMLPtr<T> Share(T* p) noexcept {
-  if (p != nullptr) p->AddRef();
-  return xmldom::Adopt(p);
+  return XMLPtr<T>(XMLPtr<T>::AddReference(p));
 }
 
 }  // namespace xmldom
-
-/// Whether both point to the same object, or neither to any. Plain pointers can be compared too.
-template <class T, class U>
-bool operator==(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
-  return a.Get() == b.Get();
-}
-template <class T, class U>
-bool operator==(const XMLPtr<T>& a, const U* b) noexcept {
-  return a.Get() == b;
-}
-template <class T, class U>
-bool operator==(const T* a, const XMLPtr<U>& b) noexcept {
-  return a == b.Get();
-}
-template <class T>
-bool operator==(const XMLPtr<T>& a, std::nullptr_t) noexcept {
-  return a.Get() == nullptr;
-}
-template <class T>
-bool operator==(std::nullptr_t, const XMLPtr<T>& a) noexcept {
-  return a.Get() == nullptr;
-}
-
-/// Whether they point to different objects.
-template <class T, class U>
-bool operator!=(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
-  return a.Get() != b.Get();
-}
-template <class T, class U>
-bool operator!=(const XMLPtr<T>& a, const U* b) noexcept {
-  return a.Get() != b;
-}
-template <class T, class U>
-bool operator!=(const T* a, const XMLPtr<U>& b) noexcept {
-  return a != b.Get();
-}
-template <class T>
-bool operator!=(const XMLPtr<T>& a, std::nullptr_t) noexcept {
-  return a.Get() != nullptr;
-}
-template <class T>
-bool operator!=(std::nullptr_t, const XMLPtr<T>& a) noexcept {
-  return a.Get() != nullptr;
-}
-
-/// Orders by address, for sets and maps.
-template <class T>
-bool operator<(const XMLPtr<T>& a, const XMLPtr<T>& b) noexcept {
-  return std::less<T*>()(a.Get(), b.Get());
-}
 
 #endif
