@@ -1,6 +1,7 @@
 // Builds a document from values, in both styles, and writes it as XML.
 
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
 
 #include <cstdio>
 
@@ -17,10 +18,9 @@ const Lease kLeases[] = {
     {"192.168.10.21", "R&D <lab>", 3600},
 };
 
-// The tree stores texts as they are written. What may hold '&', '<' or a quote is escaped first.
+// The tree stores texts as they are written. What may hold '&', '<' or a line end is escaped first.
 void AddLease(IXMLDOMNode* leases, const Lease& lease) {
-  CMemFile host(64);
-  host.WriteStrEntities(lease.host);
+  const xmldom::EscapedText host = xmldom::EscapeText(lease.host);
   CMemFile seconds(16);
   seconds.WriteF("%d", lease.seconds);
 
@@ -28,7 +28,7 @@ void AddLease(IXMLDOMNode* leases, const Lease& lease) {
       leases->AddChild("lease", nullptr);  // one reference for us, one the tree's
   element->AddAttribute("address", lease.address);
   element->AddAttribute("seconds", seconds.GetAsStr());
-  element->AddTextChild(host.GetAsStr());
+  element->AddTextChild(host.text.c_str());
   Release(element);
 }
 

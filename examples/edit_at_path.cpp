@@ -2,6 +2,7 @@
 // the project's root folder.
 
 #include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
 
 #include <cstdio>
 
@@ -11,29 +12,19 @@ namespace {
 void Show(const CLogEvent& event, void*) { std::printf("log: %s\n", event.title); }
 
 bool Edit(IXMLDOMDocument2* document) {
-  // The fragment is XML: what may hold '&' or '<' is escaped, by CMemFile::WriteStrEntities where
-  // it comes from outside.
+  // The fragment is XML: what may hold '&' or '<' is escaped, by xmldom::EscapeText where it comes
+  // from outside.
   return document->ReplaceChildAtXPath("//rule[@id=20]/note", "<note>Web &amp; mail</note>") == 1 &&
          document->AppendChildAtXPath("//rule[@id=20]", "<service>imaps</service>") == 1 &&
          document->InsertBeforeXPath("//rule[@id=30]", "<rule id='25' action='drop'/>") == 1 &&
          document->RemoveChildAtXPath("//rule[@id=40]") == 1;
 }
 
-// Sets an attribute. Replacing a value leaves the attribute with one reference more, which is
-// dropped here; GetAttribute has added a second one.
-void SetAttribute(IXMLDOMNode* element, const char* name, const char* value) {
-  const bool replaces = element->GetStrAttribute(name) != nullptr;
-  element->SetAttribute(name, value);
-  if (!replaces) return;
-  IXMLDOMNode* attribute = element->GetAttribute(name);
-  attribute->RealRelease();
-  Release(attribute);
-}
-
 void PrintFirewall(IXMLDOMDocument2* document) {
   IXMLDOMNode* firewall = document->SelectSingleNode("/device/firewall");
   if (firewall == nullptr) return;
-  SetAttribute(firewall, "default", "reject");
+  // The member of this name would leave the attribute with one reference more.
+  if (!xmldom::SetAttribute(firewall, "default", "reject")) std::printf("not set\n");
   BSTR xml = nullptr;
   if (firewall->get_xml(&xml) == S_OK) std::printf("%s", xml);
   SysFreeString(xml);

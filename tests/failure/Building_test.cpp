@@ -48,6 +48,22 @@ const FailingCall kBuilding[] = {
      [](IXMLDOMDocument2* document) { Root(document)->m_pFirstChild->AppendValue("more", 4); }},
     {"SetValue", [](IXMLDOMDocument2* document) { Root(document)->SetValue("new"); }},
     {"SetValue, not on a leaf", [](IXMLDOMDocument2* document) { document->SetValue("new"); }},
+    {"xmldom::SetText, there",
+     [](IXMLDOMDocument2* document) {
+       EXPECT_TRUE(xmldom::SetText(Root(document), "a text longer than a short string"));
+     }},
+    {"xmldom::SetText, new",
+     [](IXMLDOMDocument2* document) {
+       EXPECT_TRUE(xmldom::SetText(At(document, {0, 4}), "a text longer than a short string"));
+     }},
+    {"xmldom::SetAttribute, new",
+     [](IXMLDOMDocument2* document) {
+       EXPECT_TRUE(xmldom::SetAttribute(Root(document), "n", "v"));
+     }},
+    {"xmldom::SetAttribute, there",
+     [](IXMLDOMDocument2* document) {
+       EXPECT_TRUE(xmldom::SetAttribute(Root(document), "v", "new"));
+     }},
 };
 
 const FailingCall kEditing[] = {

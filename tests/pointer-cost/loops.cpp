@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <utility>
 #include <vector>
@@ -237,6 +238,47 @@ COUNTED CountKeptByPointer(IXMLDOMNode* node) {
   return sum;
 }
 
+// The short calls: one node and its text, and all nodes and an attribute of each.
+
+COUNTED CountShortCallsByHand(IXMLDOMNode* node) {
+  long sum = 0;
+  for (int i = 0; i < kRows; ++i) {
+    IXMLDOMNode* row = node->SelectSingleNode("row");
+    if (row == nullptr) continue;
+    CMemFile text(256);
+    row->GetTextHelper(text);
+    sum += static_cast<long>(std::string(text.GetAsStr(), text.m_uLength).size());
+    Release(row);
+  }
+  IXMLDOMNodeList* rows = node->SelectNodes("row");
+  for (IXMLDOMNodeListElt* link = rows->m_pHead; link != nullptr; link = link->m_pNext) {
+    IXMLDOMNode* row = link->m_pNode;
+    row->AddRef();
+    CMemFile value(256);
+    IXMLDOMNode* attribute = row->m_pFirstAttribute;
+    while (attribute != nullptr && std::strcmp(attribute->m_pszNodeName, "a") != 0) {
+      attribute = attribute->m_pNextSibling;
+    }
+    if (attribute != nullptr) TranslateEntities(attribute->m_pszValue, value);
+    sum += static_cast<long>(std::string(value.GetAsStr(), value.m_uLength).size());
+    Release(row);
+  }
+  Release(rows);
+  return sum;
+}
+
+COUNTED CountShortCallsByPointer(IXMLDOMNode* node) {
+  long sum = 0;
+  for (int i = 0; i < kRows; ++i) {
+    const XMLPtr<IXMLDOMNode> row = xmldom::SelectOne(node, "row");
+    sum += static_cast<long>(xmldom::Text(row).size());
+  }
+  for (XMLPtr<IXMLDOMNode> row : xmldom::Select(node, "row")) {
+    sum += static_cast<long>(xmldom::Attribute(row, "a").size());
+  }
+  return sum;
+}
+
 int main() {
   std::string text = "<table>";
   for (int i = 0; i < kRows; ++i) text += "<row a='1' b='2' c='3'>cell</row>";
@@ -258,6 +300,7 @@ int main() {
       {CountInPlaceByHand, CountInPlaceByPointer},
       {CountTextsByHand, CountTextsByPointer},
       {CountKeptByHand, CountKeptByPointer},
+      {CountShortCallsByHand, CountShortCallsByPointer},
   };
   for (int round = 0; round < 2; ++round) {
     for (const auto& pair : pairs) {

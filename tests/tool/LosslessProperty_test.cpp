@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
-#include <tools/document/Escape.h>
 #include <tools/document/LossCheck.h>
+#include <xmldom/text/Escaping.h>
 
 #include <cstdio>
 #include <map>
@@ -88,7 +88,7 @@ TEST_P(LosslessProperty, What_is_escaped_is_read_as_it_was_and_kept) {
   for (int i = 0; i < kTexts; ++i) {
     const std::string text = random.Plain();
     if (!seen.insert(text).second) continue;
-    const std::string document = "<a>" + tool::EscapeText(text) + "</a>";
+    const std::string document = "<a>" + xmldom::EscapeText(text).text + "</a>";
     const std::string event = "text " + text;
     const auto events = ParserEvents(document);
     if (text.empty()) {
@@ -106,7 +106,7 @@ TEST_P(LosslessProperty, What_is_escaped_as_attribute_is_read_as_it_was) {
   RandomText random(GetParam());
   for (int i = 0; i < kTexts; ++i) {
     const std::string value = random.Plain();
-    const std::string document = "<a b='" + tool::EscapeAttribute(value) + "'/>";
+    const std::string document = "<a b='" + xmldom::EscapeAttribute(value).text + "'/>";
     const auto events = ParserEvents(document);
     ASSERT_EQ("begin a b=" + value + ";", events.front()) << document;
     const bool hasBreak = value.find_first_of("\t\r\n") != value.npos;

@@ -6,7 +6,6 @@
 
 #include <tools/command/Arguments.h>
 #include <tools/command/Command.h>
-#include <tools/document/PathCheck.h>
 #include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
@@ -15,8 +14,11 @@
 namespace tool {
 
 void CheckPath(const std::string& path, bool single) {
-  const PathProblem problem = FindPathProblem(path, single);
-  if (problem.reason.empty()) return;
+  // Users get a message also where the library would ignore a part of the path.
+  const xmldom::PathRules rules = {single ? xmldom::PathUse::kSelectOne : xmldom::PathUse::kSelect,
+                                   true, true, "with --first"};
+  const xmldom::PathProblem problem = xmldom::CheckPathBy(path, rules);
+  if (!problem) return;
   throw UsageError(DescribeProblem("path", path, PositionOf(path, problem.offset), problem.reason));
 }
 

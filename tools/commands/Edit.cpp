@@ -7,12 +7,12 @@
 #include <tools/command/Command.h>
 #include <tools/command/Query.h>
 #include <tools/document/DocumentLoad.h>
-#include <tools/document/Escape.h>
 #include <tools/document/LossCheck.h>
 #include <tools/io/SourceExcerpt.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>
+#include <xmldom/xmldom_ptr.h>
 
 namespace tool {
 
@@ -48,30 +48,15 @@ void CheckContent(const Edit& edit, bool isCareful) {
 
 /// Throws when a text holds a character that cannot stand in an XML document.
 void RequireCharacters(const std::string& what, const std::string& text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = CharacterLength(&text[at], text.size() - at);
-    if (!IsXmlCharacter(&text[at], length)) {
-      RefuseOperand(what, text, at, "no XML document can hold this");
-    }
-    at += length;
-  }
+  const std::size_t at = xmldom::FindForbidden(text);
+  if (at != std::string::npos) RefuseOperand(what, text, at, "no XML document can hold this");
 }
 
 void CheckText(const Edit& edit, bool) { RequireCharacters("text", edit.operands[1]); }
 
-/// Whether the parser reads an attribute of exactly this name in the place of a name. A text that
-/// holds a name and more, such as "a='' b", is none.
-bool IsAttributeName(const std::string& name) {
-  LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> document = LoadText("<element " + name + "=''/>", problem);
-  if (document == nullptr) return false;
-  const IXMLDOMNode* attribute = document->m_pFirstChild->m_pFirstAttribute;
-  return attribute->m_pszNodeName == name && attribute->m_pNextSibling == nullptr;
-}
-
 void CheckAttribute(const Edit& edit, bool) {
   const std::string& name = edit.operands[1];
-  if (!IsAttributeName(name)) {
+  if (!xmldom::IsXmlName(name)) {
     throw UsageError("'" + VisibleLine(name, name.size()) + "' cannot be the name of an attribute");
   }
   RequireCharacters("value", edit.operands[2]);
@@ -126,21 +111,20 @@ void Remove(const Edit&, IXMLDOMNode* target, EditedDocument&) {
   RemoveFrom(target->m_pParent, target);
 }
 
+/// Throws when a text could not be stored, which the checks of operands have left no reason for.
+void Require(const xmldom::StoreResult& result) {
+  if (!result) throw EditRefusal(result.Reason());
+}
+
 void SetText(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
   if (HasChild(target, IsElement)) {
     throw EditRefusal("the element holds elements, which a text cannot replace");
   }
-  while (target->m_pFirstChild != nullptr) RemoveFrom(target, target->m_pFirstChild);
-  const std::string text = EscapeText(edit.operands[1]);
-  if (!text.empty()) target->AddTextChild(text.c_str());
+  Require(xmldom::SetText(target, edit.operands[1]));
 }
 
 void SetAttribute(const Edit& edit, IXMLDOMNode* target, EditedDocument&) {
-  const char* name = edit.operands[1].c_str();
-  const XMLPtr<IXMLDOMNode> existing = xmldom::Adopt(target->GetAttribute(name));
-  target->SetAttribute(name, EscapeAttribute(edit.operands[2]).c_str());
-  // SetAttribute leaves an attribute that exists already with one reference too many.
-  if (existing != nullptr) existing->RealRelease();
+  Require(xmldom::SetAttribute(target, edit.operands[1].c_str(), edit.operands[2]));
 }
 
 }  // namespace

@@ -40,11 +40,6 @@ void Output::Flush() {
   m_buffer.clear();
 }
 
-void Output::Sync() {
-  Flush();
-  if (fsync(m_descriptor) != 0) throw OutputError(errno);
-}
-
 void Output::Finish() {
   Flush();
   const int descriptor = m_descriptor;

@@ -29,8 +29,6 @@ class Output {
   void Write(const char* data, std::size_t size);
   void Write(const std::string& text) { Write(text.data(), text.size()); }
   void Flush();
-  /// Flushes, and waits until the bytes are on the disk.
-  void Sync();
   /// Flushes and closes. Some file systems report only then that bytes were not stored.
   void Finish();
 

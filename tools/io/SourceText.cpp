@@ -4,57 +4,20 @@
 
 #include <tools/io/SourceText.h>
 
+#include <xmldom/base/Characters.h>
+
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 
 namespace tool {
 
 namespace {
-
-/// The form of the UTF-8 sequences of one length: (first byte & mask) == lead.
-struct SequenceForm {
-  unsigned char mask;
-  unsigned char lead;
-  std::size_t length;
-  std::uint32_t smallest;  // the least code point that needs this length
-};
-
-const SequenceForm kSequenceForms[] = {
-    {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}};
-
-/// The code point of the UTF-8 sequence at `text`, of which `size` bytes are there.
-/// Result: for a byte that begins no valid sequence, the byte itself. Out: `length`, which is 1 for
-/// such a byte.
-std::uint32_t Decode(const char* text, std::size_t size, std::size_t* length) {
-  const unsigned char first = static_cast<unsigned char>(text[0]);
-  *length = 1;
-  for (const SequenceForm& form : kSequenceForms) {
-    if ((first & form.mask) != form.lead) continue;
-    if (size < form.length) return first;
-    std::uint32_t code = first & static_cast<unsigned char>(~form.mask);
-    for (std::size_t i = 1; i < form.length; ++i) {
-      const unsigned char next = static_cast<unsigned char>(text[i]);
-      if ((next & 0xC0) != 0x80) return first;
-      code = code << 6 | (next & 0x3F);
-    }
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < form.smallest || code > 0x10FFFF || isSurrogate) return first;
-    *length = form.length;
-    return code;
-  }
-  return first;
-}
 
 /// Code points from `first` to `last`, both included.
 struct CodeRange {
   std::uint32_t first;
   std::uint32_t last;
 };
-
-// Control characters, characters that change the direction of a line, and invisible ones.
-const CodeRange kUnprintable[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x200B, 0x200F},
-                                  {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}};
 
 // Combining marks are drawn on the character before them and take no column.
 const CodeRange kMarks[] = {{0x0300, 0x036F}, {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
@@ -77,34 +40,16 @@ bool IsSpace(char c) { return c == ' ' || c == '\t' || IsLineEnd(c); }
 
 bool IsLineEnd(char c) { return c == '\n' || c == '\r'; }
 
-bool IsXmlCharacter(const char* text, std::size_t length) {
-  std::size_t decoded;
-  const std::uint32_t code = Decode(text, length, &decoded);
-  const bool isStray = decoded == 1 && code >= 0x80;
-  return !isStray && (code >= 0x20 || IsSpace(*text)) && code != 0xFFFE && code != 0xFFFF;
-}
-
 std::size_t CharacterLength(const char* text, std::size_t size) {
-  std::size_t length;
-  Decode(text, size, &length);
-  return length;
+  return xmldom::ReadCharacter(text, size).length;
 }
 
 VisibleCharacter Visible(const char* text, std::size_t length) {
-  std::size_t decoded;
-  const std::uint32_t code = Decode(text, length, &decoded);
-  const bool isStray = decoded == 1 && code >= 0x80;
-  if (!isStray && !IsIn(kUnprintable, code)) {
-    const std::size_t width = IsIn(kMarks, code) ? 0 : IsIn(kWide, code) ? 2 : 1;
-    return {std::string(text, length), width};
-  }
-  std::string escapes;
-  for (std::size_t i = 0; i < length; ++i) {
-    char escape[8];
-    std::snprintf(escape, sizeof escape, "\\x%02X", static_cast<unsigned char>(text[i]));
-    escapes += escape;
-  }
-  return {escapes, escapes.size()};
+  const xmldom::Character character = xmldom::ReadCharacter(text, length);
+  const std::string shown = xmldom::VisibleCharacter(std::string(text, length));
+  if (!xmldom::IsPrintable(character)) return {shown, shown.size()};
+  const std::size_t width = IsIn(kMarks, character.code) ? 0 : IsIn(kWide, character.code) ? 2 : 1;
+  return {shown, width};
 }
 
 std::string VisibleLine(const std::string& text, std::size_t limit) {

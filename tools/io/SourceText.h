@@ -21,9 +21,6 @@ bool IsLineEnd(char c);
 /// follow. Result: 1 for a byte that begins no valid UTF-8 sequence.
 std::size_t CharacterLength(const char* text, std::size_t size);
 
-/// Whether the character of `length` bytes at `text` can stand in an XML document.
-bool IsXmlCharacter(const char* text, std::size_t length);
-
 /// One character as a terminal shows it.
 struct VisibleCharacter {
   std::string text;

@@ -24,6 +24,15 @@
 /// save registers for it every time.
 #define XMLDOM_NOINLINE __attribute__((noinline))
 
+/// Has the compiler warn where the result of a function is thrown away, because the result is the
+/// only sign of a failure. A cast to void says that this is meant. (Clang takes the standard
+/// attribute from C++17 on only; g++ honours the cast with the standard one only.)
+#if __cplusplus >= 201703L || (defined(__GNUC__) && !defined(__clang__) && __GNUC__ >= 7)
+#define XMLDOM_NODISCARD [[nodiscard]]
+#else
+#define XMLDOM_NODISCARD __attribute__((warn_unused_result))
+#endif
+
 /// Inlines a function everywhere, because a single call with the address of an object, if only in
 /// the handler of an exception, keeps the compiler from holding any of the object in registers.
 #define XMLDOM_ALWAYS_INLINE __attribute__((always_inline))

@@ -47,6 +47,8 @@ class XMLDOM_API IXMLDOMParseError : public CRefCountedObject {
   HRESULT get_srcText(char** out);
   /// Result: S_OK; S_FALSE when there was no error. Out: code, reason, line, column and tag in one
   /// text of at most 2047 bytes, which has several lines when the tag has; null without an error.
+  /// The tag stands in it as it came, control characters too: xmldom::OneLine makes it fit for a
+  /// log.
   HRESULT get_errormessage(char** out);
 };
 

@@ -1,0 +1,34 @@
+#ifndef XMLDOM_DOM_XMLNAMES_H
+#define XMLDOM_DOM_XMLNAMES_H
+
+#include <xmldom/base/TextArgument.h>
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/ptr/XMLPtr.h>
+
+#include <cstddef>
+#include <string>
+
+namespace xmldom {
+
+/// Whether a text is a name in XML. Cost: linear in the text; one that is not all ASCII is loaded
+/// as the name of an element, because the parser knows which other letters there are.
+inline bool IsXmlName(TextArgument text) {
+  bool isAscii = true;
+  for (std::size_t i = 0; i < text.Size(); ++i) {
+    const char c = text.Data()[i];
+    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':';
+    const bool isInner = (c >= '0' && c <= '9') || c == '-' || c == '.';
+    const bool isOther = static_cast<unsigned char>(c) >= 0x80;
+    if (!isLetter && !isOther && (!isInner || i == 0)) return false;
+    isAscii = isAscii && !isOther;
+  }
+  if (isAscii || text.Size() == 0) return text.Size() != 0;
+  XMLPtr<IXMLDOMDocument2> document;
+  Create(document.Out());
+  const std::string element = "<" + std::string(text.Data(), text.Size()) + "/>";
+  return document->loadXML(element.c_str()) == VARIANT_TRUE;
+}
+
+}  // namespace xmldom
+
+#endif
