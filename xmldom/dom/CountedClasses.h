@@ -16,28 +16,40 @@ class IXMLDOMParseError;
 
 namespace std {
 
+/// Refuses to delete what is counted.
 template <>
 struct default_delete<CRefCountedObject> {
+  /// Does not exist.
   void operator()(CRefCountedObject* p) const = delete;
 };
+/// Refuses to delete what is counted.
 template <>
 struct default_delete<IXMLDOMDocument2> {
+  /// Does not exist.
   void operator()(IXMLDOMDocument2* p) const = delete;
 };
+/// Refuses to delete what is counted.
 template <>
 struct default_delete<IXMLDOMNamedNodeMap> {
+  /// Does not exist.
   void operator()(IXMLDOMNamedNodeMap* p) const = delete;
 };
+/// Refuses to delete what is counted.
 template <>
 struct default_delete<IXMLDOMNode> {
+  /// Does not exist.
   void operator()(IXMLDOMNode* p) const = delete;
 };
+/// Refuses to delete what is counted.
 template <>
 struct default_delete<IXMLDOMNodeList> {
+  /// Does not exist.
   void operator()(IXMLDOMNodeList* p) const = delete;
 };
+/// Refuses to delete what is counted.
 template <>
 struct default_delete<IXMLDOMParseError> {
+  /// Does not exist.
   void operator()(IXMLDOMParseError* p) const = delete;
 };
 

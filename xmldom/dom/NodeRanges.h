@@ -21,7 +21,9 @@
 /// What `operator->` of the iterators returns: `iterator->Get()` is the plain pointer.
 class XMLNodeArrow {
  public:
+  /// Takes the node over.
   explicit XMLNodeArrow(XMLPtr<IXMLDOMNode>&& node) noexcept : m_node(std::move(node)) {}
+  /// The node, for as long as this lives.
   const XMLPtr<IXMLDOMNode>* operator->() const noexcept { return &m_node; }
 
  private:
@@ -63,11 +65,11 @@ class XMLNodeChain {
   /// read again.
   class Iterator {
    public:
-    typedef std::forward_iterator_tag iterator_category;
-    typedef XMLPtr<IXMLDOMNode> value_type;
-    typedef std::ptrdiff_t difference_type;
-    typedef XMLNodeArrow pointer;
-    typedef XMLPtr<IXMLDOMNode> reference;
+    typedef std::forward_iterator_tag iterator_category;  ///< It may be copied and walked again.
+    typedef XMLPtr<IXMLDOMNode> value_type;               ///< A node with a reference of its own.
+    typedef std::ptrdiff_t difference_type;               ///< Of no use; algorithms ask for it.
+    typedef XMLNodeArrow pointer;                         ///< What operator -> hands out.
+    typedef XMLPtr<IXMLDOMNode> reference;                ///< What operator * hands out.
 
     /// The end of every walk.
     Iterator() noexcept
@@ -78,9 +80,13 @@ class XMLNodeChain {
           m_follower(nullptr),
           m_left(0) {}
 
+    /// A copy visits the same nodes on its own.
     Iterator(const Iterator&) = default;
+    /// A moved iterator may only be assigned to or destroyed.
     Iterator(Iterator&&) = default;
+    /// As for the constructors.
     Iterator& operator=(const Iterator&) = default;
+    /// As for the constructors.
     Iterator& operator=(Iterator&&) = default;
 
     XMLDOM_ALWAYS_INLINE ~Iterator() {}
@@ -100,6 +106,7 @@ class XMLNodeChain {
     XMLPtr<IXMLDOMNode> operator*() const noexcept {
       return m_held ? XMLPtr<IXMLDOMNode>(std::move(m_held)) : xmldom::Share(m_node);
     }
+    /// A member of the node.
     XMLNodeArrow operator->() const noexcept { return XMLNodeArrow(**this); }
 
     /// Goes on to the next node.
@@ -123,6 +130,7 @@ class XMLNodeChain {
       }
       return *this;
     }
+    /// Goes on to the next, and returns a copy of the iterator as it was.
     Iterator operator++(int) noexcept {
       Iterator before(*this);
       ++*this;
@@ -181,8 +189,8 @@ class XMLNodeChain {
     XMLPtr<IXMLDOMNode> m_place;         // what FindPlace found last
     std::size_t m_left;                  // how many nodes may still be visited, this one included
   };
-  typedef Iterator iterator;
-  typedef Iterator const_iterator;
+  typedef Iterator iterator;        ///< The name by which the standard library asks for it.
+  typedef Iterator const_iterator;  ///< The same, since walking changes no range.
 
   /// The nodes of `node` that begin with its link `first`; none when `node` is null.
   XMLNodeChain(const IXMLDOMNode* node, IXMLDOMNode* IXMLDOMNode::*first) noexcept
@@ -209,11 +217,11 @@ class XMLNodes {
   /// Follows the links of the list.
   class Iterator {
    public:
-    typedef std::forward_iterator_tag iterator_category;
-    typedef XMLPtr<IXMLDOMNode> value_type;
-    typedef std::ptrdiff_t difference_type;
-    typedef XMLNodeArrow pointer;
-    typedef XMLPtr<IXMLDOMNode> reference;
+    typedef std::forward_iterator_tag iterator_category;  ///< It may be copied and walked again.
+    typedef XMLPtr<IXMLDOMNode> value_type;               ///< A node with a reference of its own.
+    typedef std::ptrdiff_t difference_type;               ///< Of no use; algorithms ask for it.
+    typedef XMLNodeArrow pointer;                         ///< What operator -> hands out.
+    typedef XMLPtr<IXMLDOMNode> reference;                ///< What operator * hands out.
 
     /// The end of every walk.
     Iterator() noexcept : m_link(nullptr), m_left(0) {}
@@ -224,6 +232,7 @@ class XMLNodes {
 
     /// The node of the link.
     XMLPtr<IXMLDOMNode> operator*() const noexcept { return xmldom::Share(m_link->m_pNode); }
+    /// A member of the node.
     XMLNodeArrow operator->() const noexcept { return XMLNodeArrow(**this); }
 
     /// Goes on to the next link.
@@ -231,6 +240,7 @@ class XMLNodes {
       m_link = --m_left > 0 ? m_link->m_pNext : nullptr;
       return *this;
     }
+    /// Goes on to the next, and returns a copy of the iterator as it was.
     Iterator operator++(int) noexcept {
       const Iterator before(*this);
       ++*this;
@@ -249,8 +259,8 @@ class XMLNodes {
     const IXMLDOMNodeListElt* m_link;
     int m_left;  // how many links may still be visited, this one included
   };
-  typedef Iterator iterator;
-  typedef Iterator const_iterator;
+  typedef Iterator iterator;        ///< The name by which the standard library asks for it.
+  typedef Iterator const_iterator;  ///< The same, since walking changes no range.
 
   /// Makes a range of the nodes of `list`; null makes an empty range that has failed.
   explicit XMLNodes(XMLPtr<IXMLDOMNodeList>&& list) noexcept : m_list(std::move(list)) {}

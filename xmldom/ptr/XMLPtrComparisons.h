@@ -80,6 +80,7 @@ bool operator<(T* a, const XMLPtr<U>& b) noexcept {
   return xmldom::IsAddressBefore(a, b.Get());
 }
 
+/// Whether the first comes behind the second, by address.
 template <class T, class U>
 bool operator>(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
   return xmldom::IsAddressBefore(b.Get(), a.Get());
@@ -93,6 +94,7 @@ bool operator>(T* a, const XMLPtr<U>& b) noexcept {
   return xmldom::IsAddressBefore(b.Get(), a);
 }
 
+/// Whether the first does not come behind the second, by address.
 template <class T, class U>
 bool operator<=(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
   return !xmldom::IsAddressBefore(b.Get(), a.Get());
@@ -106,6 +108,7 @@ bool operator<=(T* a, const XMLPtr<U>& b) noexcept {
   return !xmldom::IsAddressBefore(b.Get(), a);
 }
 
+/// Whether the first does not come before the second, by address.
 template <class T, class U>
 bool operator>=(const XMLPtr<T>& a, const XMLPtr<U>& b) noexcept {
   return !xmldom::IsAddressBefore(a.Get(), b.Get());
