@@ -7,13 +7,27 @@
 
 #include <xmldom/xmldom_ptr.h>
 
+using xmldom::AddElement;
 using xmldom::Adopt;
 using xmldom::AdoptBstr;
 using xmldom::AdoptHeapStr;
+using xmldom::Attribute;
 using xmldom::Attributes;
+using xmldom::CheckPath;
 using xmldom::Children;
+using xmldom::HasAttribute;
 using xmldom::Listed;
+using xmldom::LoadFile;
+using xmldom::LoadText;
+using xmldom::OneLine;
+using xmldom::Save;
+using xmldom::Select;
+using xmldom::SelectOne;
 using xmldom::Selected;
+using xmldom::SetAttribute;
+using xmldom::SetText;
 using xmldom::Share;
+using xmldom::Text;
+using xmldom::Xml;
 
 #endif
