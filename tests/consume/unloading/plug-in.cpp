@@ -39,9 +39,9 @@ extern "C" __attribute__((visibility("default"))) bool Work() {
   if (!document->loadXML("<a><b>1</b></a>")) return false;
   document->AppendChildAtXPath("/a", "<b>2</b>");
   int count = 0;
-  for (const XMLPtr<IXMLDOMNode>& node : Children(document->m_pFirstChild)) {
+  for (const XMLPtr<IXMLDOMNode>& node : xmldom::Children(document->m_pFirstChild)) {
     count += node->GetStrValue() != nullptr;
   }
-  const XMLBstr text = XMLBstr::Adopt(document->GetXML());
+  const XMLBstr text = xmldom::AdoptBstr(document->GetXML());
   return count == 2 && std::strstr(text.c_str(), "<b>2</b>") != nullptr && Refuses();
 }
