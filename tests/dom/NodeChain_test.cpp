@@ -41,6 +41,20 @@ TEST_F(NodeChain, An_only_child_that_was_cut_off_gets_no_sibling) {
   EXPECT_EQ(nullptr, cut->m_pNextSibling);
 }
 
+TEST_F(NodeChain, A_chain_that_begins_again_with_its_former_head_ends_there) {
+  Add("a");
+  Add("b");
+  Add("c");
+  Node head(m_parent->m_pFirstChild);
+  Node cut(head->m_pNextSibling);
+  m_parent->m_pFirstChild = nullptr;
+  head->m_pNextSibling = nullptr;
+  m_parent->AddChild(head.Detach());
+  Add("d");
+  EXPECT_EQ("<p><a/><d/></p>", CompactXml(m_document));
+  EXPECT_EQ(nullptr, cut->m_pNextSibling->m_pNextSibling);
+}
+
 TEST_F(NodeChain, A_chain_whose_head_was_replaced_is_followed_anew) {
   Add("a");
   Add("b");

@@ -4,7 +4,9 @@
 
 // What the concepts of C++20 ask of the ranges and pointers. This only has to compile.
 
-#if defined(__cpp_lib_ranges) && defined(__cpp_lib_concepts)
+// clang++ before 16 does not compile the views of GNU's standard library.
+#if defined(__cpp_lib_ranges) && defined(__cpp_lib_concepts) && \
+    (!defined(__clang_major__) || __clang_major__ >= 16)
 #include <algorithm>
 #include <concepts>
 #include <ranges>

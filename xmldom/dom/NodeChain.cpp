@@ -47,13 +47,15 @@ XMLDOM_COLD XMLDOM_NOINLINE IXMLDOMNode* WalkToEnd(IXMLDOMNode* node, const IXML
 }  // namespace
 
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
+  NodeCache& cache = CacheOfThread();
+  const std::size_t slot = SlotOf(&head);
   if (head == nullptr) {
-    // Finding this end again is as quick as caching it.
+    // Finding this end again is as quick as caching it. What is cached may be the end of a chain
+    // that was here before and was taken away by hand.
+    cache.valid &= ~(1u << slot);
     head = node;
     return;
   }
-  NodeCache& cache = CacheOfThread();
-  const std::size_t slot = SlotOf(&head);
   ChainEnd& end = cache.ends[slot];
   const bool isValid = (cache.valid >> slot & 1) != 0;
   IXMLDOMNode* last = isValid ? LastIn(end, cache, head, node->m_pParent) : nullptr;
