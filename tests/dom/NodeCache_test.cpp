@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <thread>
+#include <vector>
 
 #include "harness/CompactXml.h"
 #include "harness/LinearTime.h"
@@ -97,6 +98,42 @@ TEST_F(NodeCache, Appending_stays_cheap_where_another_thread_has_been) {
     m_parent->ClearNode(false);
     return seconds;
   });
+}
+
+// The roots of both documents are neighbours in memory.
+TEST_F(NodeCache, Appending_stays_cheap_beside_a_thread_that_appends_elsewhere) {
+  const Document other = Load("<p/>");
+  ExpectLinearTime(100000, [&](int count) {
+    const double seconds = OnSmallStack([&] {
+      for (int i = 0; i < count; ++i) {
+        Add("n");
+        if (i % 100 == 99) InAnotherThread([&] { Node(Root(other)->AddChild("n", nullptr)); });
+      }
+    });
+    m_parent->ClearNode(false);
+    return seconds;
+  });
+}
+
+TEST_F(NodeCache, Siblings_without_parent_that_another_thread_has_cut_off_get_no_sibling) {
+  const Node parent = NewElement(nullptr, "p");
+  // These keep the nodes of the case apart in memory, so that no change is seen by chance.
+  std::vector<Node> between;
+  const auto keepApart = [&] {
+    for (int i = 0; i < 3000; ++i) between.push_back(NewElement(nullptr, "x"));
+  };
+  keepApart();
+  Node first = NewElement(nullptr, "n");
+  IXMLDOMNode* const middle = Node(first->AddSibling("middle", nullptr)).Get();
+  keepApart();
+  parent->appendChild(first.Detach(), nullptr);
+  const Node kept(parent->AddChild("a", nullptr));
+  keepApart();
+  const Node last(parent->AddChild("b", nullptr));
+  InAnotherThread([&] { middle->ClearNode(false); });
+  Node(parent->AddChild("c", nullptr));
+  EXPECT_EQ("<p><n/><middle/><c/></p>", CompactXml(parent));
+  EXPECT_EQ(nullptr, last->m_pNextSibling);
 }
 
 }  // namespace

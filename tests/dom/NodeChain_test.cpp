@@ -55,6 +55,18 @@ TEST_F(NodeChain, A_chain_that_begins_again_with_its_former_head_ends_there) {
   EXPECT_EQ(nullptr, cut->m_pNextSibling->m_pNextSibling);
 }
 
+TEST_F(NodeChain, Siblings_that_an_insertion_leaves_behind_get_no_sibling) {
+  const Node first = NewElement(nullptr, "x");
+  IXMLDOMNode* const moved = first->AddSibling("m", nullptr);  // its reference goes to the parent
+  const Node left(first->AddSibling("l", nullptr));
+  const Node last(first->AddSibling("l", nullptr));
+  Add("a");
+  EXPECT_EQ(S_OK, m_parent->insertBefore(moved, m_parent->m_pFirstChild, nullptr));
+  const Node added(first->AddSibling("q", nullptr));
+  EXPECT_EQ("<p><m/><a/><q/></p>", CompactXml(m_document));
+  EXPECT_EQ(nullptr, last->m_pNextSibling);
+}
+
 TEST_F(NodeChain, A_chain_whose_head_was_replaced_is_followed_anew) {
   Add("a");
   Add("b");

@@ -315,4 +315,24 @@ TEST(NodeRangesEdits, a_list_that_grows_is_walked_as_it_was) {
   EXPECT_EQ(4, Listed(list).Count());
 }
 
+TEST(NodeRangesEdits, A_node_that_was_visited_and_moved_behind_leaves_out_none) {
+  const Document document = Load("<p><a/><b/><c/><d/><e/><f/></p>");
+  IXMLDOMNode* const root = Root(document);
+  const auto remove = [root](IXMLDOMNode* child) {
+    XMLPtr<IXMLDOMNode> removed;
+    EXPECT_EQ(S_OK, root->removeChild(child, removed.Out()));
+  };
+  const XMLPtr<IXMLDOMNode> a = Share(root->m_pFirstChild);
+  std::string visited;
+  for (const XMLPtr<IXMLDOMNode>& child : Children(root)) {
+    visited += child->m_pszNodeName;
+    if (visited == "a") remove(child->m_pNextSibling);
+    if (visited == "ac") {
+      remove(child->m_pNextSibling);
+      EXPECT_EQ(S_OK, root->appendChild(a.Get(), nullptr));
+    }
+  }
+  EXPECT_EQ("acefa", visited);
+}
+
 }  // namespace

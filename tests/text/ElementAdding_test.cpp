@@ -49,4 +49,16 @@ TEST(ElementAdding, A_text_that_was_alone_keeps_what_it_says) {
   }
 }
 
+TEST(ElementAdding, Blanks_of_the_text_before_it_stay) {
+  for (const char* text : {"; ", "1 <", "x\t", "a \n b"}) {
+    SCOPED_TRACE(text);
+    const Document document = Load("<a/>");
+    ASSERT_TRUE(xmldom::SetText(Root(document), text));
+    ASSERT_TRUE(AddElement(Root(document), "b"));
+    const xmldom::LoadResult read = xmldom::LoadText(xmldom::Xml(document));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(text, xmldom::Text(read.document));
+  }
+}
+
 }  // namespace

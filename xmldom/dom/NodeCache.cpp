@@ -7,24 +7,24 @@
 // happens:
 //  - The thread itself destroys or unlinks a node, any node. It clears the bits of all its entries.
 //  - Another thread destroys or unlinks a node of the entry, or another node of the same chain. It
-//    enters itself in g_apLastThread, where the thread of the entry was before: for the region of
-//    memory where that node is, and for the region of the parent, which stands for the chain.
+//    enters a new token in g_aulTokens: for the region of memory where that node is, and for the
+//    region of the parent, which stands for the parent's chains.
 //
-// A thread also enters itself for the region of a node before it caches a pointer to the node. When
-// it finds another thread there, it clears the bits of its own entries that have nodes there.
+// An entry holds the tokens that were in the table for its nodes when it was made, and may be used
+// only while the same ones are there.
 //
 // Why this is enough: let thread A cache a node, pass the document on, and thread B destroy the
-// node. A was in the table for the region of the node. So B finds A there, or a thread that came
-// after A, and enters itself unless it has come after A already. When the document is back, A finds
-// B there, or a thread that came after B, and the entry is not valid. If A finds itself, it has
-// entered itself again after B, and has cleared the bit of the entry when it did so. Passing a
-// document on synchronises the two threads, as passing any data does, so that neither finds an
-// older value than these. In what order other threads come does not matter. That is why relaxed
-// loads and stores are enough.
+// node. B enters a token that nobody has used before. Passing a document on synchronises the two
+// threads, as passing any data does. So A finds that token when the document is back, or one that
+// was entered after it, and neither is the token in A's entry, which was there before. Each token
+// is entered once, so that an earlier one never comes back, in whatever order other threads enter
+// theirs. That is why relaxed loads and stores are enough, and no token is lost that matters when
+// two threads enter theirs at the same time.
 //
 // Regions that share an element of the table, and threads that share a region, only make more
-// entries invalid. A thread that has ended stays in the table. A new thread whose cache is at the
-// same address may be taken for it, which does no harm, because its cache is empty.
+// entries invalid, and only when nodes are destroyed or unlinked there. Threads take tokens from a
+// common counter, some thousand at once. On a machine of 32 bits they begin again after four
+// thousand million; an entry would then have to be as old as that to be taken for a new one.
 
 #include <xmldom/dom/NodeCache.h>
 
@@ -32,30 +32,44 @@ namespace xmldom {
 
 __thread NodeCache g_nodeCache;
 
-const NodeCache* g_apLastThread[1 << kIndexBits];
+unsigned long g_aulTokens[1 << kIndexBits];
 
-XMLDOM_COLD XMLDOM_NOINLINE void TakeRegions(unsigned index) {
-  NodeCache& cache = CacheOfThread();
-  cache.valid &= ~NodeCache::kOwnedBit;
-  for (std::size_t i = 0; i < NodeCache::kEnds; ++i) {
-    const ChainEnd& end = cache.ends[i];
-    if (end.parentIndex == index || end.previousIndex == index || end.lastIndex == index) {
-      cache.valid &= ~(1u << i);
-    }
+namespace {
+
+const unsigned kTokensAtOnce = 4096;
+
+unsigned long g_ulTokens = 0;  // how many tokens threads have taken
+
+/// A token that nobody has used.
+inline unsigned long NewToken(NodeCache& cache) {
+  if (cache.tokensLeft == 0) {
+    cache.tokensLeft = kTokensAtOnce;
+    cache.token = __atomic_fetch_add(&g_ulTokens, kTokensAtOnce, __ATOMIC_RELAXED);
   }
-  __atomic_store_n(&g_apLastThread[index], &cache, __ATOMIC_RELAXED);
+  --cache.tokensLeft;
+  return ++cache.token;
 }
 
-XMLDOM_NOINLINE std::uint16_t MakeMine(const IXMLDOMNode* node) {
-  const unsigned index = IndexOf(node);
-  if (!IsMine(g_nodeCache, index)) TakeRegions(index);
-  return static_cast<std::uint16_t>(index);
+inline void Enter(const IXMLDOMNode* node, unsigned long token) {
+  __atomic_store_n(&ElementOf(node), token, __ATOMIC_RELAXED);
 }
+
+}  // namespace
+
+XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) { Enter(node, NewToken(CacheOfThread())); }
 
 XMLDOM_NOINLINE void InvalidateCaches(const IXMLDOMNode* node) {
-  g_nodeCache.valid = 0;
-  MakeMine(node);
-  MakeMine(node->m_pParent);  // It may be null, or dangle: only the address counts.
+  NodeCache& cache = CacheOfThread();
+  cache.valid = 0;
+  const unsigned long token = NewToken(cache);
+  Enter(node, token);
+  Enter(node->m_pParent, token);  // It may be null, or dangle: only the address counts.
+}
+
+XMLDOM_COLD XMLDOM_NOINLINE void InvalidateFollowers(const IXMLDOMNode* node) {
+  for (node = node->m_pNextSibling; node != nullptr; node = node->m_pNextSibling) {
+    InvalidateCaches(node);
+  }
 }
 
 }  // namespace xmldom

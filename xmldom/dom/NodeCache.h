@@ -19,10 +19,10 @@ struct ChainEnd {
   IXMLDOMNode* first;
   const IXMLDOMNode* previous;  // the node before the last
   IXMLDOMNode* last;
-  // Of the regions of the parent and of these two, see IndexOf.
-  std::uint16_t parentIndex;
-  std::uint16_t previousIndex;
-  std::uint16_t lastIndex;
+  // What TokenOf gave for the parent and for these two.
+  unsigned long parentToken;
+  unsigned long previousToken;
+  unsigned long lastToken;
 };
 
 /// What the last insertion visited: with this number of owner changes `node`, all siblings that
@@ -33,20 +33,25 @@ struct OwnedChain {
   const IXMLDOMNode* next;
   const IXMLDOMDocument2* owner;
   unsigned long ownerGeneration;
+  // What TokenOf gave for the two nodes.
+  unsigned long nodeToken;
+  unsigned long nextToken;
 };
 
 /// All that one thread has cached. An entry may be used only while its bit in `valid` is set and
-/// IsMine holds for each of its nodes, the parent among them.
+/// TokenOf gives the same for each of its nodes, the parent among them.
 struct NodeCache {
   static const std::size_t kEnds = 16;
   static const unsigned kOwnedBit = 1u << kEnds;  // of `owned`; the bits of `ends` are below it
 
   unsigned valid;
+  unsigned tokensLeft;  // how many tokens behind `token` this thread may use
+  unsigned long token;  // the one that it has used last
   ChainEnd ends[kEnds];
   OwnedChain owned;
 };
 
-/// The cache of the running thread. Its address also stands for the thread.
+/// The cache of the running thread.
 extern XMLDOM_THREAD_PLACE __thread NodeCache g_nodeCache;
 
 /// The cache of the running thread, for functions that use it more than once: compilers would find
@@ -59,38 +64,36 @@ inline NodeCache& CacheOfThread() {
 
 const int kIndexBits = 10;
 
-/// The last thread that cached, destroyed or unlinked a node, for each region of memory; null
-/// before the first. Several regions share an element.
-extern const NodeCache* g_apLastThread[1 << kIndexBits];
+/// A token of the last change in each region of memory: that a node was destroyed or unlinked
+/// there. No two changes have the same token; 0 stands for none. Several regions share an element.
+extern unsigned long g_aulTokens[1 << kIndexBits];
 
 /// The region of memory where a node begins: 64 KiB, which hold some hundred nodes.
 inline std::uintptr_t RegionOf(const IXMLDOMNode* node) {
   return reinterpret_cast<std::uintptr_t>(node) >> 16;
 }
 
-/// The index of a node's region in g_apLastThread. The heaps of different threads begin at
-/// multiples of one power of two; the multiplication spreads them over the table.
-__attribute__((always_inline)) inline unsigned IndexOf(const IXMLDOMNode* node) {
-  return static_cast<std::uint32_t>(RegionOf(node)) * 0x9E3779B1u >> (32 - kIndexBits);
+/// The element for a node's region. The heaps of different threads begin at multiples of one power
+/// of two; the multiplication spreads them over the table.
+__attribute__((always_inline)) inline unsigned long& ElementOf(const IXMLDOMNode* node) {
+  return g_aulTokens[static_cast<std::uint32_t>(RegionOf(node)) * 0x9E3779B1u >> (32 - kIndexBits)];
 }
 
-/// Whether the running thread, whose cache this is, is the last in the regions of an index.
-__attribute__((always_inline)) inline bool IsMine(const NodeCache& cache, unsigned index) {
-  return __atomic_load_n(&g_apLastThread[index], __ATOMIC_RELAXED) == &cache;
+/// The token of the last change in the region of a node. The node need not exist any more.
+__attribute__((always_inline)) inline unsigned long TokenOf(const IXMLDOMNode* node) {
+  return __atomic_load_n(&ElementOf(node), __ATOMIC_RELAXED);
 }
 
-/// Makes the running thread the last in the regions of an index, and its entries with nodes there
-/// invalid.
-void TakeRegions(unsigned index);
+/// Notes a change in the region of a node. To be called before the node is destroyed.
+void NoteChange(const IXMLDOMNode* node);
 
-/// Makes the running thread the last in the region of a node, if it is not. To be called before a
-/// pointer to the node is cached. The node need not exist any more. Result: the index of the
-/// region.
-std::uint16_t MakeMine(const IXMLDOMNode* node);
-
-/// Makes invalid all that this thread has cached, and what others have cached about `node` and the
-/// chain that it is in. To be called before a node is destroyed or leaves its chain.
+/// Makes invalid all that this thread has cached, and what others have cached about `node` and its
+/// parent's chains. To be called before a node is destroyed or leaves its chain.
 void InvalidateCaches(const IXMLDOMNode* node);
+
+/// Does so for all siblings that follow a node. To be called before they leave its chain. A parent
+/// need not be entered in them: AddChild and appendChild link siblings along as they are.
+void InvalidateFollowers(const IXMLDOMNode* node);
 
 }  // namespace xmldom
 

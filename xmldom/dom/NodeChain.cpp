@@ -26,21 +26,21 @@ std::size_t SlotOf(IXMLDOMNode** head) {
 /// Links that an application changes by hand leave an entry valid. So the chain must also begin
 /// with the same node, and the node before the last must still link to it. More cannot be known
 /// without reading the whole chain.
-inline IXMLDOMNode* LastIn(const ChainEnd& end, const NodeCache& cache, IXMLDOMNode*& head,
-                           const IXMLDOMNode* parent) {
-  const bool isTrue = end.head == &head && end.first == head && IsMine(cache, end.parentIndex) &&
-                      IsMine(cache, end.lastIndex) && IsMine(cache, end.previousIndex) &&
+inline IXMLDOMNode* LastIn(const ChainEnd& end, IXMLDOMNode*& head, const IXMLDOMNode* parent) {
+  const bool isTrue = end.head == &head && end.first == head &&
+                      TokenOf(parent) == end.parentToken && TokenOf(end.last) == end.lastToken &&
+                      TokenOf(end.previous) == end.previousToken &&
                       end.previous->m_pNextSibling == end.last && end.last->m_pParent == parent;
   return isTrue ? end.last : nullptr;
 }
 
-/// Walks from `node` to the end of its chain, and notes in an entry where the last node and the
-/// parent are. Result: the last node.
+/// Walks from `node` to the end of its chain, and notes the tokens of the last node and of the
+/// parent in an entry. Result: the last node.
 XMLDOM_COLD XMLDOM_NOINLINE IXMLDOMNode* WalkToEnd(IXMLDOMNode* node, const IXMLDOMNode* parent,
                                                    ChainEnd& end) {
   node = LastOf(node);
-  end.parentIndex = MakeMine(parent);
-  end.lastIndex = MakeMine(node);
+  end.parentToken = TokenOf(parent);
+  end.lastToken = TokenOf(node);
   return node;
 }
 
@@ -58,7 +58,7 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
   }
   ChainEnd& end = cache.ends[slot];
   const bool isValid = (cache.valid >> slot & 1) != 0;
-  IXMLDOMNode* last = isValid ? LastIn(end, cache, head, node->m_pParent) : nullptr;
+  IXMLDOMNode* last = isValid ? LastIn(end, head, node->m_pParent) : nullptr;
   // An application may have added more nodes by hand.
   if (last == nullptr || last->m_pNextSibling != nullptr) {
     last = WalkToEnd(last == nullptr ? head : last, node->m_pParent, end);
@@ -67,11 +67,9 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
   end.head = &head;
   end.first = head;
   end.previous = last;
-  end.previousIndex = end.lastIndex;
+  end.previousToken = end.lastToken;
   end.last = node;
-  const unsigned index = IndexOf(node);
-  if (!IsMine(cache, index)) TakeRegions(index);
-  end.lastIndex = static_cast<std::uint16_t>(index);
+  end.lastToken = TokenOf(node);
   cache.valid |= 1u << slot;
 }
 

@@ -46,9 +46,10 @@ bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
   if (generation == 0) return true;
   const NodeCache& cache = g_nodeCache;
   const OwnedChain& chain = cache.owned;
-  return (cache.valid & NodeCache::kOwnedBit) != 0 && (next == chain.node || next == chain.next) &&
-         owner == chain.owner && generation == chain.ownerGeneration &&
-         IsMine(cache, IndexOf(next));
+  const bool isCached = (next == chain.node && TokenOf(next) == chain.nodeToken) ||
+                        (next == chain.next && TokenOf(next) == chain.nextToken);
+  return isCached && (cache.valid & NodeCache::kOwnedBit) != 0 && owner == chain.owner &&
+         generation == chain.ownerGeneration;
 }
 
 /// Notes that `node`, the sibling `next` that follows it, if any, all behind and all below them
@@ -56,9 +57,7 @@ bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
 XMLDOM_COLD void CacheOwnedChain(const IXMLDOMNode* node, const IXMLDOMNode* next,
                                  const IXMLDOMDocument2* owner) {
   NodeCache& cache = g_nodeCache;
-  MakeMine(node);
-  if (next != nullptr) MakeMine(next);
-  cache.owned = OwnedChain{node, next, owner, OwnerGeneration()};
+  cache.owned = OwnedChain{node, next, owner, OwnerGeneration(), TokenOf(node), TokenOf(next)};
   cache.valid |= NodeCache::kOwnedBit;
 }
 

@@ -170,11 +170,17 @@ class XMLNodeChain {
       if (next != nullptr && next->m_pParent != parent) next = nullptr;
       Place place = {nullptr, before == nullptr ? head : nullptr};
       if (next != nullptr && place.next == next) return place;
-      IXMLDOMNode* node = known != nullptr && known->m_pParent == parent ? known : head;
-      for (; node != nullptr; node = node->m_pNextSibling) {
-        if (node != before && node != present) continue;
-        place = Place{node, node->m_pNextSibling};
-        if (node == present || (next != nullptr && place.next == next)) break;
+      const Place none = place;
+      IXMLDOMNode* from = known != nullptr && known->m_pParent == parent ? known : head;
+      for (;;) {
+        for (IXMLDOMNode* node = from; node != nullptr; node = node->m_pNextSibling) {
+          if (node != before && node != present) continue;
+          place = Place{node, node->m_pNextSibling};
+          if (node == present || (next != nullptr && place.next == next)) return place;
+        }
+        if (from == head) break;
+        from = head;
+        place = none;
       }
       return place;
     }

@@ -93,6 +93,7 @@ IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
 IXMLDOMNode* Detach(IXMLDOMNode* node) {
   node->RemoveNodeFromTree();
   IXMLDOMNode* followers = node->m_pNextSibling;
+  xmldom::InvalidateFollowers(node);
   node->m_pNextSibling = nullptr;
   return followers;
 }

@@ -163,7 +163,7 @@ class Destroyed {
   void Add(IXMLDOMNode* node) {
     if (xmldom::RegionOf(node) != m_region) {
       m_region = xmldom::RegionOf(node);
-      xmldom::MakeMine(node);
+      xmldom::NoteChange(node);
     }
     ++m_number;
     Destroy(node);
@@ -274,6 +274,7 @@ IXMLDOMNode::~IXMLDOMNode() {
 
 void IXMLDOMNode::ClearNode(bool bFreeName) {
   xmldom::InvalidateCaches(this);
+  xmldom::InvalidateFollowers(this);
   // Deliberate: the reverse of the order of destruction.
   Release(m_pFirstAttribute);
   Release(m_pFirstChild);

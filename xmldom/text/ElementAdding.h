@@ -24,7 +24,13 @@ inline void PrepareTextsForElements(IXMLDOMNode* element) {
     if (!isText || *value == '&' || *value == '<') continue;
     const Character first = ReadCharacter(value, std::strlen(value));
     if (!first.isValid) continue;
-    child->SetValue((DecimalReference(first.code) + (value + first.length)).c_str());
+    std::string prepared = DecimalReference(first.code);
+    // Blanks behind it would now be a piece of their own, which a load drops.
+    const char* rest = value + first.length;
+    for (; *rest == ' ' || *rest == '\t'; ++rest) {
+      prepared += DecimalReference(static_cast<unsigned char>(*rest));
+    }
+    child->SetValue((prepared + rest).c_str());
   }
 }
 
