@@ -100,21 +100,6 @@ TEST_F(NodeCache, Appending_stays_cheap_where_another_thread_has_been) {
   });
 }
 
-// The roots of both documents are neighbours in memory.
-TEST_F(NodeCache, Appending_stays_cheap_beside_a_thread_that_appends_elsewhere) {
-  const Document other = Load("<p/>");
-  ExpectLinearTime(100000, [&](int count) {
-    const double seconds = OnSmallStack([&] {
-      for (int i = 0; i < count; ++i) {
-        Add("n");
-        if (i % 100 == 99) InAnotherThread([&] { Node(Root(other)->AddChild("n", nullptr)); });
-      }
-    });
-    m_parent->ClearNode(false);
-    return seconds;
-  });
-}
-
 TEST_F(NodeCache, Siblings_without_parent_that_another_thread_has_cut_off_get_no_sibling) {
   const Node parent = NewElement(nullptr, "p");
   // These keep the nodes of the case apart in memory, so that no change is seen by chance.

@@ -65,8 +65,9 @@ inline bool IsPrintable(const Character& character) noexcept {
     std::uint32_t first;
     std::uint32_t last;
   };
-  static const Range kUnprintable[] = {{0x00, 0x1F},     {0x7F, 0x9F},     {0x200B, 0x200F},
-                                       {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}};
+  static const Range kUnprintable[] = {
+      {0x00, 0x1F},     {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},   {0x200B, 0x200F},
+      {0x2028, 0x202E}, {0x2060, 0x206F}, {0xFEFF, 0xFEFF}, {0xFFF9, 0xFFFB}, {0xE0000, 0xE007F}};
   for (const Range& range : kUnprintable) {
     if (character.code >= range.first && character.code <= range.last) return false;
   }

@@ -108,7 +108,7 @@ XMLDOM_NODISCARD inline std::error_code CopyAttributes(const NamedFile& file, in
 /// cannot be opened, and so not be waited for.
 XMLDOM_NODISCARD inline std::error_code SyncFolder(const std::string& path) {
   const int folder = open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return std::error_code();
+  if (folder < 0) return errno == EACCES ? std::error_code() : SystemError();
   const bool isSynced = fsync(folder) == 0 || errno == EINVAL;
   const std::error_code error = isSynced ? std::error_code() : SystemError();
   close(folder);

@@ -20,7 +20,8 @@ inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
 /// Links `node`, whose parent is set, at the end of the chain that starts at `head`, and caches
 /// that end. Cost: constant when the end of the chain is cached; otherwise linear in the chain. An
 /// end stays cached until the thread destroys or unlinks a node anywhere, another thread does so
-/// near the end, a node is linked before the last one, or another chain takes its slot.
+/// in a region of memory of the parent or of the last two nodes, a node is linked before the last
+/// one, or another chain takes its slot.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
 /// Makes `node`, whose next sibling is the present head, the new head of a chain. The end stays

@@ -20,8 +20,8 @@ inline unsigned long OwnerGeneration() {
 /// Cost: linear in the nodes visited; nothing is allocated.
 void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner);
 
-/// To be called before `node` gets an owner that its neighbours need not have. A node without
-/// parent has no neighbours that matter before the first such call.
+/// To be called before `node` gets an owner that its neighbours need not have. Before the
+/// first such call, those of a node without parent are taken not to matter.
 void NoteOwnersDiffer(const IXMLDOMNode* node);
 
 /// Links `node`, which has no following sibling, before `next`, and gives it, all that then follow

@@ -69,10 +69,9 @@ XMLDOM_API ExpatRun*& InnermostExpatRun();
 /// which a target may have no unwind tables. The trampoline therefore keeps it and stops the
 /// parser, and Parse throws it when Expat has returned. Until then Expat may call trampolines
 /// again; they return at once. It may also call a handler that an application has installed itself;
-/// the user data is null then. A
-/// trampoline that is not called by the innermost parse of its own parser lets every exception
-/// through to its caller. A handler may run parses of other parsers. In a source that is compiled
-/// without exceptions a handler must let none out.
+/// the user data is null then. A trampoline that is not called by the innermost parse of its own
+/// parser lets every exception through to its caller. A handler may run parses of other parsers. In
+/// a source that is compiled without exceptions a handler must let none out.
 template <class _T>
 class CExpatImpl {
  public:

@@ -132,12 +132,14 @@ inline StoreResult SetAttributeText(IXMLDOMNode* attribute, TextArgument text) {
 ///
 /// An element has this one text afterwards: other texts are removed, its other children stay, and
 /// an empty text leaves it without texts. Xml and GetXML write a text before the other children.
-/// Result: whether the text was stored, and if not, why; kWrongType for any other type of node,
-/// documents among them. Nothing has changed then. Bad input: a text node must not have outlived
-/// the element that it names as parent. Effects: a CLogException* where the links around a text
-/// that has to be removed contradict each other. Borrowed values of the node are freed. Cost:
-/// linear in the text and the children; for each text beyond the first that an element has, which
-/// no load makes, linear in the children once more.
+/// Add elements beside it with AddElement, which keeps its blanks; AddChild and appendChild do not.
+/// A load joins a text node with the other texts of its element. Result: whether the text was
+/// stored, and if not, why; kWrongType for any other type of node, documents among them. Nothing
+/// has changed then. Bad input: a text node must not have outlived the element that it names as
+/// parent. Effects: a CLogException* where the links around a text that has to be removed
+/// contradict each other. Borrowed values of the node are freed. Cost: linear in the text and the
+/// children; for each text beyond the first that an element has, which no load makes, linear in the
+/// children once more.
 XMLDOM_NODISCARD inline StoreResult SetText(NodeArgument node, TextArgument text) {
   if (!node) return StoreResult{StoreResult::kNoNode, 0};
   switch (node->m_eNodeType) {
