@@ -51,6 +51,8 @@ class XMLNodeArrow {
 /// * A node that is put in further on is visited, as is one that is moved there. For each such node
 ///   one at the end is left out; for each that was removed before its turn one that was added at
 ///   the end may be visited.
+/// * Deliberate: to move the next node before the present one makes the same chain as to move the
+///   present one behind it. The walk goes on with both, so that it visits the present one again.
 ///
 /// For a loop over the nodes as they were, whatever its body does, walk a list: Listed() with that
 /// of get_childNodes, or Selected().
