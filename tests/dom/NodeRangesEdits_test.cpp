@@ -286,7 +286,9 @@ TEST(NodeRangesEdits, a_child_that_was_visited_and_is_moved_to_the_end_leaves_ou
   EXPECT_EQ("acefa",
             NamesWithEdits(Children(root), [&](IXMLDOMNode* child, const std::string& met) {
               if (met == "a" || met == "ac") Remove(root, child->m_pNextSibling);
-              if (met == "ac") EXPECT_EQ(S_OK, root->appendChild(a, nullptr));
+              if (met == "ac") {
+                EXPECT_EQ(S_OK, root->appendChild(a, nullptr));
+              }
             }));
 }
 
