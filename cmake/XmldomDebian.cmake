@@ -1,5 +1,6 @@
 # Debian packages by CPack: libxmldom1 (both libraries), libxmldom-dev (what builds an application)
-# and xmldom (the tool), and debugging information for the first and the last. Included where XMLDOM_DEBIAN_PACKAGES is on; scripts/packages builds them.
+# and xmldom (the tool), with debugging information for the libraries and the tool. Included where
+# XMLDOM_DEBIAN_PACKAGES is on; scripts/packages builds them.
 
 set(packaging_dir ${PROJECT_SOURCE_DIR}/packaging/debian)
 

@@ -84,7 +84,8 @@ TEST_F(NodeCache, Owners_that_another_thread_has_changed_are_set_again) {
   EXPECT_EQ("", NotOwnedBy(m_document, m_document));
 }
 
-// The memory was another thread's before, so that the thread takes one region after another.
+// The nodes lie where another thread has destroyed nodes. The tokens of that must not keep this
+// thread from using what it has cached since.
 TEST_F(NodeCache, Appending_stays_cheap_where_another_thread_has_been) {
   ExpectLinearTime(100000, [this](int count) {
     InAnotherThread([&] {
@@ -102,7 +103,8 @@ TEST_F(NodeCache, Appending_stays_cheap_where_another_thread_has_been) {
 
 TEST_F(NodeCache, Siblings_without_parent_that_another_thread_has_cut_off_get_no_sibling) {
   const Node parent = NewElement(nullptr, "p");
-  // These keep the nodes of the case apart in memory, so that no change is seen by chance.
+  // These keep the nodes of the case in different regions of memory, so that a change of one does
+  // not make what is cached of another invalid.
   std::vector<Node> between;
   const auto keepApart = [&] {
     for (int i = 0; i < 3000; ++i) between.push_back(NewElement(nullptr, "x"));

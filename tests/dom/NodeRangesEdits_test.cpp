@@ -188,14 +188,6 @@ TEST(NodeRangesEdits, a_present_child_moved_while_the_next_goes_is_followed) {
   EXPECT_EQ("<a><b/><e/><c/><f/></a>", CompactXml(document));
 }
 
-TEST(NodeRangesEdits, two_children_that_are_each_moved_to_the_end_are_both_visited) {
-  Document document = Load("<a><b/><c/></a>");
-  IXMLDOMNode* const root = Root(document);
-  EXPECT_EQ("bc", NamesWithEdits(Children(root), [root](IXMLDOMNode* child, const std::string&) {
-              EXPECT_EQ(S_OK, root->appendChild(child, nullptr));
-            }));
-}
-
 TEST(NodeRangesEdits, a_walk_ends_when_the_nodes_around_it_have_all_gone) {
   Document document = Load("<a><b/><c/><d/><e/></a>");
   IXMLDOMNode* const root = Root(document);
@@ -210,9 +202,9 @@ TEST(NodeRangesEdits, a_walk_ends_when_the_nodes_around_it_have_all_gone) {
 TEST(NodeRangesEdits, a_loop_may_clear_what_it_walks) {
   Document document = Load("<a><b/><c/><d/></a>");
   IXMLDOMNode* const root = Root(document);
-  const std::string names = NamesWithEdits(
-      Children(root), [root](IXMLDOMNode*, const std::string&) { root->ClearNode(false); });
-  EXPECT_EQ('b', names[0]);
+  EXPECT_EQ("b", NamesWithEdits(Children(root), [root](IXMLDOMNode*, const std::string&) {
+              root->ClearNode(false);
+            }));
   EXPECT_EQ(nullptr, root->m_pFirstChild);
 }
 

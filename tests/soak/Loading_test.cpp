@@ -2,6 +2,7 @@
 #include <xmldom/parse/XMLSax.h>
 #include <xmldom/xmldom.h>
 
+#include "harness/CompactXml.h"
 #include "harness/LoadOutcome.h"
 #include "harness/Trees.h"
 #include "plain/PlainBuilder.h"
@@ -84,6 +85,20 @@ std::string ReleaseRandomly(Random random, Observer&) {
   return difference.empty() ? "" : text + "\n" + difference;
 }
 
+/// Loads one text from memory and from a file, which takes another way to the parser.
+std::string LoadFileRandomly(Random random, Observer&) {
+  std::string text = AnyDocument(random);
+  if (random.OneIn(3)) text = Widened(text, random.OneIn(2));
+  const Document fromMemory = NewDocument();
+  const Document fromFile = NewDocument();
+  const LoadOutcome inMemory = LoadText(fromMemory, text);
+  const LoadOutcome inFile = LoadFile(fromFile, text);
+  std::string difference = Difference(DescribeError(fromFile) + CompactXml(fromFile),
+                                      DescribeError(fromMemory) + CompactXml(fromMemory));
+  if (!(inMemory == inFile)) difference += "results differ\n";
+  return difference.empty() ? "" : text + "\n" + difference;
+}
+
 /// Feeds a builder piece by piece, in any encoding: its handlers are then called outside a load.
 std::string FeedRandomly(Random random, Observer& observer) {
   std::string text = AnyDocument(random);
@@ -133,6 +148,8 @@ std::string FeedRandomly(Random random, Observer& observer) {
 TEST(SoakLoading, Documents_are_built_as_by_a_plain_builder) { RunCases("loading", LoadRandomly); }
 
 TEST(SoakLoading, Pieces_are_built_as_by_a_plain_builder) { RunCases("feeding", FeedRandomly); }
+
+TEST(SoakLoading, A_file_is_loaded_as_its_text) { RunCases("files", LoadFileRandomly); }
 
 TEST(SoakLoading, Errors_are_the_same_when_the_parser_has_been_released) {
   RunCases("releasing", ReleaseRandomly);

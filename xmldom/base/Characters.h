@@ -74,6 +74,19 @@ inline bool IsPrintable(const Character& character) noexcept {
   return character.isValid;
 }
 
+/// Whether a byte may begin a name in XML, as far as one byte can tell: a letter, '_', ':', or a
+/// byte of a character beyond ASCII.
+inline bool IsNameStartByte(char c) noexcept {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' ||
+         static_cast<unsigned char>(c) >= 0x80;
+}
+
+/// Whether a byte may stand in a name in XML, as far as one byte can tell: one that may begin it, a
+/// digit, '-' or '.'.
+inline bool IsNameByte(char c) noexcept {
+  return IsNameStartByte(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+}
+
 /// Result: the first character of a text as a terminal may show it. Each byte of one that is not
 /// printable is written as \\xHH, with its two hexadecimal digits. Bad input: an empty text gives
 /// an empty one.

@@ -16,8 +16,8 @@ namespace xmldom {
 
 /// Adds to a counter that other threads may change at the same time. Only the sum matters, so that
 /// nothing else is ordered by it. While the process has one thread, as the C library tells where it
-/// can, a plain addition does; an atomic one takes as long as some twenty others. Always inlined,
-/// because a call is longer than the instructions.
+/// can, a plain addition does, which takes a fraction of the time. Always inlined, because a call
+/// is longer than the instructions.
 template <class Number>
 __attribute__((always_inline)) inline void AddToCount(Number& count, int change) {
 #ifdef XMLDOM_HAS_SINGLE_THREADED

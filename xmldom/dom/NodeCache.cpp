@@ -8,7 +8,8 @@
 //  - The thread itself destroys or unlinks a node, any node. It clears the bits of all its entries.
 //  - Another thread destroys or unlinks a node of the entry, or another node of the same chain. It
 //    enters a new token in g_aulTokens: for the region of memory where that node is, and for the
-//    region of the parent, which stands for the parent's chains.
+//    region of the parent, which stands for the parent's chains. Of a subtree that is destroyed as
+//    a whole, the parent of its top node is enough: the other parents are destroyed too.
 //
 // An entry holds the tokens that were in the table for its nodes when it was made, and may be used
 // only while the same ones are there.

@@ -12,8 +12,8 @@
 
 namespace xmldom {
 
-/// The end of a chain, as it was when the chain was appended to. Only `previous` and `last` are
-/// dereferenced.
+/// The end of a chain that was appended to, and its first node, which PrependToChain keeps up to
+/// date. Only `previous` and `last` are dereferenced.
 struct ChainEnd {
   IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;
@@ -91,8 +91,9 @@ void NoteChange(const IXMLDOMNode* node);
 /// parent's chains. To be called before a node is destroyed or leaves its chain.
 void InvalidateCaches(const IXMLDOMNode* node);
 
-/// Does so for all siblings that follow a node. To be called before they leave its chain. A parent
-/// need not be entered in them: AddChild and appendChild link siblings along as they are.
+/// Does so for each sibling that follows a node. To be called before they leave its chain. The
+/// parent alone does not do, because a sibling need not name it: AddChild and appendChild link
+/// siblings along as they are.
 void InvalidateFollowers(const IXMLDOMNode* node);
 
 }  // namespace xmldom

@@ -69,7 +69,7 @@ class XMLNodeChain {
    public:
     typedef std::forward_iterator_tag iterator_category;  ///< It may be copied and walked again.
     typedef XMLPtr<IXMLDOMNode> value_type;               ///< A node with a reference of its own.
-    typedef std::ptrdiff_t difference_type;               ///< Of no use; algorithms ask for it.
+    typedef std::ptrdiff_t difference_type;               ///< What algorithms count in.
     typedef XMLNodeArrow pointer;                         ///< What operator -> hands out.
     typedef XMLPtr<IXMLDOMNode> reference;                ///< What operator * hands out.
 
@@ -227,7 +227,7 @@ class XMLNodes {
    public:
     typedef std::forward_iterator_tag iterator_category;  ///< It may be copied and walked again.
     typedef XMLPtr<IXMLDOMNode> value_type;               ///< A node with a reference of its own.
-    typedef std::ptrdiff_t difference_type;               ///< Of no use; algorithms ask for it.
+    typedef std::ptrdiff_t difference_type;               ///< What algorithms count in.
     typedef XMLNodeArrow pointer;                         ///< What operator -> hands out.
     typedef XMLPtr<IXMLDOMNode> reference;                ///< What operator * hands out.
 

@@ -10,8 +10,9 @@ namespace xmldom {
 /// failed can be left out the next time, because nobody could tell the difference.
 class ReportCount {
  public:
-  /// The count of the running thread, which alone may use this object. Finding it is a call of a
-  /// function, and so not done at every reading.
+  /// The count of the running thread, which alone may use this object. Where
+  /// XMLDOM_THREAD_PLACE does nothing, finding it is a call of a function, and so not done at every
+  /// reading.
   ReportCount() : m_count(&s_count) {}
 
   unsigned long Now() const { return *m_count; }

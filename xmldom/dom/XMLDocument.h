@@ -38,9 +38,11 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   };
 
   unsigned int m_uFlags;  ///< FORMATTED_LAYOUT or 0.
-  CXMLSax* m_pSax;        ///< The builder of the latest load, owned; null before the first load and
-                          ///< after ReleaseParser.
-  int m_nIndent;          ///< By how many blanks each level is indented on writing.
+  /// The builder of the latest load, owned; null before the first load and after ReleaseParser. A
+  /// load by the builder that is here counts its nodes when it ends, also one that an application
+  /// has put here with handlers of its own.
+  CXMLSax* m_pSax;
+  int m_nIndent;  ///< By how many blanks each level is indented on writing.
 
   static int m_iObjCount;  ///< How many documents exist.
 
@@ -96,7 +98,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   XMLDOM_HIDDEN void ResetBuilder();
   XMLDOM_HIDDEN void DestroyBuilder();
 
-  // What ReleaseParser has kept of the latest load, on the C heap; null while there is a parser.
+  // What ReleaseParser has kept of the latest load, on the C heap, or null. It holds only while
+  // m_pSax is null, which an application may change.
   xmldom::LoadReport* m_pReport;
 };
 

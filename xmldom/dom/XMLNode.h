@@ -93,9 +93,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   IXMLDOMDocument2* m_pOwnerDocument;  ///< Holds no reference. That of a document is itself.
   tagDOMNodeType m_eNodeType;          ///< The type of this node.
 
-  /// How many nodes exist, documents included. Threads: this counter and those of the other classes
-  /// are added to atomically. A load adds its nodes when it ends, and a destruction in groups, so
-  /// that a thread may read an older number while others are at work.
+  /// How many nodes exist, documents included. Threads: all share this counter and those of the
+  /// other classes, and may change them at the same time. A load adds its nodes when it ends, and a
+  /// destruction in groups, so that a thread may read an older number while others are at work.
   static int m_iObjCount;
 
   // ---- Lifetime (XMLNodeLifetime.cpp)
@@ -470,7 +470,8 @@ XMLDOM_API void SetDebugEntities(bool on);
 /// Switches the debug decoration of written start tags: the node's address and reference count.
 XMLDOM_API void SetDispAddr(bool on);
 
-/// Whether start tags carry the debug decoration. Where there are threads, SetDispAddr changes it.
+/// Whether start tags carry the debug decoration. Change it with SetDispAddr, which other threads
+/// may do at the same time.
 extern XMLDOM_API bool g_bDispAddr;
 
 /// Result: 1 when `s` has exactly `n` bytes and they equal the first `n` bytes of `sub`; else 0,

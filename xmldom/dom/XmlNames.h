@@ -1,6 +1,7 @@
 #ifndef XMLDOM_DOM_XMLNAMES_H
 #define XMLDOM_DOM_XMLNAMES_H
 
+#include <xmldom/base/Characters.h>
 #include <xmldom/base/TextArgument.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/ptr/XMLPtr.h>
@@ -16,11 +17,8 @@ inline bool IsXmlName(TextArgument text) {
   bool isAscii = true;
   for (std::size_t i = 0; i < text.Size(); ++i) {
     const char c = text.Data()[i];
-    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':';
-    const bool isInner = (c >= '0' && c <= '9') || c == '-' || c == '.';
-    const bool isOther = static_cast<unsigned char>(c) >= 0x80;
-    if (!isLetter && !isOther && (!isInner || i == 0)) return false;
-    isAscii = isAscii && !isOther;
+    if (!(i == 0 ? IsNameStartByte(c) : IsNameByte(c))) return false;
+    isAscii = isAscii && static_cast<unsigned char>(c) < 0x80;
   }
   if (isAscii || text.Size() == 0) return text.Size() != 0;
   XMLPtr<IXMLDOMDocument2> document;

@@ -13,7 +13,7 @@ namespace {
 
 // What default attributes may take, in bytes, whatever the size of the text.
 const unsigned long long kFreeSize = 8 << 20;
-// How many times the size of the text they may take beyond that.
+// How many times the size of the text they may take, where that is more.
 std::atomic<unsigned int> l_maxFactor(100);
 
 // Older headers of Expat do not name it.

@@ -99,9 +99,9 @@ XMLDOM_NODISCARD inline LoadResult LoadText(const char* text) {
 
 /// Loads a file. A NUL byte in it ends the text.
 /// Result: a new document, or why there is none; `error.system` gives the system's reason when the
-/// file could not be opened or read, also when a part of it could be read. Bad input: no file has
-/// an empty path, or one with a NUL byte. Effects: those of IXMLDOMDocument2::load. Cost: linear in
-/// the file.
+/// file could not be opened or read, also when a part of it could be read.
+/// Bad input: an empty path gives ENOENT, one with a NUL byte EINVAL.
+/// Effects: those of IXMLDOMDocument2::load. Cost: linear in the file.
 XMLDOM_NODISCARD inline LoadResult LoadFile(TextArgument path) {
   LoadResult result;
   std::string name(path.Data(), path.Size());

@@ -25,8 +25,9 @@ class GrowingTree {
  public:
   /// Begins the tree of a document that is empty, with the stack of its builder, which is empty.
   /// The builder is borrowed, and told of each default attribute. The nodes and stack elements that
-  /// this makes are counted when it is gone, because each atomic addition takes long; with
-  /// `countsAtOnce`, they are so at the end of every call that did not throw.
+  /// this makes are counted when it is gone, because an addition that other threads may make
+  /// too takes long; with `countsAtOnce`, at the end of each StartElement and EndElement that did
+  /// not throw.
   GrowingTree(CXMLSax* builder, bool countsAtOnce);
   ~GrowingTree();
 

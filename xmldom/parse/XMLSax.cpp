@@ -87,8 +87,8 @@ HRESULT CXMLSax::LoadFromFile(const char* path) {
   return result;
 }
 
-/// Does what LoadFromFile does. Out: the reason for which the file could not be read, or 0; left
-/// alone when that was an exception or a lack of memory.
+/// Does what LoadFromFile does. Out: why the file could not be read, or 0; left alone when an
+/// exception or a lack of memory ended the load.
 HRESULT CXMLSax::ReadAndParse(const char* path, int* error) {
   bool parsed = false;
   {
@@ -131,8 +131,8 @@ bool CXMLSax::ParseWhole(const char* text, unsigned long long length, bool isInB
     text = "";
     isInBuffer = false;
   }
-  // Nobody but the library has installed handlers on the parser of a builder that the document has
-  // made. On any other, there may be some of an application, which can read the counters.
+  // Handlers that an application has installed on the parser may read the counters. A builder that
+  // the document has made has none; the header says that one put into m_pSax counts like it.
   const bool countsAtOnce = m_pDocument->m_pSax != this;
   xmldom::GrowingTree tree(this, countsAtOnce);
   xmldom::EntityNesting nesting;

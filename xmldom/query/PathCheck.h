@@ -150,12 +150,6 @@ class PathChecker {
 
   static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-  static bool IsNameByte(char c) {
-    const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    return isLetter || IsDigit(c) || static_cast<unsigned char>(c) >= 0x80 ||
-           (c != '\0' && std::strchr("_:-.", c) != nullptr);
-  }
-
   bool CheckName(std::size_t begin, std::size_t end) {
     if (begin == end) return Fail(begin, "a name is missing before " + Quoted(begin));
     for (std::size_t at = begin; at < end; ++at) {
@@ -163,7 +157,7 @@ class PathChecker {
       return Fail(at, m_path[at] == ' ' ? "a blank cannot stand in a name"
                                         : Quoted(at) + " cannot stand in a name");
     }
-    if (IsDigit(m_path[begin]) || m_path[begin] == '-' || m_path[begin] == '.') {
+    if (!IsNameStartByte(m_path[begin])) {
       return Fail(begin, "a name cannot begin with " + Quoted(begin));
     }
     return true;

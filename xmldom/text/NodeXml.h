@@ -4,6 +4,7 @@
 #include <xmldom/dom/NodeArgument.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/Escaping.h>
 
 #include <cstddef>
 #include <cstring>
@@ -53,7 +54,7 @@ inline std::string KeepBreaksInTags(const char* xml, const char* end) {
     for (; isTag && at != tagEnd; ++at) {
       if (*at != '\t' && *at != '\n' && *at != '\r') continue;
       kept.append(copied, at);
-      kept += *at == '\t' ? "&#9;" : *at == '\n' ? "&#10;" : "&#13;";
+      kept += AttributeReference(*at);
       copied = at + 1;
     }
     at = static_cast<const char*>(std::memchr(tagEnd, '<', static_cast<std::size_t>(end - tagEnd)));
