@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "harness/NodeFacts.h"
 #include "harness/Trees.h"
 #include "threads/Threads.h"
 
@@ -16,7 +17,8 @@
 
 namespace {
 
-/// A document beside the names that the children of its root element ought to have.
+/// A document beside the names that the children and the attributes of its root element ought to
+/// have.
 class PassedDocument {
  public:
   PassedDocument() : m_document(Load("<r/>")), m_number(0) {}
@@ -24,13 +26,14 @@ class PassedDocument {
   void Change(std::mt19937& random) {
     IXMLDOMNode* const root = Root(m_document);
     const std::size_t place = m_names.empty() ? 0 : random() % m_names.size();
-    switch (m_names.size() > 60 ? 0 : random() % 16) {
+    switch (m_names.size() > 60 ? 0 : random() % 20) {
       case 0:
         Reload();
         break;
       case 1:
         root->ClearNode(false);
         m_names.clear();
+        m_attributes.clear();
         break;
       case 2:
       case 3:
@@ -47,22 +50,33 @@ class PassedDocument {
       case 8:
         Nest(root, place);
         break;
+      case 9:
+        Disown(root, place);
+        break;
+      case 10:
+        AppendSibling(root, place);
+        break;
+      case 11:
+        AppendAttributes(root);
+        break;
       default:
         for (int i = 0; i < 3; ++i) Append(root);
     }
   }
 
-  std::vector<std::string> Names() const {
+  /// Whether the children and the attributes of the root element are those that it ought to have.
+  void Check() const {
+    ASSERT_EQ(m_names, NamesOf(Root(m_document)->m_pFirstChild));
+    ASSERT_EQ(m_attributes, NamesOf(Root(m_document)->m_pFirstAttribute));
+  }
+
+ private:
+  static std::vector<std::string> NamesOf(const IXMLDOMNode* node) {
     std::vector<std::string> names;
-    for (IXMLDOMNode* n = Root(m_document)->m_pFirstChild; n != nullptr; n = n->m_pNextSibling) {
-      names.push_back(n->m_pszNodeName);
-    }
+    for (; node != nullptr; node = node->m_pNextSibling) names.push_back(node->m_pszNodeName);
     return names;
   }
 
-  const std::vector<std::string>& ExpectedNames() const { return m_names; }
-
- private:
   std::string NewName() { return "n" + std::to_string(++m_number); }
 
   void Append(IXMLDOMNode* root) {
@@ -75,6 +89,27 @@ class PassedDocument {
     m_names.insert(m_names.begin(), NewName());
     IXMLDOMNode* node = NewElement(nullptr, m_names.front().c_str()).Detach();
     EXPECT_EQ(S_OK, root->insertBefore(node, root->m_pFirstChild, nullptr));
+    EXPECT_EQ("", NotOwnedBy(m_document, root));
+  }
+
+  /// Takes the owner document from a child, from those that follow it and from all below them. The
+  /// next insertion before them gives it back.
+  void Disown(IXMLDOMNode* root, std::size_t place) {
+    if (!m_names.empty()) At(root, {static_cast<int>(place)})->RecurseSetDocument(nullptr);
+  }
+
+  void AppendSibling(IXMLDOMNode* root, std::size_t place) {
+    if (m_names.empty()) return;
+    m_names.push_back(NewName());
+    const Node added(
+        At(root, {static_cast<int>(place)})->AddSibling(m_names.back().c_str(), nullptr));
+  }
+
+  void AppendAttributes(IXMLDOMNode* root) {
+    for (int i = 0; i < 3; ++i) {
+      m_attributes.push_back(NewName());
+      EXPECT_EQ(1, root->AddAttribute(m_attributes.back().c_str(), "v"));
+    }
   }
 
   void Remove(IXMLDOMNode* root, std::size_t place) {
@@ -104,11 +139,13 @@ class PassedDocument {
 
   void Reload() {
     m_names.assign(3, "a");
+    m_attributes.clear();
     EXPECT_EQ(VARIANT_TRUE, m_document->loadXML("<r><a/><a x='1'>t</a><a/></r>"));
   }
 
   Document m_document;
   std::vector<std::string> m_names;
+  std::vector<std::string> m_attributes;
   int m_number;
 };
 
@@ -143,7 +180,7 @@ TEST(PassedDocuments, Are_changed_by_one_thread_after_another) {
     if (ownRandom() % 50 == 0) document.reset(new PassedDocument);
     for (unsigned i = ownRandom() % 4 + 1; i > 0; --i) {
       document->Change(ownRandom);
-      ASSERT_EQ(document->ExpectedNames(), document->Names());
+      document->Check();
     }
     queue.Put(std::move(document));
   });
