@@ -21,21 +21,31 @@ function(xmldom_runnable result target)
   set(${result} ${launcher} PARENT_SCOPE)
 endfunction()
 
-# Makes a test of each case of a GoogleTest program; further arguments are those of
-# gtest_discover_tests. In an emulator a start costs more than most cases, so that a test is a share
-# of them there, and a program cannot start itself again, as a death test of the thread-safe style
-# would. Random cases are fewer there (tests/soak/Cases.h).
+set(XMLDOM_TEST_SHARES "" CACHE STRING
+  "How many tests share the cases of a GoogleTest program; empty: each case is a test of its own")
+
+# Makes a test of each case of a GoogleTest program, or XMLDOM_TEST_SHARES tests that run a share of
+# the cases each, which spares the start of a process for each case; further arguments are those of
+# gtest_discover_tests. A program that needs an emulator always has shares, because a start costs
+# more than most cases there. Random cases are fewer in it (tests/soak/Cases.h), and a program cannot
+# start itself again, as a death test of the thread-safe style would.
 function(xmldom_discover_tests target)
-  if(NOT CMAKE_CROSSCOMPILING_EMULATOR)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "NO_PRETTY_VALUES" "TEST_PREFIX" "PROPERTIES")
+  set(shares ${XMLDOM_TEST_SHARES})
+  if(CMAKE_CROSSCOMPILING_EMULATOR)
+    set(shares 8)
+    set(options --gtest_death_test_style=fast)
+    set(environment "XMLDOM_CASES=1000")
+  endif()
+  if(NOT shares)
     gtest_discover_tests(${target} DISCOVERY_TIMEOUT 60 ${ARGN})
     return()
   endif()
-  set(shares 8)
   foreach(share RANGE 1 ${shares})
+    set(name ${target}.${share}_of_${shares})
     math(EXPR index "${share} - 1")
-    add_test(NAME ${target}.${share}_of_${shares}
-      COMMAND ${target} --gtest_death_test_style=fast)
-    set_tests_properties(${target}.${share}_of_${shares} PROPERTIES
-      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shares};GTEST_SHARD_INDEX=${index};XMLDOM_CASES=1000")
+    add_test(NAME ${name} COMMAND ${target} ${options})
+    set_tests_properties(${name} PROPERTIES ${arg_PROPERTIES}
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${shares};GTEST_SHARD_INDEX=${index};${environment}")
   endforeach()
 endfunction()
