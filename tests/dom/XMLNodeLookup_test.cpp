@@ -73,6 +73,17 @@ TEST(XMLNodeLookup, A_node_without_name_is_never_found) {
   EXPECT_EQ(1, PositionIn(node->m_pFirstChild, found));
 }
 
+TEST(XMLNodeLookup, A_missing_name_does_not_find_a_node_without_name) {
+  Node node = NewElement(nullptr, "a");
+  node->AddChild(new IXMLDOMNode);
+  node->m_pFirstAttribute = new IXMLDOMNode;
+  EXPECT_EQ(nullptr, node->GetChild(nullptr));
+  EXPECT_EQ(4, CXML::GetXMLError());
+  EXPECT_EQ(nullptr, node->GetAttribute(nullptr));
+  EXPECT_EQ(2, CXML::GetXMLError());
+  EXPECT_EQ(nullptr, node->GetStrAttribute(nullptr));
+}
+
 TEST(XMLNodeLookup, What_is_found_carries_a_reference) {
   Document document = Load("<a x='1'><b/></a>");
   Node attribute(Root(document)->GetAttribute("x"));

@@ -173,6 +173,17 @@ TEST(EntityNesting, Of_a_chain_is_found_however_it_is_declared) {
   }
 }
 
+// Neither refers to anything, and a quote in them opens no literal.
+TEST(EntityNesting, Of_a_chain_is_found_behind_comments_and_instructions) {
+  const std::string chain = "<!ENTITY e0 'x'>" + Numbered(kTooMany, "<!ENTITY e~ '&e@;'>");
+  for (const char* before : {"<!-- & -->", "<!-- &e9; ' -->", "<!-- \" & - -->", "<?p & ?>",
+                             "<?p &e9; ' ?>", "<?p > & \" ?>", "<!--&--><?p &?><!--&e1;-->"}) {
+    SCOPED_TRACE(before);
+    EXPECT_TRUE(IsRefused(Declaring(before + chain)));
+    EXPECT_FALSE(IsRefused(Declaring(before + std::string("<!ENTITY e1 '&e0;'>"))));
+  }
+}
+
 TEST(EntityNesting, Of_a_chain_is_found_in_any_order_of_declarations) {
   std::vector<std::string> declarations;
   for (int i = 0; i <= kTooMany; ++i) {

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 #include <xmldom/parse/XMLSax.h>
@@ -7,6 +8,7 @@
 #include <cerrno>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "harness/CompactXml.h"
 #include "harness/Encodings.h"
@@ -116,6 +118,49 @@ TEST(XMLDocumentLoadFileReading, Ends_the_text_at_a_NUL_byte_wherever_it_stands)
     SCOPED_TRACE(contents.size());
     ExpectPiecesOfText(contents);
   }
+}
+
+namespace {
+
+/// Opens a file at the first element that it is told of, and keeps it open.
+struct OpeningHandler {
+  int descriptor = -1;
+
+  static void Start(void* self, const char*, const char**) {
+    int& descriptor = static_cast<OpeningHandler*>(self)->descriptor;
+    if (descriptor < 0) descriptor = open("/dev/null", O_RDONLY);
+  }
+};
+
+}  // namespace
+
+// The file has been read by then, and its descriptor is free for the next file that is opened.
+TEST(XMLDocumentLoadFileReading, Leaves_a_file_alone_that_a_handler_opens_meanwhile) {
+  TemporaryFile file("<a/>");
+  const Document document = NewDocument();
+  CXMLSax sax(document);
+  sax.CreateParser();
+  OpeningHandler handler;
+  XML_SetUserData(sax.m_p, &handler);
+  XML_SetElementHandler(sax.m_p, OpeningHandler::Start, nullptr);
+  XML_SetDefaultHandlerExpand(sax.m_p, nullptr);
+  EXPECT_EQ(S_OK, sax.LoadFromFile(file.Path()));
+  ASSERT_GE(handler.descriptor, 0);
+  EXPECT_EQ(0, close(handler.descriptor));
+}
+
+// A file that is read to its end needs no more memory than its size, unless it grows.
+TEST(XMLDocumentLoadFileReading, Looks_for_the_end_with_a_byte_of_its_own) {
+  if (!HasInputContext()) GTEST_SKIP() << "the parser has no memory of its own";
+  TemporaryFile file("<a>x</a>");
+  std::vector<std::size_t> sizes;
+  const ReadCalls calls([&sizes](int descriptor, void* memory, std::size_t size) {
+    sizes.push_back(size);
+    return ReadCalls::Really(descriptor, memory, size);
+  });
+  const Document document = NewDocument();
+  EXPECT_EQ(kParsed, LoadPath(document, file.Path()));
+  EXPECT_EQ((std::vector<std::size_t>{8, 1}), sizes);
 }
 
 TEST(XMLDocumentLoadFileReading, Takes_an_empty_file_for_an_empty_text) { ExpectPiecesOfText(""); }

@@ -10,8 +10,10 @@
 #include <thread>
 
 #include "harness/CompactXml.h"
+#include "harness/InputContext.h"
 #include "harness/LoadOutcome.h"
 #include "harness/LogCapture.h"
+#include "harness/ReadCalls.h"
 #include "harness/RefusingLog.h"
 #include "harness/TemporaryFile.h"
 #include "harness/Trees.h"
@@ -170,11 +172,11 @@ namespace {
 const char* const kTooLarge =
     "CXMLSax - a text of 2147483648 bytes is larger than the parser's limit of 2147483647";
 
-/// A file of one byte more than INT_MAX that takes no room, since all but its start is a hole.
+/// A file larger than INT_MAX that takes no room, since all but its start is a hole.
 class HugeFile {
  public:
-  HugeFile() : m_file("<b/>") {
-    EXPECT_EQ(0, truncate(m_file.Path(), static_cast<off_t>(INT_MAX) + 1));
+  explicit HugeFile(off_t size = static_cast<off_t>(INT_MAX) + 1) : m_file("<b/>") {
+    EXPECT_EQ(0, truncate(m_file.Path(), size));
   }
   char* Path() { return m_file.Path(); }
 
@@ -199,6 +201,25 @@ TEST(XMLDocumentLoadFile, That_is_too_large_is_logged_with_its_size_and_the_limi
   LoadPath(document, file.Path());
   ASSERT_EQ(1u, log.Events().size());
   EXPECT_EQ(Event(18, 3, kTooLarge), log.Events()[0]);
+}
+
+// The parser has no room for such a text in its buffer, and says so.
+TEST(XMLDocumentLoadFile, Of_the_largest_size_is_left_to_the_parser) {
+  const Document document = NewDocument();
+  HugeFile file(INT_MAX);
+  const ReadCalls calls([&file](int descriptor, void* memory, std::size_t size) {
+    EXPECT_EQ(0, truncate(file.Path(), 4));
+    return ReadCalls::Really(descriptor, memory, size);
+  });
+  const LogCapture log;
+  const LoadOutcome outcome = LoadPath(document, file.Path());
+  EXPECT_EQ(std::vector<LoggedEvent>{}, log.Events());
+  if (HasInputContext()) {
+    EXPECT_EQ(kNotParsed, outcome);
+    EXPECT_EQ(XML_ERROR_NO_MEMORY, document->m_pSax->GetErrorCode());
+  } else {
+    EXPECT_EQ(kParsed, outcome);
+  }
 }
 
 TEST(XMLDocumentLoadFile, Lets_a_log_exception_through) {

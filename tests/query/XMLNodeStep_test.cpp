@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <new>
 #include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "harness/AllocationFailure.h"
 #include "harness/LogCapture.h"
 #include "harness/Trees.h"
 
@@ -104,6 +106,29 @@ TEST(XMLNodeStep, ParseXPathQuery_refuses_null_arguments_and_hands_nothing_out) 
               log.Events());
     EXPECT_EQ(name, outName);
     EXPECT_EQ(predicates, outPredicates);
+  }
+}
+
+TEST(XMLNodeStep, ParseXPathQuery_hands_nothing_out_when_memory_is_out) {
+  if (!AllocationFailure::ReachesMalloc()) GTEST_SKIP() << "malloc cannot be made to fail";
+  Document document = NewDocument();
+  for (int allowed = 0; allowed < 2; ++allowed) {
+    SCOPED_TRACE(allowed);
+    char before[] = "before";
+    char* name = before;
+    char* predicates = before;
+    bool isRefused = false;
+    const long blocks = HeapBlocks();
+    try {
+      const AllocationFailure limit(allowed);
+      document->ParseXPathQuery("a[b=1]", &name, &predicates);
+    } catch (const std::bad_alloc&) {
+      isRefused = true;
+    }
+    EXPECT_TRUE(isRefused);
+    EXPECT_EQ(nullptr, name);
+    EXPECT_EQ(nullptr, predicates);
+    EXPECT_EQ(blocks, HeapBlocks());
   }
 }
 

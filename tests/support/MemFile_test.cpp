@@ -135,6 +135,17 @@ TEST(MemFile, WriteF_appends_texts_of_any_length) {
   }
 }
 
+TEST(MemFile, WriteF_of_an_empty_text_changes_nothing) {
+  CMemFile file(16);
+  file.WriteF("%s", "");
+  EXPECT_EQ("", ContentsOf(file));
+  WriteText(file, "abc");
+  file.WriteF("%s", "");
+  EXPECT_EQ("abc", ContentsOf(file));
+  EXPECT_EQ(3u, file.m_uLength);
+  EXPECT_EQ(3u, file.m_uPosition);
+}
+
 TEST(MemFile, WriteF_appends_at_the_length_wherever_the_position_is) {
   CMemFile file(16);
   WriteText(file, "abc");
@@ -300,6 +311,7 @@ TEST(MemFile, A_full_buffer_takes_an_empty_text) {
   const FullBuffer full(file);
   file.Write("", 0);
   file.WriteStrEntities("");
+  file.WriteF("%s", "");
   EXPECT_EQ(UINT_MAX, file.m_uLength);
 }
 
