@@ -4,41 +4,13 @@
 #include <cstdint>
 
 #include "fuzz/Check.h"
+#include "fuzz/Input.h"
 #include "fuzz/Trees.h"
 
 using fuzz::Document;
+using fuzz::Input;
 
 namespace {
-
-/// What is left of the input.
-class Input {
- public:
-  Input(const std::uint8_t* data, std::size_t size) : m_at(data), m_end(data + size) {}
-
-  bool IsEmpty() const { return m_at == m_end; }
-  unsigned int Byte() { return IsEmpty() ? 0 : *m_at++; }
-
-  template <std::size_t N>
-  std::string OneOf(const char* const (&texts)[N]) {
-    return texts[Byte() % N];
-  }
-
-  /// One of the texts, or as many bytes as the next one says.
-  template <std::size_t N>
-  std::string OneOfOrAny(const char* const (&texts)[N]) {
-    const unsigned int choice = Byte();
-    if (choice < 128) return texts[choice % N];
-    std::string text;
-    for (unsigned int i = choice - 128; i > 0 && !IsEmpty(); --i) {
-      text.push_back(static_cast<char>(Byte()));
-    }
-    return text;
-  }
-
- private:
-  const std::uint8_t* m_at;
-  const std::uint8_t* m_end;
-};
 
 const char* const kNames[] = {"a", "b", "c", "n:d", "e-f"};
 const char* const kValues[] = {"v", "1 &amp; 2", "&#65;&lt;", " x ", "]]", "<![CDATA[ ]]>"};
