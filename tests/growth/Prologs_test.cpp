@@ -4,11 +4,11 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
-#include <algorithm>
 #include <ostream>
 #include <string>
 
 #include "harness/ExpatVersion.h"
+#include "harness/LinearTime.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
@@ -18,7 +18,7 @@ const int kMostInChain = 256;
 const int kFactor = 8;
 /// Half way, on a scale of factors, between what grows with the size and what grows with its
 /// square.
-const double kMostRatio = 24;
+const double kMostGrowth = 24;
 
 std::string Entity(const std::string& name, const std::string& value) {
   return "<!ENTITY " + name + " '" + value + "'>";
@@ -109,23 +109,12 @@ INSTANTIATE_TEST_SUITE_P(All, GrowthOfPrologs, testing::ValuesIn(kPrologs),
                            return std::string(row.param.name);
                          });
 
-/// The least processor time of several loads of a document with these declarations, in seconds.
-double TimeToLoad(const std::string& declarations) {
-  const std::string xml = "<!DOCTYPE a [" + declarations + "]><a/>";
-  double least = 1e9;
-  for (int load = 0; load < 5; ++load) {
-    least = std::min(least, OnSmallStack([&xml] { Load(xml); }));
-  }
-  return least;
-}
-
 }  // namespace
 
 TEST_P(GrowthOfPrologs, Is_linear) {
   const Prolog& prolog = GetParam();
-  const double small = TimeToLoad(prolog.declarations(prolog.size));
-  const double large = TimeToLoad(prolog.declarations(prolog.size * kFactor));
-  RecordProperty("small", std::to_string(small));
-  RecordProperty("large", std::to_string(large));
-  EXPECT_LT(large, small * kMostRatio) << small << " and " << large << " seconds";
+  ExpectGrowthBelow(kMostGrowth, prolog.size, prolog.size * kFactor, [&prolog](int size) {
+    const std::string xml = "<!DOCTYPE a [" + prolog.declarations(size) + "]><a/>";
+    return OnSmallStack([&xml] { Load(xml); });
+  });
 }
