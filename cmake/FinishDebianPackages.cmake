@@ -8,11 +8,11 @@ foreach(package IN LISTS CPACK_PACKAGE_FILES)
   file(REMOVE ${contents}/DEBIAN/postinst ${contents}/DEBIAN/postrm)
 
   # Libraries and what builds with them can be installed for several architectures side by side; the
-  # tool of one architecture serves all. CPack knows this field from CMake 3.31 on. In Debian,
+  # tool and the documents of one architecture serve all. CPack knows this field from CMake 3.31 on. In Debian,
   # packages of debugging information are of no other type than the others.
   file(READ ${contents}/DEBIAN/control control)
   string(REPLACE "Package-Type: ddeb\n" "" control "${control}")
-  if(package MATCHES "/xmldom_[^/]*$")
+  if(package MATCHES "/(xmldom|libxmldom-doc)_[^/]*$")
     string(PREPEND control "Multi-Arch: foreign\n")
   elseif(package MATCHES "/libxmldom[^/]*$")
     string(PREPEND control "Multi-Arch: same\n")

@@ -1,5 +1,6 @@
-# Debian packages by CPack: libxmldom1 (both libraries), libxmldom-dev (what builds an application)
-# and xmldom (the tool), with debugging information for the libraries and the tool. Included where
+# Debian packages by CPack: libxmldom1 (both libraries), libxmldom-dev (what builds an application),
+# libxmldom-doc (pages, examples and reference) and xmldom (the tool), with debugging information for
+# the libraries and the tool. Included where
 # XMLDOM_DEBIAN_PACKAGES is on; scripts/packages builds them.
 
 set(packaging_dir ${PROJECT_SOURCE_DIR}/packaging/debian)
@@ -16,7 +17,7 @@ set(CPACK_SET_DESTDIR ON)  # so that the .pc files name the prefix, and not wher
 set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/PrepareDebianPackages.cmake)
 set(CPACK_POST_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/FinishDebianPackages.cmake)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL Runtime Development Tool)
+set(CPACK_COMPONENTS_ALL Runtime Development Documentation Tool)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -63,6 +64,8 @@ set(CPACK_XMLDOM_SYMBOLS ${packaging_dir}/${library_package}.symbols)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${control_dir}/triggers ${control_dir}/shlibs)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
   "${library_package} (= ${package_version}), libexpat1-dev")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS libxmldom-doc)
+set(CPACK_DEBIAN_DOCUMENTATION_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${library_package} (>= ${PROJECT_VERSION})")
 
 # Describes the package of a component: name, section, and what it says of itself (the first line is
@@ -99,7 +102,15 @@ A C++ library that gives an application an XML document as a tree in memory,
 with classes in the shape of the COM-style XML DOM.
 
 This package has the headers, the CMake package and the pkg-config files that
-build an application, and documents with examples.")
+build an application.")
+
+xmldom_debian_package(Documentation libxmldom-doc doc
+"XML document object model for small devices - documentation
+A C++ library that gives an application an XML document as a tree in memory,
+with classes in the shape of the COM-style XML DOM.
+
+This package has a guide and pages on ownership, paths, results and limits,
+examples, and a reference of all classes and functions as HTML pages.")
 
 xmldom_debian_package(Tool xmldom text
 "XML documents from the command line: check, search, edit, compare
@@ -107,14 +118,16 @@ Tells whether XML documents are well-formed and where they are not, writes
 what a path selects, shows the shape of a document, edits in place so that a
 file is replaced whole or not at all, and compares two documents.")
 
-file(GLOB documents CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md)
-list(FILTER documents EXCLUDE REGEX "/(internals|performance|releasing)\\.md$")
-install(FILES ${documents}
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libxmldom-dev COMPONENT Development)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/libxmldom-dev COMPONENT Development
-  PATTERN CMakeLists.txt EXCLUDE)
-install(FILES ${PROJECT_SOURCE_DIR}/README.md
-  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/xmldom COMPONENT Tool)
+# The reference is made with the rest of this build.
+find_program(DOXYGEN_PROGRAM doxygen)
+if(NOT DOXYGEN_PROGRAM)
+  message(FATAL_ERROR "The package libxmldom-doc needs Doxygen (Debian package doxygen)")
+endif()
+set_target_properties(reference PROPERTIES EXCLUDE_FROM_ALL OFF)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/reference/
+  DESTINATION ${XMLDOM_DOCUMENTS_FOLDER}/html COMPONENT Documentation)
+install(FILES ${packaging_dir}/libxmldom-doc.doc-base
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/doc-base RENAME libxmldom-doc.xmldom
+  COMPONENT Documentation)
 
 include(CPack)

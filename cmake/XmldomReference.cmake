@@ -10,7 +10,9 @@ list(APPEND input ${XMLDOM_REFERENCE_SOURCES}/front-page.md)
 list(JOIN input "\" \"" XMLDOM_REFERENCE_INPUT)
 configure_file(${XMLDOM_REFERENCE_SOURCES}/Doxyfile.in ${PROJECT_BINARY_DIR}/Doxyfile @ONLY)
 
+# Old pages would stay beside new ones.
 add_custom_target(reference
+  COMMAND ${CMAKE_COMMAND} -E rm -rf ${XMLDOM_REFERENCE_FOLDER}
   COMMAND doxygen ${PROJECT_BINARY_DIR}/Doxyfile
   COMMENT "Writing the reference to ${XMLDOM_REFERENCE_FOLDER}/index.html"
   VERBATIM)

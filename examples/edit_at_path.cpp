@@ -1,10 +1,12 @@
-// Edits a document at paths, with XML for what comes in, and shows what has changed. Run it from
-// the project's root folder.
+// Edits a document at paths, with XML for what comes in, and shows what has changed.
 
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
 #include <cstdio>
+#include <string>
+
+#include "data_file.h"
 
 namespace {
 
@@ -37,10 +39,10 @@ int main() {
   CLogger::SetSink(Show, nullptr);
   IXMLDOMDocument2* document = nullptr;
   Create(&document);
-  char path[] = "examples/data/device.xml";
+  std::string path = DataFile("device.xml");
   short loaded = VARIANT_FALSE;
   bool edited = false;
-  if (document->load(path, &loaded) == S_OK) {
+  if (document->load(&path[0], &loaded) == S_OK) {
     try {
       edited = Edit(document);
       const int removed = document->RemoveChildAtXPath("//rule[@id=40]");  // it is not there now

@@ -1,5 +1,5 @@
 // Edits the configuration of a device with texts as users type them, saves it as a file that is
-// whole at any time, and reads it again. Run it from the project's root folder.
+// whole at any time, and reads it again.
 
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
@@ -9,9 +9,9 @@
 #include <cstdio>
 #include <string>
 
-namespace {
+#include "data_file.h"
 
-const char kOriginal[] = "examples/data/device.xml";
+namespace {
 
 bool Edit(IXMLDOMDocument2* document, const std::string& banner, const std::string& location) {
   const XMLPtr<IXMLDOMNode> identity = xmldom::SelectOne(document, "/device/identity");
@@ -34,9 +34,10 @@ int Fail(const std::string& file, const std::string& reason) {
 
 int main() {
   SetDebugEntities(false);  // nothing that is read goes to standard output by itself
+  const std::string original = DataFile("device.xml");
   const std::string copy = "/tmp/edit_configuration-" + std::to_string(getpid()) + ".xml";
-  const xmldom::LoadResult loaded = xmldom::LoadFile(kOriginal);
-  if (!loaded) return Fail(kOriginal, xmldom::OneLine(loaded.error));
+  const xmldom::LoadResult loaded = xmldom::LoadFile(original);
+  if (!loaded) return Fail(original, xmldom::OneLine(loaded.error));
 
   // A control character, which no XML can hold, is refused; the texts of the second call are fine.
   const bool refused = !Edit(loaded.document.Get(), "beep\a", "Lobby");

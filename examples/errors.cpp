@@ -1,9 +1,12 @@
 // What calls say when something is wrong: results, the parse error, the error code of lookups,
-// exceptions, and the log. Run it from the project's root folder.
+// exceptions, and the log.
 
 #include <xmldom/xmldom.h>
 
 #include <cstdio>
+#include <string>
+
+#include "data_file.h"
 
 namespace {
 
@@ -12,10 +15,11 @@ void Show(const CLogEvent& event, void*) {
   std::printf("log: type %d, severity %d: %s\n", event.type, event.severity, event.title);
 }
 
-void Load(IXMLDOMDocument2* document, char* path) {
+void Load(IXMLDOMDocument2* document, const char* name) {
+  std::string path = DataFile(name);
   short loaded = VARIANT_FALSE;
-  const HRESULT result = document->load(path, &loaded);
-  if (result == E_FILENOTOPENED) std::printf("%s: cannot be opened\n", path);
+  const HRESULT result = document->load(&path[0], &loaded);
+  if (result == E_FILENOTOPENED) std::printf("%s: cannot be opened\n", name);
   if (result != S_FALSE) return;
 
   IXMLDOMParseError* error = nullptr;
@@ -26,7 +30,7 @@ void Load(IXMLDOMDocument2* document, char* path) {
   BSTR tag = nullptr;
   if (error->get_line(&line) == S_OK && error->get_linepos(&column) == S_OK &&
       error->get_reason(&reason) == S_OK && error->get_srcText(&tag) == S_OK) {
-    std::printf("%s:%ld:%ld: %s, near %s\n", path, line, column + 1, reason, tag);
+    std::printf("%s:%ld:%ld: %s, near %s\n", name, line, column + 1, reason, tag);
   }
   SysFreeString(reason);
   SysFreeString(tag);
@@ -63,10 +67,8 @@ int main() {
   CLogger::SetSink(Show, nullptr);
   IXMLDOMDocument2* document = nullptr;
   Create(&document);
-  char missing[] = "examples/data/missing.xml";
-  Load(document, missing);
-  char broken[] = "examples/data/broken.xml";
-  Load(document, broken);
+  Load(document, "missing.xml");
+  Load(document, "broken.xml");
 
   // What stands before the error has been built.
   IXMLDOMNode* device = nullptr;

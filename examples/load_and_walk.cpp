@@ -1,9 +1,12 @@
 // Loads a file and walks its tree: each element with its attributes, each text. The walk is a loop,
-// so that no document is too deep for it. Run it from the project's root folder.
+// so that no document is too deep for it.
 
 #include <xmldom/xmldom.h>
 
 #include <cstdio>
+#include <string>
+
+#include "data_file.h"
 
 namespace {
 
@@ -62,13 +65,13 @@ void Walk(IXMLDOMNode* root) {
 int main() {
   IXMLDOMDocument2* document = nullptr;
   Create(&document);
-  char path[] = "examples/data/device.xml";
+  std::string path = DataFile("device.xml");
   short loaded = VARIANT_FALSE;
-  const HRESULT result = document->load(path, &loaded);
+  const HRESULT result = document->load(&path[0], &loaded);
   if (result == S_OK) {
     Walk(document);
   } else {
-    std::fprintf(stderr, "cannot load %s\n", path);
+    std::fprintf(stderr, "cannot load %s\n", path.c_str());
   }
   Release(document);
   return result == S_OK ? 0 : 1;

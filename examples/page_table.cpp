@@ -1,11 +1,13 @@
 // Shows a table page by page, as a display with two rows would, and tells a path that is wrong from
-// one that finds nothing. Run it from the project's root folder.
+// one that finds nothing.
 
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
 #include <cstdio>
 #include <string>
+
+#include "data_file.h"
 
 namespace {
 
@@ -43,7 +45,7 @@ bool PrintTable(IXMLDOMDocument2* document, const char* path) {
 
 int main() {
   SetDebugEntities(false);  // nothing that is read goes to standard output by itself
-  const xmldom::LoadResult loaded = xmldom::LoadFile("examples/data/device.xml");
+  const xmldom::LoadResult loaded = xmldom::LoadFile(DataFile("device.xml"));
   if (!loaded) {
     std::fprintf(stderr, "%s\n", xmldom::OneLine(loaded.error).c_str());
     return 1;

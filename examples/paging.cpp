@@ -1,10 +1,12 @@
 // Writes a document page by page, for a display that has room for two rows: which page it is stands
-// in the paged element, the rows are numbered, and the last page is filled up. Run it from the
-// project's root folder.
+// in the paged element, the rows are numbered, and the last page is filled up.
 
 #include <xmldom/xmldom.h>
 
 #include <cstdio>
+#include <string>
+
+#include "data_file.h"
 
 namespace {
 
@@ -25,9 +27,9 @@ void PrintPages(IXMLDOMNode* users, int rowsOnPage) {
 int main() {
   IXMLDOMDocument2* document = nullptr;
   Create(&document);
-  char path[] = "examples/data/device.xml";
+  std::string path = DataFile("device.xml");
   short loaded = VARIANT_FALSE;
-  const HRESULT result = document->load(path, &loaded);
+  const HRESULT result = document->load(&path[0], &loaded);
   if (result == S_OK) {
     IXMLDOMNode* users = document->SelectSingleNode("/device/users");
     if (users != nullptr) PrintPages(users, 2);

@@ -1,9 +1,11 @@
-// Asks a document: one node by its path, all nodes of a path, values as numbers, decoded text. Run
-// it from the project's root folder.
+// Asks a document: one node by its path, all nodes of a path, values as numbers, decoded text.
 
 #include <xmldom/xmldom.h>
 
 #include <cstdio>
+#include <string>
+
+#include "data_file.h"
 
 namespace {
 
@@ -50,9 +52,9 @@ HRESULT GetNumber(IXMLDOMNode* node, int* number) {
 int main() {
   IXMLDOMDocument2* document = nullptr;
   Create(&document);
-  char file[] = "examples/data/device.xml";
+  std::string file = DataFile("device.xml");
   short loaded = VARIANT_FALSE;
-  const HRESULT result = document->load(file, &loaded);
+  const HRESULT result = document->load(&file[0], &loaded);
   if (result == S_OK) {
     PrintText(document, "/device/identity/hostname");
     PrintText(document, "//rule[@id=30]/note");

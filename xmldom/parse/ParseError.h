@@ -22,7 +22,7 @@ class XMLDOM_API IXMLDOMParseError : public CRefCountedObject {
   IXMLDOMParseError& operator=(IXMLDOMParseError& other);
 
   long m_lErrorCode;   ///< Expat's code of the error; 0 without error.
-  long m_lFilePos;     ///< The length of the event at which the parse ended, in bytes.
+  long m_lFilePos;     ///< The length of Expat's current event: 0 once a load has ended.
   long m_lLine;        ///< The line where the parse ended, counted from 1.
   long m_lLinePos;     ///< The column where the parse ended, counted from 0, in characters.
   BSTR m_bstrReason;   ///< Expat's text for the code; null without error.
@@ -32,7 +32,7 @@ class XMLDOM_API IXMLDOMParseError : public CRefCountedObject {
 
   /// Result: S_OK; S_FALSE when there was no error. Out: the code, 0 without error.
   HRESULT get_errorCode(long* out);
-  /// Result: S_OK. Out: the length of the event. Deliberate: unlike the other numbers, this one
+  /// Result: S_OK. Out: m_lFilePos. Deliberate: unlike the other numbers, this one
   /// comes with S_OK without an error too.
   HRESULT get_filepos(long* out);
   /// Result: S_OK; S_FALSE when there was no error. Out: the line, in both cases.
