@@ -55,6 +55,18 @@ const Shape kShapes[] = {
      [](int) { return std::string("x"); }, 2, 1},
     {"LevelsWithText", [](int count) { return Repeat("<b>x", count) + Repeat("</b>", count); },
      [](int count) { return Joined("x", " ", count); }, 1, 2},
+    {"LateTextsOfLevels",
+     [](int count) { return "<a>" + Repeat("<b>", count) + "x" + Repeat("</b>y", count) + "</a>"; },
+     [](int count) { return Repeat("y ", count) + "x"; }, 3, 2},
+    {"LateTextsBeforeALongOne",
+     [](int count) {
+       return "<a>" + Repeat("<b>", count) + Repeat("0123456789", count) + Repeat("</b>y", count) +
+              "</a>";
+     },
+     [](int count) { return Repeat("y ", count) + Repeat("0123456789", count); }, 3, 2},
+    {"LateTextsOfManyElements",
+     [](int count) { return "<a>" + Repeat("<b><c>x</c>y</b>", count) + "</a>"; },
+     [](int count) { return Joined("y x", " ", count); }, 2, 4},
 };
 
 class Growth : public testing::TestWithParam<Shape> {};
@@ -120,6 +132,15 @@ TEST_P(Growth, Of_loads_that_follow_each_other) {
       EXPECT_EQ(VARIANT_TRUE, document->loadXML("<a/>"));
       EXPECT_EQ(2, IXMLDOMNode::m_iObjCount);
     });
+  });
+}
+
+TEST(Growth, Of_late_texts_in_one_chain_before_a_long_one) {
+  ExpectLinearTime(kCount, [](int count) {
+    const Document document = Load("<a><b>" + Repeat("0123456789", count) + "</b></a>");
+    for (int i = 0; i < count; ++i) Root(document)->AddTextChild("y");
+    const std::string text = Repeat("y ", count) + Repeat("0123456789", count);
+    return OnSmallStack([&] { ExpectText(text, document); });
   });
 }
 

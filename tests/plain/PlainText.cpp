@@ -42,6 +42,11 @@ int& Reports() {
   return count;
 }
 
+bool& PrintsDebugLines() {
+  static bool prints = true;
+  return prints;
+}
+
 int TranslateEntities(const char* in, CMemFile& out) {
   if (in == nullptr) return 1;
   const char* ampersand = std::strchr(in, '&');
@@ -76,6 +81,7 @@ int TranslateEntities(const char* in, CMemFile& out) {
     if (ampersand != nullptr) semicolon = std::strchr(ampersand, ';');
   }
   WriteRange(out, copied, copied + std::strlen(copied));
+  if (!PrintsDebugLines()) return result;
   ++Reports();
   std::printf("Translate Entities: from <%s> to <%s>\n", in, out.GetAsStr());
   return result;

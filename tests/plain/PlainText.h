@@ -9,6 +9,9 @@ namespace plain {
 /// How many log events and printed lines there have been of these and other plain functions.
 int& Reports();
 
+/// What SetDebugEntities switches.
+bool& PrintsDebugLines();
+
 /// What TranslateEntities does.
 int TranslateEntities(const char* in, CMemFile& out);
 

@@ -136,6 +136,20 @@ TEST_F(XMLNodeSelectHelper, Traversing_matches_below_the_node_and_every_element_
   EXPECT_EQ(Nodes(), Traverse(m_b1, list));
 }
 
+TEST_F(XMLNodeSelectHelper, Traversing_adds_behind_the_last_link_whichever_the_list_has_as_tail) {
+  CXPathList list;
+  list.ParsePath("a");
+  for (const bool hasTail : {false, true}) {
+    Ref<IXMLDOMNodeList> result(new IXMLDOMNodeList);
+    result->Add(m_b1);
+    result->Add(m_b2);
+    result->m_pTail = hasTail ? result->m_pHead : nullptr;
+    m_document->SelectNodesTraverse(m_root, list, result);
+    result->Add(m_b1);
+    EXPECT_EQ((Nodes{m_b1, m_b2, m_a1, m_a3, m_a2, m_b1}), NodesOf(result));
+  }
+}
+
 TEST_F(XMLNodeSelectHelper, Traversing_without_steps_adds_every_context) {
   CXPathList empty;
   EXPECT_EQ((Nodes{m_root, m_a1, m_b1, m_a2, m_b2, m_a3}), Traverse(m_root, empty));

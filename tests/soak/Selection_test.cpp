@@ -33,6 +33,9 @@ std::string SelectRandomly(Random random, Observer& observer) {
   const std::string path = AnyPath(random, 4, random.OneIn(4));
   const int kind = random.Below(4);
   const int step = random.Below(6) - 1;
+  IXMLDOMNode* const present = AnyNode(forest, random);
+  const int presentCount = random.Below(3);
+  const int tail = random.Below(3);
   const std::string before = forest.State();
   const auto run = [&](bool library) {
     return observer.Observe([&](std::string& results) {
@@ -50,13 +53,17 @@ std::string SelectRandomly(Random random, Observer& observer) {
       library ? steps.ParsePath(path.c_str()) : plain::ParsePath(steps, path.c_str());
       if (library) {
         const Ref<IXMLDOMNodeList> list(new IXMLDOMNodeList);
+        for (int i = 0; i < presentCount; ++i) list->Add(present);
+        if (tail != 0) list->m_pTail = tail == 1 ? list->m_pHead : nullptr;
         kind == 2 ? forest.At(0)->SelectNodesHelper(node, steps, list, step)
                   : forest.At(0)->SelectNodesTraverse(node, steps, list);
+        list->Add(present);
         results += NamesOf(forest, list);
       } else {
-        std::vector<IXMLDOMNode*> list;
+        std::vector<IXMLDOMNode*> list(static_cast<std::size_t>(presentCount), present);
         kind == 2 ? plain::SelectNodesHelper(node, steps, &list, step)
                   : plain::SelectNodesTraverse(node, steps, &list);
+        list.push_back(present);
         results += NamesOf(forest, list);
       }
     });

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 #include "harness/Trees.h"
 #include "plain/PlainText.h"
@@ -74,10 +75,75 @@ std::string ReadRandomly(Random random, Observer& observer) {
   return Difference(library + after + cut(true), run(false) + before + cut(false));
 }
 
+/// Long and short texts, some with references.
+std::string AnyLateText(Random& random, bool hasOddOnes) {
+  static const char* const kOddOnes[] = {"", "&#0;", "&foo;", "x &foo; y"};
+  if (hasOddOnes && random.OneIn(40)) return random.OneOf(kOddOnes);
+  std::string text = random.OneIn(4) ? " &amp;x" : "x";
+  text.append(static_cast<std::size_t>(random.Below(random.OneIn(20) ? 2000 : 8)), 'y');
+  return random.OneIn(8) ? text + "&#8364;" : text;
+}
+
+/// Hangs up to 200 nodes below each other, texts in front of elements and behind them.
+void GrowTexts(IXMLDOMNode* root, Random& random) {
+  std::vector<IXMLDOMNode*> open = {root};
+  const int step = 1 + random.Below(6);  // the more, the less deep
+  const bool hasOddOnes = random.OneIn(4);
+  for (int nodes = random.Below(200); nodes > 0; --nodes) {
+    if (random.OneIn(2)) {
+      open.back()->AddTextChild(AnyLateText(random, hasOddOnes).c_str());
+    } else if (random.Below(step) < 2) {
+      IXMLDOMNode* child = open.back()->AddChild(random.OneIn(2) ? "a" : "b", nullptr);
+      child->RealRelease();
+      open.push_back(child);
+    } else if (open.size() > 1) {
+      open.resize(open.size() - 1 - random.Below(static_cast<int>(open.size()) - 1));
+    }
+  }
+}
+
+/// The event of the switch goes nowhere.
+void SwitchDebugLines(bool on, Observer& observer) {
+  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+  SetDebugEntities(on);
+  plain::PrintsDebugLines() = on;
+  observer.Resume();
+}
+
+std::string ReadManyRandomly(Random random, Observer& observer) {
+  ForestShape shape;
+  shape.nodes = 0;
+  Forest forest(random, shape);
+  random.Next();
+  IXMLDOMNode* document = forest.At(0);
+  IXMLDOMNode* root = document->AddChild("a", nullptr);
+  root->RealRelease();
+  GrowTexts(root, random);
+  const bool prints = random.OneIn(4);
+  const bool isEmpty = random.OneIn(2);
+  SwitchDebugLines(prints, observer);
+  const auto run = [&](bool library) {
+    return observer.Observe([&](std::string& results) {
+      CMemFile out(8);
+      const BufferResult collected(out, results);
+      if (!isEmpty) out.Write("-", 1);
+      library ? document->GetTextHelper(out) : plain::GetTextHelper(document, out);
+      results += TakeHeap(library ? document->GetTextAsStr() : plain::GetTextAsStr(document));
+    });
+  };
+  const std::string difference = Difference(run(true), run(false));
+  SwitchDebugLines(true, observer);
+  return difference;
+}
+
 TEST(SoakText, References_are_translated_as_by_the_plain_translation) {
   RunCases("translation", TranslateRandomly);
 }
 
 TEST(SoakText, Text_is_collected_as_by_the_plain_collection) { RunCases("text", ReadRandomly); }
+
+TEST(SoakText, Late_texts_come_where_the_plain_collection_puts_them) {
+  RunCases("late texts", ReadManyRandomly, 20);
+}
 
 }  // namespace

@@ -52,31 +52,90 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
     if (node->m_eNodeType != NODE_ELEMENT) return nullptr;
-    if (m_steps.Count() == 1) {
-      CollectChildren(node);
-    } else {
-      Collect(node, m_steps, m_result, 0);
-    }
+    Collect(node, m_steps, m_result, 0);
     return node->m_pFirstChild;
   }
 
  private:
-  /// What Collect does for a single step, without the cost of a walk for each element.
-  void CollectChildren(IXMLDOMNode* node) {
-    const xmldom::XPathStep& only = m_steps.At(0);
-    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
-         child = child->m_pNextSibling) {
-      if (xmldom::MatchesStep(child, only)) m_result->Add(child);
+  const XPathSteps& m_steps;
+  IXMLDOMNodeList* m_result;
+};
+
+/// Collects what a single step selects from every context, in one walk in document order, because
+/// that is how a loaded tree lies in memory. In the list, the nodes that are selected from one
+/// context stand together, before those from the contexts below it. So each chain of children that
+/// is open remembers the link behind which its next node belongs.
+class SingleStepSelection {
+ public:
+  explicit SingleStepSelection(IXMLDOMNodeList* result)
+      : m_result(result), m_last(result->m_pHead) {
+    // The tail that a list remembers may be any of its links, or none.
+    if (m_last != nullptr && result->m_pTail != nullptr) m_last = result->m_pTail;
+    while (m_last != nullptr && m_last->m_pNext != nullptr) m_last = m_last->m_pNext;
+  }
+
+  /// Collects from a chain of children, and from what is below them.
+  void Run(IXMLDOMNode* node, const xmldom::XPathStep& step) {
+    xmldom::Stack<Chain, 32> outer;
+    IXMLDOMNodeListElt* place = m_last;
+    for (;;) {
+      if (node == nullptr) {
+        if (outer.IsEmpty()) return;
+        const Chain chain = outer.Pop();
+        node = chain.node;
+        place = chain.place;
+      } else if (node->m_eNodeType == NODE_ELEMENT) {
+        if (xmldom::MatchesStep(node, step)) place = AddBehind(place, node);
+        IXMLDOMNode* below = node->m_pFirstChild;
+        if (below != nullptr && !IsLastText(below)) {
+          outer.Push(Chain{node, place});
+          place = m_last;
+          node = below;
+          continue;
+        }
+      }
+      node = node->m_pNextSibling;
     }
   }
 
-  const XPathSteps& m_steps;
+ private:
+  /// A chain of children, one of which the walk is below.
+  struct Chain {
+    IXMLDOMNode* node;
+    IXMLDOMNodeListElt* place;  // of its next node in the list; null stands for the head
+  };
+
+  static bool IsLastText(const IXMLDOMNode* node) {
+    return node->m_eNodeType == NODE_TEXT && node->m_pNextSibling == nullptr;
+  }
+
+  /// Adds a node behind a link of the list. Result: the link of the node.
+  IXMLDOMNodeListElt* AddBehind(IXMLDOMNodeListElt* place, IXMLDOMNode* node) {
+    m_result->Add(node);
+    IXMLDOMNodeListElt* link = m_last == nullptr ? m_result->m_pHead : m_last->m_pNext;
+    if (place == m_last) {
+      m_last = link;
+      return link;
+    }
+    m_last->m_pNext = nullptr;
+    m_result->m_pTail = m_last;
+    IXMLDOMNodeListElt*& next = place == nullptr ? m_result->m_pHead : place->m_pNext;
+    link->m_pNext = next;
+    next = link;
+    return link;
+  }
+
   IXMLDOMNodeList* m_result;
+  IXMLDOMNodeListElt* m_last;  // of the list; null while that is empty
 };
 
 /// Collects below a node and below each element under it. All steps go down one level, so that a
 /// node is selected from one of these at most.
 void CollectEverywhere(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result) {
+  if (steps.Count() == 1 && !steps.At(0).MayReport()) {
+    SingleStepSelection(result).Run(node->m_pFirstChild, steps.At(0));
+    return;
+  }
   Collect(node, steps, result, 0);
   ContextVisitor visitor(steps, result);
   WalkChain<SideTrail>(node->m_pFirstChild, visitor);

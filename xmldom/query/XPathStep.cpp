@@ -101,6 +101,16 @@ void XPathStep::SplitPredicates(const char* text, XPathSegments* segments) {
   m_predicatesEnd = text;
 }
 
+bool XPathStep::MayReport() const {
+  if (IsMissing()) return true;
+  if (!m_hasPredicates) return false;
+  if (m_predicatesEnd == nullptr || *m_predicatesEnd != '\0') return true;
+  for (const XPathSegment* segment = SegmentsBegin(); segment != SegmentsEnd(); ++segment) {
+    if (segment->kind > XPathSegment::NEVER_TRUE && !segment->isAttribute) return true;
+  }
+  return false;
+}
+
 XPathSteps::XPathSteps(CXPathList& list)
     : m_count(list.m_nCount), m_missing(nullptr, &m_segments), m_hasDots(false) {
   if (list.m_ppIndex == nullptr) list.CreateIndex();

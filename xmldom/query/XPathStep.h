@@ -72,6 +72,10 @@ class XPathStep {
   /// where the next one would begin. Null when the last one has no ']'.
   const char* PredicatesEnd() const { return m_predicatesEnd; }
 
+  /// Whether testing a node with the step can log or print something: it is missing, a predicate is
+  /// malformed, or one reads the text of an element. Cost: linear in the segments.
+  bool MayReport() const;
+
  private:
   void SplitPredicates(const char* text, XPathSegments* segments);
 

@@ -6,6 +6,7 @@
 #include <xmldom/dom/LogKinds.h>
 #include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/text/SilentTranslation.h>
 #include <xmldom/text/TextOutput.h>
 
 #include <stringprep.h>
@@ -22,7 +23,7 @@ namespace {
 bool l_bDebugEntities = true;
 
 struct PredefinedEntity {
-  const char* name;
+  char name[5];
   char character;
 };
 
@@ -38,39 +39,63 @@ struct Reference {
   const char* end;    // at the ';'
 };
 
-Reference FindReference(const char* text) {
-  Reference reference = {std::strchr(text, '&'), nullptr};
-  if (reference.begin != nullptr) reference.end = std::strchr(reference.begin + 1, ';');
+/// The reference at the first '&' of a text. `ampersand` may be null.
+Reference ReferenceAt(const char* ampersand) {
+  Reference reference = {ampersand, nullptr};
+  if (ampersand != nullptr) reference.end = std::strchr(ampersand + 1, ';');
   if (reference.end == nullptr) reference.begin = nullptr;
   return reference;
 }
 
+Reference FindReference(const char* text) { return ReferenceAt(std::strchr(text, '&')); }
+
+const int kMostDecodedBytes = 6;  // of the longest form that the encoder knows
+
 /// Writes the character whose decimal code point stands behind "&#". Code point 0 writes nothing,
 /// and strtol gives it where there are no decimal digits, as in a hexadecimal reference.
-void WriteCharacter(const char* digits, CMemFile& out) {
+/// Result: how many bytes it has.
+int DecodeNumber(const char* digits, char* to) {
   const uint32_t codePoint = static_cast<uint32_t>(std::strtol(digits, nullptr, 10));
-  char utf8[8] = {};  // The encoder takes any value, surrogates too; its longest form has 6 bytes.
-  const int length = stringprep_unichar_to_utf8(codePoint, utf8);
-  if (length < 0 || length >= static_cast<int>(sizeof utf8)) return;
-  utf8[length] = '\0';
-  xmldom::WriteText(out, utf8);
+  if (codePoint < 0x80) {
+    *to = static_cast<char>(codePoint);
+    return codePoint != 0;
+  }
+  return stringprep_unichar_to_utf8(codePoint, to);  // any value, surrogates too
 }
 
-/// Writes the character of a predefined entity. Result: false when no entity has such a name, which
-/// writes nothing.
-bool WritePredefined(const Reference& reference, CMemFile& out) {
+/// Writes the characters that a reference stands for to `to`, which has room for kMostDecodedBytes.
+/// Result: how many bytes they have; -1 when no entity has such a name.
+int Decode(const Reference& reference, char* to) {
   const char* name = reference.begin + 1;
+  if (*name == '#') return DecodeNumber(name + 1, to);
   const std::size_t length = static_cast<std::size_t>(reference.end - name);
   for (const PredefinedEntity& entity : l_aPredefinedEntities) {
     if (strncasecmp(name, entity.name, length) == 0) {
-      out.Write(&entity.character, 1);
-      return true;
+      *to = entity.character;
+      return 1;
     }
   }
-  return false;
+  return -1;
 }
 
+bool PrintsDebugLines() { return __atomic_load_n(&l_bDebugEntities, __ATOMIC_RELAXED); }
+
 }  // namespace
+
+char* xmldom::TranslateSilently(const char* text, const char* ampersand, char* to) {
+  Reference reference = ReferenceAt(ampersand);
+  if (reference.begin != nullptr && PrintsDebugLines()) return nullptr;
+  for (; reference.begin != nullptr; reference = FindReference(text)) {
+    const std::size_t before = static_cast<std::size_t>(reference.begin - text);
+    std::memcpy(to, text, before);
+    to += before;
+    const int length = Decode(reference, to);
+    if (length < 0) return nullptr;
+    to += length;
+    text = reference.end + 1;
+  }
+  return stpcpy(to, text);
+}
 
 int TranslateEntities(const char* pszIn, CMemFile& out) {
   if (pszIn == nullptr) return 1;
@@ -84,9 +109,11 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
   const char* rest = pszIn;
   for (; reference.begin != nullptr; reference = FindReference(rest)) {
     xmldom::WriteBytes(out, rest, static_cast<std::size_t>(reference.begin - rest));
-    if (reference.begin[1] == '#') {
-      WriteCharacter(reference.begin + 2, out);
-    } else if (!WritePredefined(reference, out)) {
+    char decoded[kMostDecodedBytes];
+    const int length = Decode(reference, decoded);
+    if (length >= 0) {
+      out.Write(decoded, static_cast<unsigned int>(length));
+    } else {
       xmldom::ReportCount::Add();
       CLogger::PostLogEventF(
           xmldom::kLogData, xmldom::kSeverityWarning,
@@ -100,7 +127,7 @@ int TranslateEntities(const char* pszIn, CMemFile& out) {
   }
   xmldom::WriteText(out, rest);
 
-  if (!__atomic_load_n(&l_bDebugEntities, __ATOMIC_RELAXED)) return result;
+  if (!PrintsDebugLines()) return result;
   xmldom::ReportCount::Add();
   std::printf("Translate Entities: from <%s> to <%s>\n", pszIn, out.GetAsStr());
   return result;

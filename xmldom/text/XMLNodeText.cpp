@@ -1,60 +1,19 @@
-// The text of a node: the walk that collects it, and the members that hand it out in different
-// forms. Tested by tests/text/XMLNodeText_test.cpp.
+// The members that hand out the text of a node, in different forms. Tested by
+// tests/text/XMLNodeText_test.cpp.
 
 #include <xmldom/dom/LogKinds.h>
-#include <xmldom/dom/NodeContent.h>
-#include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/support/MemFile.h>
-#include <xmldom/text/EntityTranslation.h>
-#include <xmldom/text/TextOutput.h>
+#include <xmldom/text/TextCollector.h>
 
-#include <cstdlib>
-#include <new>
+#include <cstring>
 
-namespace {
+using xmldom::TextCollector;
 
-/// Collects the decoded texts below the nodes it visits. Entering a node appends all its text
-/// children, so they come before the texts of its other children.
-class TextCollector : public xmldom::PreOrderVisitor {
- public:
-  explicit TextCollector(CMemFile& out) : m_out(out) {}
-
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
-    // A text was appended with its parent; as the top node it counts by its children, like others.
-    if (node->m_eNodeType == NODE_TEXT && depth != 0) return nullptr;
-    AppendTextChildren(node);
-    return node->m_pFirstChild;
-  }
-
- private:
-  void AppendTextChildren(const IXMLDOMNode* node) {
-    for (IXMLDOMNode* child = node->m_pFirstChild; child != nullptr;
-         child = child->m_pNextSibling) {
-      if (child->m_eNodeType != NODE_TEXT) continue;
-      if (m_out.m_uPosition != 0) xmldom::WriteLiteral(m_out, " ");
-      TranslateEntities(xmldom::StoredValueOf(child), m_out);
-    }
-  }
-
-  CMemFile& m_out;
-};
-
-const unsigned int kTextBufferSize = 4096;
-
-}  // namespace
-
-void IXMLDOMNode::GetTextHelper(CMemFile& out) const {
-  IXMLDOMNode* node = xmldom::ContentOf(this);
-  if (node == nullptr) return;
-  TextCollector collector(out);
-  xmldom::WalkTree<xmldom::SideTrail>(node, collector);
-}
+void IXMLDOMNode::GetTextHelper(CMemFile& out) const { TextCollector(this, &out).Flush(); }
 
 BSTR IXMLDOMNode::GetTextAsBSTR() const {
-  CMemFile text(kTextBufferSize);
-  GetTextHelper(text);
-  return SysAllocStringLen(text.GetAsStr(), text.m_uLength);
+  TextCollector text(this);
+  return SysAllocStringLen(text.Data(), static_cast<unsigned int>(text.Length()));
 }
 
 HRESULT IXMLDOMNode::get_text(BSTR* pText) {
@@ -63,22 +22,12 @@ HRESULT IXMLDOMNode::get_text(BSTR* pText) {
   return *pText != nullptr ? S_OK : S_FALSE;
 }
 
-char* IXMLDOMNode::GetTextAsStr() const {
-  CMemFile text(kTextBufferSize);
-  GetTextHelper(text);
-  if (text.m_uLength == 0) return nullptr;
-  char* copy = static_cast<char*>(std::malloc(static_cast<std::size_t>(text.m_uLength) + 1));
-  if (copy == nullptr) throw std::bad_alloc();
-  text.m_uPosition = 0;
-  copy[text.Read(copy, text.m_uLength)] = '\0';
-  return copy;
-}
+char* IXMLDOMNode::GetTextAsStr() const { return TextCollector(this).TakeText(); }
 
 char* IXMLDOMNode::GetStringValue(char* buf, int size) {
   if (buf == nullptr) return nullptr;
-  CMemFile text(kTextBufferSize);
-  GetTextHelper(text);
-  long long count = text.m_uLength;
+  TextCollector text(this);
+  long long count = static_cast<long long>(text.Length());
   if (count >= size) {
     CLogger::PostLogEventF(xmldom::kLogDom, xmldom::kSeverityWarning,
                            "IXMLDOMNode::GetStringValue - buffer size overrun, string trunked, "
@@ -92,7 +41,7 @@ char* IXMLDOMNode::GetStringValue(char* buf, int size) {
     buf[0] = '\0';
     return nullptr;
   }
-  text.m_uPosition = 0;
-  buf[text.Read(buf, static_cast<unsigned int>(count))] = '\0';
+  std::memcpy(buf, text.Data(), static_cast<std::size_t>(count));
+  buf[count] = '\0';
   return buf;
 }
