@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 set(XMLDOM_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/xmldom)
 
-install(TARGETS ${libraries} EXPORT xmldom-targets
+install(TARGETS ${all_libraries} EXPORT xmldom-targets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
@@ -21,6 +21,11 @@ endforeach()
 
 # ---- find_package(xmldom)
 
+set(has_static_libraries OFF)
+if(NOT BUILD_SHARED_LIBS OR XMLDOM_BUILD_STATIC)
+  set(has_static_libraries ON)
+endif()
+
 set(package_build_dir ${CMAKE_CURRENT_BINARY_DIR}/package)
 configure_package_config_file(
   ${PROJECT_SOURCE_DIR}/cmake/xmldom-config.cmake.in ${package_build_dir}/xmldom-config.cmake
@@ -32,7 +37,7 @@ write_basic_package_version_file(${package_build_dir}/xmldom-config-version.cmak
 set(package_files
   ${package_build_dir}/xmldom-config.cmake
   ${package_build_dir}/xmldom-config-version.cmake)
-if(NOT BUILD_SHARED_LIBS)
+if(has_static_libraries)
   list(APPEND package_files ${PROJECT_SOURCE_DIR}/cmake/FindLibidn.cmake)
 endif()
 

@@ -10,7 +10,7 @@ every_script_answers_help_with_what_it_does() {
     keep "copy/scripts/$script" --help
     expect_status 0
     expect_text stderr ''
-    head -n 1 "$scratch/stdout" | grep -q "^$script[ :]" || { echo "  $script --help begins otherwise"; fail; }
+    head -n 1 "$scratch/stdout" | grep -q "^${script}[ :]" || { echo "  $script --help begins otherwise"; fail; }
     grep -q '\. *$' "$scratch/stdout" || { echo "  $script --help says nothing"; fail; }
   done
   expect_names . copy programs

@@ -19,6 +19,14 @@ what_is_installed_needs_no_test_library_and_takes_warnings_as_such() {
   expect_status 0
 }
 
+readme_installs_with_that_preset() {
+  local block
+  block=$("$project/tests/consume/readme-block" Installing sh)
+  grep -qx 'cmake --preset install' <<< "$block" || fail
+  grep -qx 'cmake --build --preset install' <<< "$block" || fail
+  (cd "$project" && cmake --build --list-presets) | grep -q '"install"' || fail
+}
+
 # _expect_advice MISSING PACKAGE [OPTION]
 _expect_advice() {
   rm -f build/CMakeCache.txt
