@@ -10,6 +10,7 @@
 
 #include "harness/Balance.h"
 #include "harness/Trees.h"
+#include "plain/PlainText.h"
 
 namespace {
 
@@ -87,6 +88,13 @@ std::string Observer::TakePrinted() {
   if (pread(STDOUT_FILENO, &text[0], text.size(), 0) != size) std::abort();
   lseek(STDOUT_FILENO, 0, SEEK_SET);
   return text;
+}
+
+void SwitchDebugLines(bool on, Observer& observer) {
+  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+  SetDebugEntities(on);
+  plain::PrintsDebugLines() = on;
+  observer.Resume();
 }
 
 std::string Difference(const std::string& library, const std::string& plain) {

@@ -60,6 +60,10 @@ class BufferResult {
   std::string& m_results;
 };
 
+/// Switches the debug lines of the library and of the plain functions. The event of that goes
+/// nowhere.
+void SwitchDebugLines(bool on, Observer& observer);
+
 /// The first line in which two observations differ, with some lines before it and both wholes;
 /// empty when they are equal.
 std::string Difference(const std::string& library, const std::string& plain);

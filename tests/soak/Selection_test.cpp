@@ -74,6 +74,59 @@ std::string SelectRandomly(Random random, Observer& observer) {
   return difference.empty() ? "" : "path " + path + "\n" + difference;
 }
 
+/// Grows a tree that is deep, with many nodes beside its longest branch.
+void NestTexts(IXMLDOMNode* root, Random& random) {
+  static const char* const kNames[] = {"a", "a", "a", "b"};
+  static const char* const kTexts[] = {"x", "1", " 1b", "x", " ", "&#32;", "x&lt;"};
+  static const char* const kOddTexts[] = {"", "&#0;", "&foo;"};
+  std::vector<IXMLDOMNode*> open = {root};
+  const int oneOddIn = random.OneIn(2) ? 1000 : 40;
+  const int oneTextIn = 1 + random.Below(12);
+  for (int nodes = random.Below(250); nodes > 0; --nodes) {
+    if (random.OneIn(oneTextIn)) {
+      const bool isOdd = random.OneIn(oneOddIn);
+      open.back()->AddTextChild(isOdd ? random.OneOf(kOddTexts) : random.OneOf(kTexts));
+    }
+    IXMLDOMNode* child = open.back()->AddChild(random.OneOf(kNames), nullptr);
+    child->RealRelease();
+    if (!random.OneIn(4)) open.push_back(child);
+    if (open.size() > 1 && random.OneIn(4)) open.pop_back();
+  }
+}
+
+/// Compares the texts of nested elements with that of one of them.
+std::string CompareNestedTexts(Random random, Observer& observer) {
+  ForestShape shape;
+  shape.nodes = 0;
+  Forest forest(random, shape);
+  random.Next();
+  IXMLDOMNode* document = forest.At(0);
+  IXMLDOMNode* node = document->AddChild("a", nullptr);
+  node->RealRelease();
+  NestTexts(node, random);
+  SwitchDebugLines(random.OneIn(4), observer);
+  for (int levels = random.Below(60); levels > 0 && node->m_pFirstChild != nullptr; --levels) {
+    node = node->m_pFirstChild;
+  }
+  CMemFile text(64);
+  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+  node->GetTextHelper(text);
+  observer.Resume();
+  static const char* const kPaths[] = {
+      "//a[a=", "//*[a=", "//a[*/a=", "//a[a=1][b=", "a/*[a=", "//a/a[a="};
+  const std::string literal = random.OneIn(4) ? "1]" : "'" + std::string(text.GetAsStr()) + "']";
+  const std::string path = random.OneOf(kPaths) + literal;
+  const std::string library = observer.Observe([&](std::string& results) {
+    results += NamesOf(forest, Ref<IXMLDOMNodeList>(document->SelectNodes(path.c_str())));
+  });
+  const std::string plainly = observer.Observe([&](std::string& results) {
+    results += NamesOf(forest, plain::SelectNodes(document, path.c_str()));
+  });
+  SwitchDebugLines(true, observer);
+  const std::string difference = Difference(library, plainly);
+  return difference.empty() ? "" : "path " + path + "\n" + difference;
+}
+
 /// Hangs new elements below each other, many of one name, whose predicates say something.
 void NestElements(Forest& forest, Random& random) {
   IXMLDOMNode* parent = forest.At(0);
@@ -190,6 +243,10 @@ TEST(SoakSelection, Paths_are_cut_as_plainly) { RunCases("path parsing", ParseRa
 
 TEST(SoakSelection, All_nodes_are_selected_as_by_recursion) {
   RunCases("selection", SelectRandomly);
+}
+
+TEST(SoakSelection, Texts_of_nested_elements_are_compared_as_by_collecting_each) {
+  RunCases("nested texts", CompareNestedTexts, 20);
 }
 
 TEST(SoakSelection, The_first_node_is_found_as_by_recursion) {

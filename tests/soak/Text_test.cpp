@@ -102,14 +102,6 @@ void GrowTexts(IXMLDOMNode* root, Random& random) {
   }
 }
 
-/// The event of the switch goes nowhere.
-void SwitchDebugLines(bool on, Observer& observer) {
-  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
-  SetDebugEntities(on);
-  plain::PrintsDebugLines() = on;
-  observer.Resume();
-}
-
 std::string ReadManyRandomly(Random random, Observer& observer) {
   ForestShape shape;
   shape.nodes = 0;

@@ -28,6 +28,11 @@ inline IXMLDOMNode* ContentOf(const IXMLDOMNode* node) {
   return const_cast<IXMLDOMNode*>(node);
 }
 
+/// Appends the decoded values of the texts among a node, which may be null, and its later siblings,
+/// with a blank before each unless the position of the file is 0. Result: whether none of them is
+/// empty. Effects: those of TranslateEntities for each. Defined in text/TextCollector.cpp.
+bool AppendTexts(const IXMLDOMNode* node, CMemFile& out);
+
 /// What get_nodeValue and get_nodeTypedValue give for the nodes of a type.
 enum ValueKind {
   VALUE_NONE,    // both give an empty value

@@ -9,10 +9,10 @@
 #include <xmldom/dom/ReportCount.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
+#include <xmldom/query/TextMemory.h>
 
 #include <cstdlib>
 #include <cstring>
-#include <memory>
 
 namespace {
 
@@ -38,65 +38,69 @@ bool ReportCharacter(char c) {
   return false;
 }
 
-/// The value that a test compares: the decoded text of an element, the stored value of an
-/// attribute.
-class CandidateValue {
- public:
-  explicit CandidateValue(IXMLDOMNode* candidate) : m_text(nullptr), m_owned(nullptr, std::free) {
-    if (candidate->m_eNodeType == NODE_ATTRIBUTE) {
-      m_text = xmldom::StoredValueOf(candidate);
-    } else if (!BorrowsPlainText(candidate)) {
-      m_owned.reset(candidate->GetTextAsStr());
-      m_text = m_owned.get();
-    }
-  }
-
-  /// Borrowed; null when the candidate has no value.
-  const char* Text() const { return m_text; }
-
- private:
-  /// Borrows the stored text of an element that has one text child without a reference, since
-  /// collecting its text would only copy it. An element without children has no text. Result: false
-  /// for all other elements.
-  bool BorrowsPlainText(const IXMLDOMNode* element) {
-    const IXMLDOMNode* child = element->m_pFirstChild;
-    if (child == nullptr) return true;
-    if (child->m_eNodeType != NODE_TEXT || child->m_pNextSibling != nullptr) return false;
-    const char* text = xmldom::StoredValueOf(child);
-    if (text != nullptr && std::strchr(text, '&') != nullptr) return false;
-    if (text != nullptr && *text != '\0') m_text = text;
-    return true;
-  }
-
-  const char* m_text;
-  std::unique_ptr<char, void (*)(void*)> m_owned;
-};
-
-/// Compares as integers, as strtol reads them.
-bool EqualsNumber(const char* value, const char* number) {
-  return value != nullptr && std::strtol(value, nullptr, 10) == std::strtol(number, nullptr, 10);
+/// Compares as integers, as strtol reads them. `end` is that of the value, with a blank or a NUL
+/// behind it.
+bool EqualsNumber(const TextRange& value, const char* number) {
+  char* end = nullptr;
+  const long read = std::strtol(value.begin, &end, 10);
+  // What was read from behind the value does not belong to it.
+  return (end > value.end ? 0 : read) == std::strtol(number, nullptr, 10);
 }
 
-bool EqualsLiteral(const char* value, const TextRange& literal) {
-  return value == nullptr ? literal.Length() == 0 : xmldom::Equals(value, literal);
+/// Compares the text of an element, which has none when it is empty.
+bool HoldsForText(const XPathSegment& test, const TextRange& text) {
+  const std::size_t length = text.Length();
+  if (test.kind == XPathSegment::NUMBER) {
+    return length != 0 && EqualsNumber(text, test.wanted.begin);
+  }
+  return test.kind == XPathSegment::LITERAL && length == test.wanted.Length() &&
+         std::memcmp(text.begin, test.wanted.begin, length) == 0;
 }
 
-bool Satisfies(IXMLDOMNode* candidate, const XPathSegment& test) {
+/// Compares a stored value, which may be null.
+bool HoldsForValue(const XPathSegment& test, const char* value) {
+  if (test.kind == XPathSegment::NUMBER) {
+    return value != nullptr &&
+           std::strtol(value, nullptr, 10) == std::strtol(test.wanted.begin, nullptr, 10);
+  }
+  if (test.kind != XPathSegment::LITERAL) return false;
+  return value == nullptr ? test.wanted.Length() == 0 : xmldom::Equals(value, test.wanted);
+}
+
+/// Whether the text of an element can be compared as it is stored, because the element has no child
+/// but one text without a reference. Out: that text, or null when it is empty.
+bool HasPlainText(const IXMLDOMNode* element, const char** text) {
+  *text = nullptr;
+  const IXMLDOMNode* child = element->m_pFirstChild;
+  if (child == nullptr) return true;
+  if (child->m_eNodeType != NODE_TEXT || child->m_pNextSibling != nullptr) return false;
+  const char* value = child->m_pszValue;
+  if (value == nullptr || *value == '\0') return true;
+  if (std::strchr(value, '&') != nullptr) return false;
+  *text = value;
+  return true;
+}
+
+bool Satisfies(IXMLDOMNode* candidate, const XPathSegment& test, const XPathSegments& segments) {
   if (test.kind == XPathSegment::NEVER_TRUE) return false;
   if (!xmldom::Equals(candidate->m_pszNodeName, test.name)) return false;
-  // The value is read even for a literal without closing quote: reading it can print and log.
-  const CandidateValue value(candidate);
-  if (test.kind == XPathSegment::NUMBER) return EqualsNumber(value.Text(), test.wanted.begin);
-  return test.kind == XPathSegment::LITERAL && EqualsLiteral(value.Text(), test.wanted);
+  const char* value = nullptr;
+  if (candidate->m_eNodeType == NODE_ATTRIBUTE) {
+    value = xmldom::StoredValueOf(candidate);
+  } else if (!HasPlainText(candidate, &value)) {
+    // The text is read even for a literal without closing quote: reading it can print and log.
+    return HoldsForText(test, segments.Texts().TextOf(candidate));
+  }
+  return HoldsForValue(test, value);
 }
 
 /// Visits the nodes that the segments of a predicate lead to: those at depth i match segment i.
 /// Ends at the first that the last segment, the test, holds for.
 class CandidateSearch {
  public:
-  /// `predicate`: its first segment, behind which the others stand.
-  explicit CandidateSearch(const XPathSegment* predicate)
-      : m_predicate(predicate), m_found(false) {}
+  /// `predicate`: its first segment among `segments`, behind which the others stand.
+  CandidateSearch(const XPathSegment* predicate, const XPathSegments& segments)
+      : m_predicate(predicate), m_segments(segments), m_found(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* candidate, std::size_t i) {
     const XPathSegment& segment = m_predicate[i];
@@ -104,7 +108,7 @@ class CandidateSearch {
       return nullptr;
     }
     if (segment.kind != XPathSegment::LEADS_ON) {
-      m_found = Satisfies(candidate, segment);
+      m_found = Satisfies(candidate, segment, m_segments);
       return nullptr;
     }
     if (!segment.anyName && !xmldom::Equals(candidate->m_pszNodeName, segment.name)) {
@@ -123,12 +127,14 @@ class CandidateSearch {
 
  private:
   const XPathSegment* const m_predicate;
+  const XPathSegments& m_segments;
   bool m_found;
 };
 
 /// Whether a child or an attribute of the node satisfies the predicate.
-bool HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate) {
-  CandidateSearch search(predicate);
+bool HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate,
+                   const XPathSegments& segments) {
+  CandidateSearch search(predicate, segments);
   xmldom::WalkChain<xmldom::SideTrail>(search.HeadOfCandidates(node, 0), search);
   return search.IsDone();
 }
@@ -138,7 +144,7 @@ bool HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate) {
 bool xmldom::AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step) {
   const XPathSegment* predicate = step.SegmentsBegin();
   while (predicate != step.SegmentsEnd()) {
-    if (!HasSatisfying(node, predicate)) return false;
+    if (!HasSatisfying(node, predicate, step.Segments())) return false;
     while (predicate->kind == XPathSegment::LEADS_ON) ++predicate;
     ++predicate;
   }
@@ -167,14 +173,14 @@ int IXMLDOMNode::MatchesSubquery(const char* predicate) {
   if (predicate == nullptr) return 0;
   XPathSegments segments;
   xmldom::AppendPredicate(xmldom::WholeText(predicate), &segments);
-  return HasSatisfying(this, segments.Items());
+  return HasSatisfying(this, segments.Items(), segments);
 }
 
 int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {
   if (candidate == nullptr || predicate == nullptr) return 0;
   XPathSegments segments;
   xmldom::AppendPredicate(xmldom::WholeText(predicate), &segments);
-  CandidateSearch search(segments.Items());
+  CandidateSearch search(segments.Items(), segments);
   xmldom::WalkTree<xmldom::SideTrail>(candidate, search);
   return search.IsDone();
 }

@@ -4,6 +4,7 @@
 
 #include <xmldom/query/XPathStep.h>
 
+#include <xmldom/query/TextMemory.h>
 #include <xmldom/query/XPathList.h>
 
 #include <cstring>
@@ -51,6 +52,13 @@ void SplitTest(XPathSegment* test) {
 }
 
 }  // namespace
+
+XPathSegments::~XPathSegments() { delete m_texts; }
+
+TextMemory& XPathSegments::Texts() const {
+  if (m_texts == nullptr) m_texts = new TextMemory;
+  return *m_texts;
+}
 
 TextRange NameOfStep(const char* text, const char** predicates) {
   *predicates = std::strchr(text, '[');

@@ -33,8 +33,21 @@ struct XPathSegment {
   TextRange wanted;  // only of a test with '=': a literal without its quotes; the text of a number
 };
 
-/// The segments of predicates, one predicate behind the other.
-typedef Stack<XPathSegment, 4> XPathSegments;
+class TextMemory;
+
+/// The segments of predicates, one predicate behind the other, and the texts that the predicates
+/// have been compared with.
+class XPathSegments : public Stack<XPathSegment, 4> {
+ public:
+  XPathSegments() : m_texts(nullptr) {}
+  ~XPathSegments();
+
+  /// Effects: std::bad_alloc when memory is out.
+  TextMemory& Texts() const;
+
+ private:
+  mutable TextMemory* m_texts;  // null until it is needed
+};
 
 /// Cuts a predicate at each '/' outside quotes, and appends its segments, of which there is at
 /// least one. Effects: std::bad_alloc when memory is out; segments that were appended stay.
@@ -68,6 +81,8 @@ class XPathStep {
   /// another step is split into the same table.
   const XPathSegment* SegmentsBegin() const { return m_segments->Items() + m_firstSegment; }
   const XPathSegment* SegmentsEnd() const { return m_segments->Items() + m_endSegment; }
+  /// The table that they are in.
+  const XPathSegments& Segments() const { return *m_segments; }
   /// Where the predicates end: at the end of the text, or at a character other than '[' that stands
   /// where the next one would begin. Null when the last one has no ']'.
   const char* PredicatesEnd() const { return m_predicatesEnd; }

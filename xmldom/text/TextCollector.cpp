@@ -50,7 +50,7 @@ inline void TextCollector::CollectBelow(const IXMLDOMNode* top) {
       m_levels.Push(Level{node, m_groupEnd});
       m_groupEnd = m_length;
       node = node->m_pFirstChild;
-      if (m_isPlain) WriteTexts(node);
+      if (m_isPlain) AppendTexts(node, m_file);
       continue;
     }
     node = node->m_pNextSibling;
@@ -116,10 +116,10 @@ XMLDOM_COLD XMLDOM_NOINLINE void TextCollector::GoOnPlainly(IXMLDOMNode* text) {
   for (const Level* level = m_levels.Items(); level != m_levels.Items() + m_levels.Size();
        ++level) {
     WriteBuffer(&written, level->groupEnd);
-    WriteTexts(level->node->m_pNextSibling);
+    AppendTexts(level->node->m_pNextSibling, m_file);
   }
   WriteBuffer(&written, m_groupEnd);
-  WriteTexts(text);
+  AppendTexts(text, m_file);
   WriteBuffer(&written, m_length);
 }
 
@@ -131,13 +131,16 @@ XMLDOM_COLD void TextCollector::WriteBuffer(std::size_t* begin, std::size_t end)
   *begin = end;
 }
 
-/// Writes the texts among a node and its later siblings to the file.
-XMLDOM_COLD void TextCollector::WriteTexts(IXMLDOMNode* node) {
+XMLDOM_COLD bool AppendTexts(const IXMLDOMNode* node, CMemFile& out) {
+  bool isAnyEmpty = false;
   for (; node != nullptr; node = node->m_pNextSibling) {
     if (node->m_eNodeType != NODE_TEXT) continue;
-    if (m_file.m_uPosition != 0) WriteLiteral(m_file, " ");
-    TranslateEntities(node->m_pszValue, m_file);
+    if (out.m_uPosition != 0) WriteLiteral(out, " ");
+    const unsigned int length = out.m_uLength;
+    TranslateEntities(node->m_pszValue, out);
+    if (out.m_uLength == length) isAnyEmpty = true;
   }
+  return !isAnyEmpty;
 }
 
 void TextCollector::Flush() {

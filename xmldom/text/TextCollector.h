@@ -67,7 +67,6 @@ class TextCollector {
   bool MoveToGroup(std::size_t length);
   void GoOnPlainly(IXMLDOMNode* text);
   void WriteBuffer(std::size_t* begin, std::size_t end);
-  void WriteTexts(IXMLDOMNode* node);
 
   CMemFile m_ownFile;
   CMemFile& m_file;

@@ -1,0 +1,49 @@
+#ifndef XMLDOM_QUERY_TEXTMEMORY_H
+#define XMLDOM_QUERY_TEXTMEMORY_H
+
+#include <xmldom/base/Stack.h>
+#include <xmldom/base/Text.h>
+#include <xmldom/query/SearchMemory.h>
+#include <xmldom/support/MemFile.h>
+
+#include <cstddef>
+
+class IXMLDOMNode;
+
+namespace xmldom {
+
+/// The texts of elements that a query compares. Elements that a predicate names may be nested, and
+/// to collect the text of each anew would take the square of their depth in time. So the parts of a
+/// text that belong to elements below are remembered, for elements with more than a few nodes:
+/// those with less cost little, and there may be many. What logs or prints is never remembered,
+/// because it has to do so each time. Nothing may change in the tree while this exists.
+class TextMemory {
+ public:
+  TextMemory();
+
+  /// Result: the text of an element, with a blank or a NUL behind it, borrowed until the next call.
+  /// Effects: those of IXMLDOMNode::GetTextHelper. Cost: linear in the nodes below the element and
+  /// their text when these have not been read before, or more than kFewNodes of them are, and
+  /// something below logs or prints.
+  TextRange TextOf(IXMLDOMNode* element);
+
+ private:
+  class Reader;
+
+  /// Where the text of an element stands in m_kept.
+  struct Range {
+    std::size_t begin;
+    std::size_t end;
+  };
+
+  static const std::size_t kFewNodes = 32;
+
+  CMemFile m_text;        // of the element that was read last
+  CMemFile m_kept;        // the texts that m_ranges tells of
+  SearchMemory m_places;  // the visit of an element is the number of its range, counted from 1
+  Stack<Range, 1> m_ranges;
+};
+
+}  // namespace xmldom
+
+#endif
