@@ -57,10 +57,10 @@ help_of_a_command_has_its_options_and_an_example() {
   }
   _expect_help check FILE --lossless
   _expect_help diff A B
-  _expect_help edit FILE --append --insert-before --replace --remove --set --set-attr \
-    '-i with a suffix attached' --lossy --indent-off --no-filename
-  _expect_help format FILE '-i with a suffix attached' --lossy --indent-off --no-filename
-  _expect_help mask FILE --no-filename
+  _expect_help edit FILE --append --insert-before --insert-after --replace --remove --rename --set \
+    --set-attr --remove-attr --all '-i with a suffix attached' --no-filename
+  _expect_help format FILE '-i with a suffix attached' --lossy --quiet --indent-off --no-filename
+  _expect_help mask FILE --quiet --no-filename
   _expect_help page PATH FILE '--first N' --count --page --pages --pad --yes-pad --no-filename
   _expect_help path PATH FILE --first --no-filename
   _expect_help select PATH FILE --count --first --no-filename

@@ -38,6 +38,8 @@ options_of_a_command_stand_behind_it() {
   _offers 'select -' -h --help --verbose --version --count --first --no-filename
   _offers 'value -' -h --help --verbose --version --attr -0 --null --first --no-filename
   _offers 'edit --set' --set --set-attr
+  _offers 'edit --re' --remove --remove-attr --rename --replace
+  _offers 'mask --q' --quiet
   _offers 'format --l' --lossy
   _offers 'check --l' --lossless
   _offers 'check a.xml --l' --lossless

@@ -11,30 +11,29 @@ _edits() {
   expect 0 "$2" ''
 }
 
-edit_appends() {
-  _edits '<a><b/></a>' '<a>\n  <b/>\n  <c d='\''1'\''>x</c>\n</a>\n' --append /a '<c d="1">x</c>'
-  _edits '<a><b/></a>' '<a>\n  <b>\n    <c/>\n  </b>\n</a>\n' --append //b '<c/>'
+_document='<?xml version="1.0"?>\n<!-- head -->\n<config  a='\''1'\''>\n\t<!-- c -->
+\t<host name = "x"/> <!-- tail -->\n\n\t<if>\n\t\t<ip>1.2.3.4</ip>\n\t</if>\n\t<empty/>\n</config>'
+
+# changes OLD NEW ARGUMENT...: of _document, the arguments change this line alone, to these lines.
+_changes() {
+  given a.xml "$_document"
+  local before=${_document%%"$1"*} after=${_document#*"$1"}
+  run edit "${@:3}" a.xml
+  expect 0 "$before$2$after" ''
 }
 
-edit_inserts_before() {
-  _edits '<a><b/><c/></a>' '<a>\n  <b/>\n  <d/>\n  <c/>\n</a>\n' --insert-before /a/c '<d/>'
-  _edits '<a><b/><c/></a>' '<a>\n  <d/>\n  <b/>\n  <c/>\n</a>\n' --insert-before /a/b '<d/>'
-}
-
-edit_replaces() {
-  _edits '<a><b>x</b><c/></a>' '<a>\n  <d/>\n  <c/>\n</a>\n' --replace /a/b '<d/>'
-  _edits '<a><b/></a>' '<c/>\n' --replace /a '<c/>'
-}
-
-edit_removes() {
-  _edits '<a><b>x</b><c/></a>' '<a>\n  <c/>\n</a>\n' --remove /a/b
-  _edits '<a><b/></a>' '<a/>\n' --remove //b
-}
-
-edit_sets_a_text_and_escapes_it() {
-  _edits '<a><b/></a>' '<a>\n  <b>1 &lt; 2 &amp; 3</b>\n</a>\n' --set /a/b '1 < 2 & 3'
-  _edits '<a>old</a>' '<a>&amp;lt;</a>\n' --set a '&lt;'
-  _edits '<a>old</a>' '<a/>\n' --set a ''
+edit_changes_nothing_but_the_lines_of_the_edit() {
+  _changes '<ip>1.2.3.4</ip>' '<ip>1 &lt; 2 &amp; 3</ip>' --set //ip '1 < 2 & 3'
+  _changes 'name = "x"' 'name = "it'\''s"' --set-attr //host name "it's"
+  _changes 'name = "x"' 'name = "x" port="5"' --set-attr //host port 5
+  _changes ' name = "x"' '' --remove-attr //host name
+  _changes '</if>' '</if>\n\t<if n='\''2'\''/>' --insert-after //if "<if n='2'/>"
+  _changes '<if>' '<new/>\n\t<if>' --insert-before //if '<new/>'
+  _changes '<empty/>' '<empty/>\n\t<last/>' --append / '<last/>'
+  _changes '<empty/>' '<empty>\n\t\t<new/>\n\t</empty>' --append //empty '<new/>'
+  _changes '<empty/>' '<full>x</full>' --replace //empty '<full>x</full>'
+  _changes '\t<if>\n\t\t<ip>1.2.3.4</ip>\n\t</if>\n' '' --remove //if
+  _changes '<empty/>' '<none/>' --rename /config/empty none
 }
 
 edit_sets_a_text_that_is_read_as_it_was_given() {
@@ -52,44 +51,49 @@ edit_sets_a_text_that_is_read_as_it_was_given() {
   done
 }
 
-edit_sets_attributes() {
-  _edits '<a b="1" c="2"/>' "<a b='x' c='2'/>\n" --set-attr /a b x
-  _edits '<a b="1"/>' "<a b='1' c='&lt;it&apos;s&gt;&#9;&#10;'/>\n" --set-attr /a c "<it's>"$'\t\n'
-  _edits '<a/>' "<a b=''/>\n" --set-attr /a b ''
-}
-
 edits_are_done_in_the_order_in_which_they_stand() {
-  _edits '<a/>' '<a>\n  <b>x</b>\n</a>\n' --append /a '<b/>' --set /a/b x
-  _edits '<a/>' '<a>\n  <b>2</b>\n  <b>1</b>\n</a>\n' --append /a '<b>1</b>' \
+  _edits '<a/>' '<a>\n  <b>x</b>\n</a>' --append /a '<b/>' --set /a/b x
+  _edits '<a/>' '<a>\n  <b>2</b>\n  <b>1</b>\n</a>' --append /a '<b>1</b>' \
     --insert-before /a/b '<c/>' --replace /a/c '<b>2</b>'
-  _edits '<a><b/></a>' "<a>\n  <b c='2'/>\n</a>\n" --set-attr /a/b c 1 --remove /a/b \
+  _edits '<a><b/></a>' '<a>\n  <b c="2"/>\n</a>' --set-attr /a/b c 1 --remove /a/b \
     --append /a '<b/>' --set-attr /a/b c 2
 }
 
 edit_takes_a_slash_for_the_root_element() {
-  _edits '<a/>' "<a b='1'>\n  <c/>\n</a>\n" --append / '<c/>' --set-attr / b 1
-  _edits '<a/>' '<b/>\n' --replace / '<b/>'
+  _edits '<a>\n</a>' '<a b="1">\n  <c/>\n</a>' --append / '<c/>' --set-attr / b 1
+  _edits '<a/>' '<b/>' --replace / '<b/>'
 }
 
 edit_changes_the_first_node_that_a_path_selects() {
-  _edits '<a><b/><b/></a>' '<a>\n  <b>x</b>\n  <b/>\n</a>\n' --set //b x
-  _edits '<a><b/><c/></a>' '<a>\n  <b/>\n  <c>x</c>\n</a>\n' --set /a/b/../c x
+  _edits '<a><b/><b/></a>' '<a><b>x</b><b/></a>' --set //b x
+  _edits '<a><b/><c/></a>' '<a><b/><c>x</c></a>' --set /a/b/../c x
 }
 
-edit_keeps_what_stands_outside_the_root_element() {
-  _edits '<?xml version="1.0"?>\n<!-- b -->\n<a/>\n<?c?>\n\n' \
-    '<?xml version="1.0"?>\n<!-- b -->\n<a>x</a>\n<?c?>\n\n' --set / x
-  _edits '<!DOCTYPE a [\n]><a/>' '<!DOCTYPE a [\n]><a>x</a>\n' --set / x
+edit_of_all_changes_every_node_that_a_path_selects() {
+  _edits '<a><b/><c><b/></c></a>' '<a><b>x</b><c><b>x</b></c></a>' --all --set //b x
+  _edits '<b> <b> <b/> </b> </b>' '<b> <b> <b><c/></b> <c/> </b> <c/> </b>' \
+    --append //b '<c/>' --all
 }
 
-edit_turns_what_is_in_another_encoding_into_utf_8() {
-  _edits '<?xml version="1.0" encoding="ISO-8859-1"?>\n<!-- \xe9 -->\n<a>\xe9</a>\n<!-- \xff -->' \
-    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<!-- \xc3\xa9 -->\n<a b='1'>\xc3\xa9</a>\n\
-<!-- \xc3\xbf -->" --set-attr / b 1
+edit_tells_how_many_changes_it_makes_when_asked() {
+  given a.xml '<a><b/><b c="1"/></a>'
+  run edit --verbose --all --set-attr //b c 2 --remove "//b" a.xml
+  expect 0 '<a></a>' 'a.xml: --set-attr //b: 2 changes\na.xml: --remove //b: 2 changes\n'
+  run edit --verbose --remove //b a.xml
+  expect 0 '<a><b c="1"/></a>' 'a.xml: --remove //b: 1 change\n'
 }
 
-edit_indent_off_begins_every_line_at_the_first_column() {
-  _edits '<a><b/></a>' '<a>\n<b/>\n<c/>\n</a>\n' --indent-off --append / '<c/>'
+edit_keeps_the_encoding() {
+  local declaration='<?xml version="1.0" encoding="ISO-8859-1"?>\n<!-- \xe9 -->\n'
+  _edits "$declaration<a>\xe8</a>" "$declaration<a>&#8364;\xe9</a>" --set / $'\xe2\x82\xac\xc3\xa9'
+  _edits '\xff\xfe<\0a\0>\0\xe8\0<\0/\0a\0>\0' '\xff\xfe<\0a\0>\0\xac\x20<\0/\0a\0>\0' \
+    --set / $'\xe2\x82\xac'
+}
+
+edit_refuses_bytes_that_are_no_characters() {
+  given a.xml '\xff\xfe<\0a\0>\0\0\xdc<\0/\0a\0>\0'
+  run edit a.xml --set / x
+  expect 2 '' 'a.xml:1:5: no character in UTF-16\n  \\xEF\\xBB\\xBF<a>\n                 ^\n'
 }
 
 edit_reads_standard_input() {
@@ -112,7 +116,8 @@ edit_whose_path_selects_nothing_writes_nothing() {
   given a.xml '<a><b/></a>'
   local edit
   for edit in '--append /a/c <d/>' '--insert-before /a/c <d/>' '--replace /a/c <d/>' \
-    '--remove /a/c' '--set /a/c x' '--set-attr /a/c d x'; do
+    '--insert-after /a/c <d/>' '--remove /a/c' \
+    '--set /a/c x' '--set-attr /a/c d x' '--remove-attr /a/c d' '--rename /a/c d'; do
     # shellcheck disable=SC2086
     run edit a.xml --set /a/b x $edit
     expect 1 '' "xmldom: a.xml: ${edit%% *} /a/c: the path selects nothing\n"
@@ -120,16 +125,39 @@ edit_whose_path_selects_nothing_writes_nothing() {
 }
 
 edit_refuses_what_cannot_be_done() {
-  # refuses BEFORE REASON OPTION PATH [OPERAND]
+  # refuses BEFORE REASON OPTION PATH [OPERAND]: shown with the line of the element
   _refuses() {
     given a.xml "$1"
     run edit a.xml "${@:3}"
-    expect 2 '' "xmldom: a.xml: $3 $4: $2\n"
+    expect 2 '' "a.xml:1:1: $3 $4: $2\n  $1\n  ^\n"
   }
   _refuses '<a/>' 'a document cannot be without its root element' --remove /a
   _refuses '<a/>' 'nothing can stand beside the root element' --insert-before /a '<b/>'
-  _refuses '<a/>' 'nothing can stand beside the root element' --insert-before / '<b/>'
+  _refuses '<a/>' 'nothing can stand beside the root element' --insert-after / '<b/>'
   _refuses '<a><b/></a>' 'the element holds elements, which a text cannot replace' --set /a x
+}
+
+edit_refuses_to_change_an_element_that_an_entity_brings() {
+  given a.xml '<!DOCTYPE a [<!ENTITY e "<b/>">]>\n<a>\n  &e;\n</a>\n'
+  run edit a.xml --set //b x
+  expect 2 '' 'a.xml:3:3: --set //b: the element comes from this entity, and cannot be changed here
+    &e;\n    ^\n'
+}
+
+edit_whose_result_is_not_what_was_asked_for_writes_nothing() {
+  given a.xml '<a>]]<b/>></a>'
+  run edit -i a.xml --remove //b
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr 'xmldom: a.xml: --remove //b: the result was checked, and it is not well-formed'
+  expect_part stderr '; nothing is written'
+  expect_file a.xml '<a>]]<b/>></a>'
+}
+
+edit_of_an_attribute_that_is_missing_writes_nothing() {
+  given a.xml '<a><b/></a>'
+  run edit a.xml --remove-attr //b c
+  expect 1 '' 'xmldom: a.xml: --remove-attr //b: there is no such attribute\n'
 }
 
 edit_refuses_xml_that_does_not_parse() {

@@ -33,9 +33,16 @@ xmldom: missing.xml: No such file or directory\n'
 
 format_in_place_is_lossy_when_told_so() {
   given a.xml '<a>1<b/>2<!-- 3 --></a>'
-  run format -i --lossy a.xml
+  run format -i --lossy --quiet a.xml
   expect 0 '' ''
   expect_file a.xml '<a>\n  12<!-- 3 -->\n  <b/>\n</a>\n'
+}
+
+format_in_place_tells_what_it_has_lost() {
+  given a.xml '<a>1<b/>2</a>'
+  run format -i --lossy a.xml
+  expect 0 '' 'a.xml:1:4: text beside elements was moved before them; and 1 other place
+  <a>1<b/>2</a>\n     ^\n'
 }
 
 format_in_place_leaves_a_formatted_file_alone() {
@@ -58,6 +65,14 @@ format_in_place_refuses_standard_input() {
   run format -i <<< '<a/>'
   expect 2 '' "xmldom: -i needs a file; standard input cannot be replaced
 xmldom: 'xmldom format --help' explains more\n"
+}
+
+lossy_is_only_for_files_that_are_replaced() {
+  given a.xml '<a/>'
+  run format --lossy a.xml
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr '-i'
 }
 
 run_cases

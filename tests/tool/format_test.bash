@@ -10,7 +10,7 @@ format_writes_an_element_a_line_indented_by_two() {
 
 format_writes_text_before_other_children() {
   given a.xml '<p>a<b/>c</p>'
-  run format a.xml
+  run format --quiet a.xml
   expect 0 '<p>\n  ac\n  <b/>\n</p>\n' ''
 }
 
@@ -22,7 +22,7 @@ format_keeps_references() {
 
 format_leaves_out_what_stands_outside_the_root_element() {
   given a.xml '<?xml version="1.0"?>\n<!-- c -->\n<a/>\n<!-- d -->\n'
-  run format a.xml
+  run format --quiet a.xml
   expect 0 '<a/>\n' ''
 }
 
@@ -38,6 +38,23 @@ format_of_its_own_output_changes_nothing() {
   cp "$scratch/stdout" once.xml
   run format once.xml
   expect 0 "$(cat once.xml)\n" ''
+}
+
+format_tells_what_is_lost_or_moved() {
+  given a.xml '<a>\n <!-- c -->\n one<b/>two</a><!-- d -->\n'
+  run format a.xml
+  expect 0 '<a>\n  <!-- c --> onetwo\n  <b/>\n</a>\n' "a.xml:2:2: a comment inside the root element was\
+ moved into a text; and 4 other places\n   <!-- c -->\n   ^\n"
+  run format --quiet a.xml
+  expect 0 '<a>\n  <!-- c --> onetwo\n  <b/>\n</a>\n' ''
+  given a.xml '<?xml version="1.0"?>\n<a>\n\t<b c = "1"></b>\n\n</a>\n'
+  run format a.xml
+  expect 0 "<a>\n  <b c='1'/>\n</a>\n" ''
+  given a.xml '<a><!-- c --></a>\n'
+  run format a.xml
+  expect_part stderr 'a.xml:1:4: a comment inside the root element was moved into a text'
+  grep -q other "$scratch/stderr" && fail
+  return 0
 }
 
 run_cases

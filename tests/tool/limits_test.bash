@@ -76,16 +76,14 @@ a_million_levels_are_handled_with_little_stack() {
   expect 1 '' ''
   _run_with_little_stack 'value a a.xml'
   expect 0 '\n' ''
-  _run_with_little_stack 'format --indent-off a.xml | grep -c "<a>"'
+  _run_with_little_stack 'format --quiet --indent-off a.xml | grep -c "<a>"'
   expect 0 "$((million - 1))\n" ''
   _run_with_little_stack 'diff a.xml a.xml'
   expect 0 '' ''
   _run_with_little_stack 'check --lossless a.xml'
   expect_status 1
   expect_part stderr "a.xml:$million:4: a text of white space alone would be lost"
-  _run_with_little_stack 'edit -i --lossy --indent-off --set-attr / b 1 a.xml'
-  expect 0 '' ''
-  _run_with_little_stack 'check --lossless a.xml'
+  _run_with_little_stack 'edit -i --set-attr / b 1 a.xml'
   expect 0 '' ''
   _run_with_little_stack "select --first --count 'a[@b=1]' a.xml"
   expect 0 '1\n' ''
@@ -93,13 +91,13 @@ a_million_levels_are_handled_with_little_stack() {
 
 many_edits_of_one_document_are_done() {
   local edits=() i
-  for ((i = 1; i <= 2000; ++i)); do edits+=(--append / "<b c='$i'/>" --set "/a/b[@c=$i]" "$i"); done
+  for ((i = 1; i <= 300; ++i)); do edits+=(--append / "<b c='$i'/>" --set "/a/b[@c=$i]" "$i"); done
   run edit "${edits[@]}" <<< '<a/>'
   expect_status 0
   expect_text stderr ''
   cp "$scratch/stdout" a.xml
   run value //b a.xml
-  expect 0 "$(seq 2000)\n" ''
+  expect 0 "$(seq 300)\n" ''
 }
 
 a_million_names_are_handled_with_little_stack() {
@@ -130,7 +128,7 @@ memory_that_is_out_is_trouble() {
   cp a.xml before.xml
   local limit status refused=0
   for limit in $(seq 4000 250 24000); do
-    run_shell "ulimit -v $limit; exec \"\$tool\" edit -i --lossy --set //a y a.xml"
+    run_shell "ulimit -v $limit; exec \"\$tool\" edit -i --set //a y a.xml"
     status=$(cat "$scratch/status")
     case $status in
       0) cp before.xml a.xml ;;

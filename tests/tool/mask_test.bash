@@ -25,4 +25,13 @@ mask_of_what_is_no_xml_is_trouble() {
   expect 2 '' 'a.xml:1:4: no element found, near <a>\n  <a>\n     ^\n'
 }
 
+mask_tells_what_it_leaves_out_besides_the_values() {
+  given a.xml '<?xml version="1.0"?>\n<!-- c -->\n<a>x\n <b/>y</a>\n<!-- d -->\n'
+  run mask a.xml
+  expect 0 '<a>\n  \n  <b></b>\n</a>\n' "a.xml:2:1: a comment outside the root element was lost; and 1\
+ other place\n  <!-- c -->\n  ^\n"
+  run mask --quiet a.xml
+  expect 0 '<a>\n  \n  <b></b>\n</a>\n' ''
+}
+
 run_cases

@@ -1,5 +1,4 @@
-// The options -i and --lossy of the commands that can replace a file by their result.
-// A file is replaced only when nothing of it is lost, both before and after the command's work.
+// The option -i of the commands that can replace a file by their result.
 // Tested by tests/tool/format_in_place_test.bash and tests/tool/edit_in_place_test.bash.
 
 #include <tools/command/Rewriting.h>
@@ -21,9 +20,6 @@ void Rewriting::DeclareOptions(Arguments& arguments) {
       "under its name with that suffix");
   arguments.AddHiddenText(kSuffixOption, m_suffix);
   arguments.Require(kSuffixOption, kInPlaceFlag);
-  arguments.AddFlag("--lossy", m_isLossy,
-                    "Replace the file even if something of it is lost or moved");
-  arguments.Require("--lossy", kInPlaceFlag);
 }
 
 void Rewriting::Check(const std::vector<std::string>& files) const {
@@ -36,20 +32,7 @@ void Rewriting::Check(const std::vector<std::string>& files) const {
   }
 }
 
-bool Rewriting::Allows(const Input& input, const LossReport& report) const {
-  if (!IsCareful() || report.reason == nullptr) return true;
-  ComplainAt(input, report.offset, report.reason);
-  Complain("nothing is replaced; --lossy does it all the same");
-  return false;
-}
-
 ExitStatus Rewriting::Replace(const Input& input, const std::string& result) const {
-  // An edit can bring together what the library would move when it loads the file the next time,
-  // such as text beside elements.
-  if (IsCareful() &&
-      !Allows({input.name + " (result)", result}, FindLoss(result, Surroundings::kKept))) {
-    return ExitStatus::kTrouble;
-  }
   std::string reason;
   if (ReplaceFile(input.name, input.text, result, m_suffix, reason)) return ExitStatus::kDone;
   ComplainAbout(input.name, reason);

@@ -2,7 +2,6 @@
 #define XMLDOM_TOOLS_COMMAND_REWRITING_H
 
 #include <tools/command/Command.h>
-#include <tools/document/LossCheck.h>
 
 #include <string>
 #include <vector>
@@ -11,8 +10,7 @@ namespace tool {
 
 struct Input;
 
-/// Replaces a file by what a command makes of it (the option -i), and refuses to do so when
-/// something in the file would be lost or moved, unless the user allows it (the option --lossy).
+/// Replaces a file by what a command makes of it (the option -i).
 class Rewriting {
  public:
   /// Declares the options. They expect arguments from which SplitSuffixes has split a suffix.
@@ -23,21 +21,13 @@ class Rewriting {
 
   /// Whether -i is given.
   bool IsAsked() const { return m_isAsked; }
-  /// Whether -i is given without --lossy, so that nothing may be lost.
-  bool IsCareful() const { return m_isAsked && !m_isLossy; }
 
-  /// Whether the input may be replaced. `report` is that of FindLoss for it.
-  /// Effects: writes the reason to standard error when it may not, with the place.
-  bool Allows(const Input& input, const LossReport& report) const;
-
-  /// Replaces the file of the input by `result`, which the library has written. Where nothing may
-  /// be lost, `result` itself is checked too. Result: kDone, or kTrouble when nothing is replaced.
-  /// Effects: writes the reason to standard error then.
+  /// Replaces the file of the input by `result`. Result: kDone, or kTrouble when nothing is
+  /// replaced. Effects: writes the reason to standard error then.
   ExitStatus Replace(const Input& input, const std::string& result) const;
 
  private:
   bool m_isAsked = false;
-  bool m_isLossy = false;
   std::string m_suffix;
 };
 

@@ -21,9 +21,9 @@ class CheckCommand : public FileCommand {
 
  protected:
   void DeclareOptions(Arguments& arguments) override {
-    arguments.AddFlag("--lossless", m_lossless,
-                      "Also tell whether -i of other commands gives all of a file back, and where "
-                      "it does not");
+    arguments.AddFlag(
+        "--lossless", m_lossless,
+        "Also tell whether 'format -i' gives all of a file back, and where it does not");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter&, const Session& session) override {
@@ -53,7 +53,7 @@ const CommandEntry kCheckCommand = {
     "Says nothing about a well-formed file, except with --verbose. For any other file it says "
     "what\n"
     "is wrong, with line and column, and shows the place.\n"
-    "With --lossless the same for what 'edit -i' and 'format -i' would lose or move in a file.\n"
+    "With --lossless the same for what 'format -i' would lose or move in a file.\n"
     "Exit status: 0 when all files are well-formed (and lossless), 1 when one is not, 2 for "
     "trouble.\n"
     "\n"

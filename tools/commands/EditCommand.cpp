@@ -1,15 +1,17 @@
 // The command `edit`: changes documents at paths, on the way to standard output or in their files.
-// All edits are made in the tree; the result is written only when each of them has been made.
+// The edits are made in the text; the result is written only when each of them has been made.
 // Tested by tests/tool/edit_test.bash and tests/tool/edit_in_place_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
-#include <tools/command/Layout.h>
 #include <tools/command/Rewriting.h>
 #include <tools/commands/Commands.h>
-#include <tools/commands/Edit.h>
-#include <tools/document/DocumentFrame.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/SourceEncoding.h>
+#include <tools/edit/Edit.h>
+#include <tools/edit/EditProof.h>
+#include <tools/edit/EditStep.h>
+#include <tools/edit/EditedText.h>
 #include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
@@ -25,7 +27,7 @@ class EditCommand : public FileCommand {
   void Check() const override {
     m_rewriting.Check(Files());
     if (m_edits.empty()) throw UsageError("an edit is needed, such as --set PATH TEXT");
-    for (const Edit& edit : m_edits) CheckEdit(edit, m_rewriting.IsCareful());
+    for (const Edit& edit : m_edits) CheckEdit(edit, m_all);
   }
 
  protected:
@@ -39,41 +41,80 @@ class EditCommand : public FileCommand {
       arguments.AddRepeatable(kind.option, kind.operands, kind.operandCount, add, kind.summary,
                               "Edits, in the order in which they are to be done");
     }
-    m_layout.DeclareOptions(arguments);
+    arguments.AddFlag("--all", m_all,
+                      "Change all elements that a path selects, not the first alone");
     m_rewriting.DeclareOptions(arguments);
   }
 
-  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
-    EditedDocument edited = {{}, LoadDocument(input), m_rewriting.IsCareful()};
-    if (edited.document == nullptr) return ExitStatus::kTrouble;
-    const LossReport report = FindLoss(input.text, Surroundings::kKept);
-    if (!m_rewriting.Allows(input, report)) return ExitStatus::kTrouble;
+  ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) override {
+    const SourceEncoding encoding(input.text);
+    Input decoded = {input.name, std::string()};
+    std::string reason;
+    if (!encoding.Decode(input.text, decoded.text, reason)) {
+      ComplainAt(decoded, decoded.text.size(), reason);
+      return ExitStatus::kTrouble;
+    }
+    XMLPtr<IXMLDOMDocument2> tree = LoadDocument(decoded);
+    if (tree == nullptr) return ExitStatus::kTrouble;
+    EditedText edited(decoded.text, tree, encoding);
     for (const Edit& edit : m_edits) {
-      const ExitStatus status = Try(edit, edited, input.name);
+      const ExitStatus status = Try(edit, edited, input.name, session);
       if (status != ExitStatus::kDone) return status;
     }
-    const std::string result = Frame(input.text, report, m_layout.Write(*edited.document));
-    if (m_rewriting.IsAsked()) return m_rewriting.Replace(input, result);
-    results.Write(result);
-    return ExitStatus::kDone;
+    return Write(edited, input, results);
   }
 
  private:
-  /// Makes one edit. Effects: a message to standard error when it cannot be made.
-  static ExitStatus Try(const Edit& edit, EditedDocument& edited, const std::string& file) {
+  /// Makes one edit. Effects: a message to standard error when it cannot be made, and with
+  /// --verbose also when it was.
+  ExitStatus Try(const Edit& edit, EditedText& edited, const std::string& file,
+                 const Session& session) const {
     const std::string title = std::string(edit.kind->option) + " " + edit.operands.front() + ": ";
     try {
-      if (ApplyEdit(edit, edited)) return ExitStatus::kDone;
+      const EditOutcome outcome = edited.Apply(edit, m_all);
+      if (outcome.changed == 0) {
+        ComplainAbout(file, title + (outcome.selected == 0 ? "the path selects nothing"
+                                                           : "there is no such attribute"));
+        return ExitStatus::kNo;
+      }
+      const std::string count = std::to_string(outcome.changed);
+      if (session.verbose) {
+        Remark(file, title + count + (outcome.changed == 1 ? " change" : " changes"));
+      }
+      return ExitStatus::kDone;
     } catch (const EditRefusal& refusal) {
-      ComplainAbout(file, title + refusal.what());
+      ComplainAt({file, edited.Text()}, refusal.Offset(), title + refusal.what());
+    } catch (const SourceMapError& error) {
+      ComplainAt({file, edited.Text()}, error.Offset(), error.what());
+    } catch (const ProofFailure& failure) {
+      SayUnproved(file, title, failure);
+    }
+    return ExitStatus::kTrouble;
+  }
+
+  static void SayUnproved(const std::string& file, const std::string& title,
+                          const ProofFailure& failure) {
+    ComplainAbout(file,
+                  title + "the result was checked, and " + failure.what() + "; nothing is written");
+  }
+
+  ExitStatus Write(const EditedText& edited, const Input& input, ResultWriter& results) const {
+    std::string bytes;
+    try {
+      bytes = edited.Bytes();
+    } catch (const ProofFailure& failure) {
+      SayUnproved(input.name, std::string(), failure);
       return ExitStatus::kTrouble;
     }
-    ComplainAbout(file, title + "the path selects nothing");
-    return ExitStatus::kNo;
+    if (m_rewriting.IsAsked()) return m_rewriting.Replace(input, bytes);
+    results.Write(bytes);
+    // The name of the next file begins a line.
+    if (Files().size() > 1 && bytes.back() != '\n') results.EndLine();
+    return ExitStatus::kDone;
   }
 
   std::vector<Edit> m_edits;
-  Layout m_layout;
+  bool m_all = false;
   Rewriting m_rewriting;
 };
 
@@ -84,16 +125,15 @@ std::unique_ptr<Command> Make() { return std::make_unique<EditCommand>(); }
 const CommandEntry kEditCommand = {
     "edit", "Change a document at paths",
     "PATH says which element to change. When a path selects several elements, only the first of\n"
-    "them is changed. The path '/' stands for the root element; 'xmldom select --help' explains\n"
-    "paths. TEXT and VALUE are plain text, which is escaped where needed. XML is one element with\n"
-    "all that it contains.\n"
+    "them is changed, or all of them with --all. The path '/' stands for the root element;\n"
+    "'xmldom select --help' explains paths. TEXT and VALUE are plain text, which is escaped where\n"
+    "needed. XML is one element with all that it contains.\n"
     "\n"
-    "What stands before and after the root element is kept. The root element is written with one\n"
-    "element a line, as 'xmldom format' does. With -i the file is replaced as a whole, or stays "
-    "as\n"
-    "it is. It also stays as it is when the result would lack something that the file has, such "
-    "as\n"
-    "a comment, or have it in another place; --lossy replaces it even then.\n"
+    "Only the bytes of the edit change: comments, quotes, line breaks, the document type and the\n"
+    "encoding stay as they are. What is put in is indented like what stands beside it. Each "
+    "result\n"
+    "is parsed and compared with what the library makes of the same edit before it is written.\n"
+    "With -i the file is replaced as a whole, or stays as it is.\n"
     "\n"
     "Exit status: 0 when all edits were made; 1 when a path selects nothing, and then nothing is\n"
     "written; 2 when something went wrong.\n"

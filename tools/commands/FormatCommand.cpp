@@ -2,12 +2,17 @@
 // With -i the file is replaced, and what stands outside the root element is kept.
 // Tested by tests/tool/format_test.bash and tests/tool/format_in_place_test.bash.
 
+#include <tools/command/Arguments.h>
+#include <tools/command/AttachedSuffix.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Layout.h>
+#include <tools/command/LossNotice.h>
 #include <tools/command/Rewriting.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentFrame.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/LossCheck.h>
+#include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
 
@@ -25,6 +30,10 @@ class FormatCommand : public FileCommand {
   void DeclareOptions(Arguments& arguments) override {
     m_layout.DeclareOptions(arguments);
     m_rewriting.DeclareOptions(arguments);
+    arguments.AddFlag("--lossy", m_isLossy,
+                      "Replace the file even if something of it is lost or moved");
+    arguments.Require("--lossy", kInPlaceFlag);
+    m_notice.DeclareOptions(arguments);
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
@@ -32,18 +41,28 @@ class FormatCommand : public FileCommand {
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_rewriting.IsAsked()) return Replace(input, *document);
     results.Write(m_layout.Write(*document));
+    m_notice.Say(input, FindLoss(input.text, Surroundings::kDropped));
     return ExitStatus::kDone;
   }
 
  private:
   ExitStatus Replace(const Input& input, IXMLDOMDocument2& document) const {
     const LossReport report = FindLoss(input.text, Surroundings::kKept);
-    if (!m_rewriting.Allows(input, report)) return ExitStatus::kTrouble;
-    return m_rewriting.Replace(input, Frame(input.text, report, m_layout.Write(document)));
+    if (report.reason != nullptr && !m_isLossy) {
+      ComplainAt(input, report.offset, report.reason);
+      Complain("nothing is replaced; --lossy does it all the same");
+      return ExitStatus::kTrouble;
+    }
+    const std::string result = Frame(input.text, report, m_layout.Write(document));
+    const ExitStatus status = m_rewriting.Replace(input, result);
+    if (status == ExitStatus::kDone) m_notice.Say(input, report);
+    return status;
   }
 
   Layout m_layout;
   Rewriting m_rewriting;
+  bool m_isLossy = false;
+  LossNotice m_notice;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<FormatCommand>(); }
@@ -53,11 +72,10 @@ std::unique_ptr<Command> Make() { return std::make_unique<FormatCommand>(); }
 const CommandEntry kFormatCommand = {
     "format", "Write a document with an element a line, indented",
     "What stands outside the root element is left out, and so is white space between elements.\n"
-    "The text of an element stands before its other children.\n"
-    "With -i nothing is left out: what stands outside the root element is kept, and a file of "
-    "which\n"
-    "something would be lost or moved is not replaced; 'xmldom check --lossless' tells "
-    "beforehand.\n"
+    "The text of an element stands before its other children. The first thing of a file that is\n"
+    "lost or moved so is told on standard error.\n"
+    "With -i what stands outside the root element is kept, and a file of which something would be\n"
+    "lost or moved is not replaced; 'xmldom check --lossless' tells beforehand.\n"
     "Exit status: 0 when written, 2 for trouble.\n"
     "\n"
     "Example: xmldom format config.xml\n"

@@ -4,6 +4,7 @@
 
 #include <tools/document/LossCheck.h>
 
+#include <tools/document/References.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/parse/ExpatImpl.h>
@@ -12,7 +13,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -42,34 +42,14 @@ const char kOuterComment[] = "a comment outside the root element would be lost";
 const char kOuterInstruction[] = "a processing instruction outside the root element would be lost";
 const char kDocumentType[] = "a document type would be lost";
 
-/// Whether the library writes a reference, of `size` bytes from '&' to ';', with the same meaning
-/// as it has in the text: it does so with character references and the five predefined entities.
-bool IsPlainReference(const char* reference, std::size_t size) {
-  if (reference[1] == '#') return true;
-  for (const char* predefined : {"&lt;", "&gt;", "&amp;", "&quot;", "&apos;"}) {
-    if (std::strlen(predefined) == size && std::memcmp(predefined, reference, size) == 0) {
-      return true;
-    }
-  }
-  return false;
-}
-
-/// Whether a reference, which the parser has accepted, stands for a tab or a line break.
-bool IsBreak(const char* reference) {
-  if (reference[1] != '#') return false;
-  const bool isHexadecimal = reference[2] == 'x';
-  const unsigned long number =
-      std::strtoul(reference + (isHexadecimal ? 3 : 2), nullptr, isHexadecimal ? 16 : 10);
-  return number == '\t' || number == '\n' || number == '\r';
-}
-
 /// Makes the report out of the events of the parser. Entities are not expanded, so that every event
 /// stands for bytes of the text itself. The first loss that is reported is the one that counts.
 class LossFinder : public CExpatImpl<LossFinder> {
  public:
-  LossFinder(const std::string& text, Surroundings surroundings)
+  LossFinder(const std::string& text, Surroundings surroundings, Values values)
       : m_text(text),
         m_dropsSurroundings(surroundings == Surroundings::kDropped),
+        m_masksValues(values == Values::kMasked),
         m_report(),
         m_declaresEntities(false),
         m_hasElements(false),
@@ -98,9 +78,10 @@ class LossFinder : public CExpatImpl<LossFinder> {
     if (m_preserves.empty()) {
       m_report.rootBegin = EventBegin();
     } else {
-      if (m_textAt != kNowhere) Report(m_textAt, kMixedText);
+      // Behind a child element, OnDefault has reported the text.
+      if (m_textAt != kNowhere && !m_hasElements) ReportValue(m_textAt, kMixedText);
       if (m_preserves.back()) {
-        Report(m_blankAt != kNowhere ? m_blankAt : EventBegin(), kPreserved);
+        ReportValue(m_blankAt != kNowhere ? m_blankAt : EventBegin(), kPreserved);
       }
     }
     CheckAttributes(attributes);
@@ -110,7 +91,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
 
   void OnEndElement(const char*) {
     if (!m_hasElements && m_textAt == kNowhere && m_blankAt != kNowhere) {
-      Report(m_blankAt, kBlankText);
+      ReportValue(m_blankAt, kBlankText);
     }
     m_preserves.pop_back();
     BeginContent(true);
@@ -125,16 +106,17 @@ class LossFinder : public CExpatImpl<LossFinder> {
       if (m_blankAt == kNowhere) m_blankAt = EventBegin();
     } else {
       const std::size_t solidAt = EventBegin() + static_cast<std::size_t>(solid - text);
-      if (m_hasElements) Report(solidAt, kMixedText);
+      if (m_hasElements) ReportValue(solidAt, kMixedText);
       if (*text == '&' && m_declaresEntities &&
           !IsPlainReference(text, static_cast<std::size_t>(length))) {
-        Report(solidAt, kEntity);
+        ReportValue(solidAt, kEntity);
       }
       if (m_textAt == kNowhere) m_textAt = solidAt;
     }
     // The library drops a piece of white space alone, even when the same element holds other text.
     if (m_textAt != kNowhere && m_blankAt != kNowhere) {
-      Report(m_blankAt, IsLineEnd(m_text[m_blankAt]) ? kLineBreak : kWhiteSpace);
+      ReportValue(m_blankAt, IsLineEnd(m_text[m_blankAt]) ? kLineBreak : kWhiteSpace);
+      m_blankAt = kNowhere;
     }
   }
 
@@ -149,9 +131,8 @@ class LossFinder : public CExpatImpl<LossFinder> {
     XML_SetProcessingInstructionHandler(m_p, [](void* self, const char*, const char*) {
       static_cast<LossFinder*>(self)->OnMarkup(kInstruction, kOuterInstruction);
     });
-    XML_SetStartCdataSectionHandler(m_p, [](void* self) {
-      static_cast<LossFinder*>(self)->OnMarkup(kCdataSection, kCdataSection);
-    });
+    XML_SetStartCdataSectionHandler(
+        m_p, [](void* self) { static_cast<LossFinder*>(self)->OnSection(); });
     XML_SetStartDoctypeDeclHandler(m_p, [](void* self, const char*, const char*, const char*, int) {
       static_cast<LossFinder*>(self)->OnDocumentType();
     });
@@ -187,6 +168,8 @@ class LossFinder : public CExpatImpl<LossFinder> {
     }
   }
 
+  void OnSection() { ReportValue(EventBegin(), kCdataSection); }
+
   /// Reports references in a start tag that the library would write differently, and attributes
   /// that do not stand in the tag. In a start tag, each '&' begins a reference.
   void CheckAttributes(const char** attributes) {
@@ -194,8 +177,8 @@ class LossFinder : public CExpatImpl<LossFinder> {
     const char* at = m_text.data() + EventBegin();
     while ((at = std::find(at, end, '&')) != end) {
       const std::size_t size = static_cast<std::size_t>(std::find(at, end, ';') - at) + 1;
-      if (!IsPlainReference(at, size)) Report(OffsetOf(at), kEntity);
-      if (IsBreak(at)) Report(OffsetOf(at), kAttributeBreak);
+      if (!IsPlainReference(at, size)) ReportValue(OffsetOf(at), kEntity);
+      if (IsBreakReference(at)) ReportValue(OffsetOf(at), kAttributeBreak);
       at += size;
     }
     const int written = XML_GetSpecifiedAttributeCount(m_p);
@@ -220,8 +203,13 @@ class LossFinder : public CExpatImpl<LossFinder> {
     m_blankAt = kNowhere;
   }
 
+  /// Reports what is lost of a text or a value, unless all of these are left out anyway.
+  void ReportValue(std::size_t offset, const char* reason) {
+    if (!m_masksValues) Report(offset, reason);
+  }
+
   void Report(std::size_t offset, const char* reason) {
-    if (m_report.reason != nullptr) return;
+    if (m_report.count++ != 0) return;
     m_report.offset = offset;
     m_report.reason = reason;
   }
@@ -238,6 +226,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
 
   const std::string& m_text;
   const bool m_dropsSurroundings;
+  const bool m_masksValues;
   LossReport m_report;
   bool m_declaresEntities;
   std::vector<bool> m_preserves;  // for each open element: whether it preserves white space
@@ -246,13 +235,14 @@ class LossFinder : public CExpatImpl<LossFinder> {
   // reported when the child begins, so that no more has to be remembered.
   bool m_hasElements;
   std::size_t m_textAt;   // offset of its first text that is not white space, or kNowhere
-  std::size_t m_blankAt;  // offset of its first piece of white space alone, or kNowhere
+  std::size_t m_blankAt;  // offset of its first piece of white space alone that has not been
+                          // reported, or kNowhere
 };
 
 }  // namespace
 
-LossReport FindLoss(const std::string& text, Surroundings surroundings) {
-  return LossFinder(text, surroundings).Find();
+LossReport FindLoss(const std::string& text, Surroundings surroundings, Values values) {
+  return LossFinder(text, surroundings, values).Find();
 }
 
 }  // namespace tool

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+#include <tools/document/DocumentLoad.h>
+#include <tools/edit/EditProof.h>
+#include <xmldom/xmldom.h>
+
+#include <string>
+
+#include "tool/EditHarness.h"
+
+// The proof that an edit has made of a text what it should.
+
+namespace {
+
+using tool::ProofFailure;
+
+/// Why `found` is not what is expected; empty when it is.
+std::string Prove(const std::string& expected, const std::string& found, bool joinsTexts = false) {
+  tool::LoadProblem problem;
+  const XMLPtr<IXMLDOMDocument2> tree = tool::LoadText(expected, problem);
+  try {
+    EXPECT_NE(nullptr, tool::ProveEdit(found, *tree, joinsTexts));
+    return std::string();
+  } catch (const ProofFailure& failure) {
+    return failure.what();
+  }
+}
+
+TEST(EditProof, Same_tree_passes_whatever_its_layout) {
+  EXPECT_EQ("", Prove("<a b='1'><c/>x</a>", "<?xml version='1.0'?><a\nb=\"1\">\n <c></c>x</a>"));
+}
+
+TEST(EditProof, Any_difference_fails) {
+  const std::string expected = "<a b='1' c='2'><d/>x</a>";
+  for (const char* found :
+       {"<z b='1' c='2'><d/>x</z>", "<a c='2' b='1'><d/>x</a>", "<a b='1'><d/>x</a>",
+        "<a b='1' c='2' e='3'><d/>x</a>", "<a b='1' c='2'><e/>x</a>", "<a b='1' c='2'><d/>y</a>",
+        "<a b='1' c='2'><d/>x </a>", "<a b='1' c='2'>x<d/></a>", "<a b='1' c='2'><d/></a>",
+        "<a b='1' c='2'><d/>x<e/></a>", "<a b='1' c='2'><d><e/></d>x</a>",
+        "<a b='1' c='3'><d/>x</a>"}) {
+    EXPECT_NE("", Prove(expected, found)) << found;
+  }
+}
+
+TEST(EditProof, Text_that_is_not_well_formed_fails) {
+  EXPECT_EQ("it is not well-formed: mismatched tag, near </b>", Prove("<a/>", "<a></b>"));
+}
+
+TEST(EditProof, White_space_counts_unless_texts_were_joined) {
+  EXPECT_NE("", Prove("<a>xy</a>", "<a>x y</a>"));
+  EXPECT_EQ("", Prove("<a>xy</a>", "<a>x y</a>", true));
+  EXPECT_NE("", Prove("<a>xy</a>", "<a>xz</a>", true));
+  EXPECT_NE("", Prove("<a b='xy'/>", "<a b='x y'/>", true));
+}
+
+/// Each fault in what was spliced is found, and leaves the text and the tree as they were.
+TEST(EditProof, Fault_of_an_edit_is_found_and_nothing_changes) {
+  const struct {
+    const char* from;
+    const char* to;
+  } faults[] = {{"<c/>", "<c></c>x"}, {"<c/>", ""},       {"new", "old"},
+                {"</b>", ""},         {"d='1'", "d='2'"}, {"<b d='1'>", "<b d='1' e=''>"}};
+  for (const auto& fault : faults) {
+    tool::EditedText edited = MakeEdited("<a><b d='1'>old</b><c/></a>");
+    edited.SetFault([&](std::string& text) {
+      const std::string from = fault.from;
+      ASSERT_NE(text.npos, text.find(from));
+      text.replace(text.find(from), from.size(), fault.to);
+    });
+    EXPECT_THROW(edited.Apply(MakeEdit("--set", {"//b", "new"}), false), ProofFailure) << fault.to;
+    EXPECT_EQ("<a><b d='1'>old</b><c/></a>", edited.Bytes());
+    edited.SetFault(nullptr);
+    EXPECT_EQ(1u, edited.Apply(MakeEdit("--set", {"//b", "new"}), false).changed);
+    EXPECT_EQ("<a><b d='1'>new</b><c/></a>", edited.Bytes());
+  }
+}
+
+TEST(EditProof, Fault_in_each_kind_of_edit_is_found) {
+  for (const tool::EditKind& kind : tool::EditKinds()) {
+    std::vector<std::string> operands = {"/a/b"};
+    if (kind.operandCount > 1) operands.push_back("<n/>");
+    if (std::string(kind.option).find("attr") != std::string::npos) operands[1] = "c";
+    if (std::string(kind.option) == "--rename") operands[1] = "n";
+    if (kind.operandCount > 2) operands.push_back("3");
+    tool::EditedText edited = MakeEdited("<a><b c='1'>x</b><d/></a>");
+    edited.SetFault([](std::string& text) { text = "<a><b c='1'>x</b><d/></a>"; });
+    EXPECT_THROW(edited.Apply(MakeEdit(kind.option, operands), false), ProofFailure) << kind.option;
+  }
+}
+
+TEST(EditProof, Element_whose_removal_makes_markup_of_texts_stays) {
+  tool::EditedText edited = MakeEdited("<a>]]<b/>></a>");
+  EXPECT_THROW(edited.Apply(MakeEdit("--remove", {"//b"}), false), ProofFailure);
+  EXPECT_EQ("<a>]]<b/>></a>", edited.Bytes());
+}
+
+TEST(EditProof, Value_that_the_document_type_would_change_is_refused) {
+  tool::EditedText edited = MakeEdited("<!DOCTYPE a [<!ATTLIST a b NMTOKENS #IMPLIED>]><a b='x'/>");
+  EXPECT_THROW(edited.Apply(MakeEdit("--set-attr", {"/", "b", " x  y "}), false), ProofFailure);
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+#ifndef XMLDOM_TOOLS_DOCUMENT_SOURCEENCODING_H
+#define XMLDOM_TOOLS_DOCUMENT_SOURCEENCODING_H
+
+#include <tools/document/StartTag.h>
+
+#include <cstddef>
+#include <string>
+
+namespace tool {
+
+/// The encoding of a document, and the way from its bytes to UTF-8 and back. Known are those that
+/// the parser knows: UTF-8, UTF-16 in both byte orders, ISO-8859-1 and US-ASCII.
+///
+/// In UTF-8, the text declares UTF-8, so that it can be parsed: that name, and blanks behind it,
+/// take the place of the other name.
+class SourceEncoding {
+ public:
+  /// Finds the encoding out, from the byte order mark, the first characters and the XML
+  /// declaration. One that is not known counts as UTF-8, and the parser will refuse the text.
+  explicit SourceEncoding(const std::string& bytes);
+
+  /// The message for a character that the encoding cannot hold.
+  std::string Refusal() const;
+
+  /// Result: whether `bytes`, from which this object was made, can be decoded. Out: `text` is then
+  /// the text in UTF-8; otherwise it is the part in front of what is wrong, which `reason` tells.
+  /// Cost: linear in the bytes.
+  bool Decode(const std::string& bytes, std::string& text, std::string& reason) const;
+
+  /// The reverse of Decode. `text` begins with the same XML declaration as the text from Decode.
+  /// Bad input: a character that the encoding cannot hold becomes '?'. Cost: linear in the text.
+  std::string Encode(const std::string& text) const;
+
+  /// Finds a character that the encoding cannot hold. Result: its offset, from `from` on; npos when
+  /// there is none. Cost: linear in the text.
+  std::size_t FindForeign(const std::string& text, std::size_t from = 0) const;
+
+  /// Writes references for the characters of `text`, which is the text of an element or the value
+  /// of an attribute, that the encoding cannot hold. Cost: linear in the text.
+  std::string WithReferences(const std::string& text) const;
+
+ private:
+  enum Kind { kUtf8, kUtf16LittleEndian, kUtf16BigEndian, kLatin1, kAscii };
+
+  const char* Name() const;
+  bool IsUtf16() const { return m_kind == kUtf16LittleEndian || m_kind == kUtf16BigEndian; }
+  void FindDeclaredName(const std::string& text);
+  bool DecodeUtf16(const std::string& bytes, std::string& text) const;
+  void AppendEncoded(unsigned long code, std::string& bytes) const;
+  void AppendUnit(unsigned long unit, std::string& bytes) const;
+
+  Kind m_kind;
+  std::string m_declared;   // the name in the declaration with its quotes; empty without one
+  SourceRange m_nameRange;  // where that stands in the text in UTF-8
+};
+
+}  // namespace tool
+
+#endif

@@ -1,0 +1,79 @@
+// Proves that an edit of a text did what it should, and nothing else that a parser sees.
+// Tested by tests/tool/EditProof_test.cpp.
+
+#include <tools/edit/EditProof.h>
+
+#include <tools/document/DocumentLoad.h>
+#include <tools/io/SourceText.h>
+
+#include <xmldom/diag/Compare.h>
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/support/MemFile.h>
+
+#include <cstring>
+
+namespace tool {
+
+namespace {
+
+const unsigned int kReportRoom = 4096;
+const std::size_t kReasonLimit = 200;
+
+XMLPtr<IXMLDOMDocument2> Load(const std::string& text) {
+  LoadProblem problem;
+  XMLPtr<IXMLDOMDocument2> document = LoadText(text, problem);
+  if (document == nullptr) throw ProofFailure("it is not well-formed: " + problem.reason);
+  return document;
+}
+
+/// Result: why two trees differ; empty when they do not.
+std::string Difference(IXMLDOMDocument2& expected, IXMLDOMDocument2& found) {
+  // CompareXMLNodes does not compare the names of the two nodes that it is given.
+  const char* const names[] = {expected.m_pFirstChild->m_pszNodeName,
+                               found.m_pFirstChild->m_pszNodeName};
+  if (std::strcmp(names[0], names[1]) != 0) return "another root element";
+  CMemFile report(kReportRoom);
+  if (CompareXMLNodes(&expected, &found, report, 0) != 0) return std::string();
+  return VisibleLine(std::string(report.GetAsStr(), report.m_uLength), kReasonLimit);
+}
+
+void DropSpace(IXMLDOMNode* text) {
+  char* to = text->m_pszValue;
+  for (const char* from = to; *from != '\0'; ++from) {
+    if (!IsSpace(*from)) *to++ = *from;
+  }
+  *to = '\0';
+}
+
+/// Takes the white space out of all texts of a tree.
+void DropSpaceBelow(IXMLDOMNode* document) {
+  IXMLDOMNode* node = document;
+  for (;;) {
+    if (node->m_eNodeType == NODE_TEXT) DropSpace(node);
+    if (node->m_pFirstChild != nullptr) {
+      node = node->m_pFirstChild;
+      continue;
+    }
+    while (node != document && node->m_pNextSibling == nullptr) node = node->m_pParent;
+    if (node == document) return;
+    node = node->m_pNextSibling;
+  }
+}
+
+}  // namespace
+
+XMLPtr<IXMLDOMDocument2> ProveEdit(const std::string& text, IXMLDOMDocument2& expected,
+                                   bool joinsTexts) {
+  XMLPtr<IXMLDOMDocument2> found = Load(text);
+  std::string difference = Difference(expected, *found);
+  if (!difference.empty() && joinsTexts) {
+    const XMLPtr<IXMLDOMDocument2> bare = Load(text);
+    DropSpaceBelow(bare.Get());
+    DropSpaceBelow(&expected);
+    difference = Difference(expected, *bare);
+  }
+  if (!difference.empty()) throw ProofFailure("it is not what the edit asks for: " + difference);
+  return found;
+}
+
+}  // namespace tool

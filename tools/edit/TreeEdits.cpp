@@ -1,0 +1,156 @@
+// Makes edits in a tree. Where the library has no call, for taking attributes out and for names,
+// the public links and names of the nodes are changed. Tested by tests/tool/Edit_test.cpp.
+
+#include <tools/edit/TreeEdits.h>
+
+#include <tools/edit/EditStep.h>
+#include <tools/edit/Fragment.h>
+
+#include <xmldom/dom/XMLDocument.h>
+#include <xmldom/support/MemFile.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <functional>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+namespace tool {
+
+namespace {
+
+/// Calls `place` with each target and a copy of the fragment for it.
+void PlaceCopies(EditStep& step,
+                 const std::function<void(IXMLDOMNode* copy, IXMLDOMNode* target)>& place) {
+  LoadCopies(step);
+  IXMLDOMNode* copies = step.copies->m_pFirstChild;
+  for (const EditTarget& target : step.targets) place(copies->m_pFirstChild, target.node.Get());
+}
+
+/// Throws when a text could not be stored, which the checks of operands have left no reason for.
+void Require(const xmldom::StoreResult& result) {
+  if (!result) throw std::logic_error(result.Reason());
+}
+
+/// The link in the chain of attributes that leads to the one of this name, or that ends the chain.
+IXMLDOMNode** LinkTo(IXMLDOMNode* element, const std::string& name) {
+  IXMLDOMNode** link = &element->m_pFirstAttribute;
+  while (*link != nullptr && name != (*link)->m_pszNodeName) link = &(*link)->m_pNextSibling;
+  return link;
+}
+
+/// Takes an attribute out of its chain. Result: the attribute, whose reference is the caller's.
+XMLPtr<IXMLDOMNode> TakeOut(IXMLDOMNode** link) {
+  IXMLDOMNode* attribute = *link;
+  *link = attribute->m_pNextSibling;
+  attribute->m_pNextSibling = nullptr;
+  return xmldom::Adopt(attribute);
+}
+
+/// Whether an attribute stands in the tag of its element.
+bool IsWritten(const EditStep& step, const IXMLDOMNode* attribute) {
+  const SourcePlace* place = step.PlaceOf(attribute);
+  return place != nullptr && place->IsWritten();
+}
+
+/// Moves an attribute that is new in the tag of its element behind the others that stand there, and
+/// so before the default attributes, where a load puts it.
+void MoveBehindWritten(const EditStep& step, IXMLDOMNode* element, const std::string& name) {
+  XMLPtr<IXMLDOMNode> attribute = TakeOut(LinkTo(element, name));
+  IXMLDOMNode** link = &element->m_pFirstAttribute;
+  while (*link != nullptr && IsWritten(step, *link)) link = &(*link)->m_pNextSibling;
+  attribute->m_pNextSibling = *link;
+  *link = attribute.Detach();
+}
+
+/// The form in which a load stores the value of an attribute.
+std::string LoadedForm(const std::string& value) {
+  CMemFile form(static_cast<unsigned int>(value.size()) + 64);
+  form.WriteStrEntities(value.c_str());
+  return std::string(form.GetAsStr(), form.m_uLength);
+}
+
+}  // namespace
+
+void ChangeAppend(EditStep& step) {
+  PlaceCopies(step,
+              [](IXMLDOMNode* copy, IXMLDOMNode* target) { target->appendChild(copy, nullptr); });
+}
+
+void ChangeInsertBefore(EditStep& step) {
+  PlaceCopies(step, [](IXMLDOMNode* copy, IXMLDOMNode* target) {
+    target->m_pParent->insertBefore(copy, target, nullptr);
+  });
+}
+
+void ChangeInsertAfter(EditStep& step) {
+  PlaceCopies(step, [](IXMLDOMNode* copy, IXMLDOMNode* target) {
+    IXMLDOMNode* parent = target->m_pParent;
+    if (target->m_pNextSibling != nullptr) {
+      parent->insertBefore(copy, target->m_pNextSibling, nullptr);
+    } else {
+      parent->appendChild(copy, nullptr);
+    }
+  });
+}
+
+void ChangeReplace(EditStep& step) {
+  PlaceCopies(step, [](IXMLDOMNode* copy, IXMLDOMNode* target) {
+    XMLPtr<IXMLDOMNode> replaced;
+    target->m_pParent->replaceChild(copy, target, replaced.Out());
+  });
+}
+
+void ChangeRemove(EditStep& step) {
+  for (const EditTarget& target : step.targets) {
+    XMLPtr<IXMLDOMNode> removed;
+    target.node->m_pParent->removeChild(target.node.Get(), removed.Out());
+  }
+}
+
+void ChangeSetText(EditStep& step) {
+  for (const EditTarget& target : step.targets) {
+    Require(xmldom::SetText(target.node, step.edit.operands[1]));
+    IXMLDOMNode* text = target.node->m_pFirstChild;
+    if (text != nullptr) {
+      text->SetValue(step.encoding.WithReferences(text->m_pszValue).c_str());
+    }
+  }
+}
+
+void ChangeSetAttribute(EditStep& step) {
+  const std::string& name = step.edit.operands[1];
+  const std::string value = LoadedForm(step.edit.operands[2]);
+  for (const EditTarget& target : step.targets) {
+    const IXMLDOMNode* present = *LinkTo(target.node.Get(), name);
+    const bool isNew = present == nullptr || !IsWritten(step, present);
+    Require(xmldom::SetAttribute(target.node, name.c_str(), std::string()));
+    xmldom::ReplaceValue(*LinkTo(target.node.Get(), name), value.c_str());
+    if (isNew) MoveBehindWritten(step, target.node.Get(), name);
+  }
+}
+
+void ChangeRemoveAttribute(EditStep& step) {
+  for (const EditTarget& target : step.targets) {
+    TakeOut(LinkTo(target.node.Get(), step.edit.operands[1]));
+  }
+}
+
+void ChangeRename(EditStep& step) {
+  for (const EditTarget& target : step.targets) {
+    char* name = strdup(step.edit.operands[1].c_str());
+    if (name == nullptr) throw std::bad_alloc();
+    std::free(target.node->m_pszNodeName);
+    target.node->m_pszNodeName = name;
+    for (IXMLDOMNode** link = &target.node->m_pFirstAttribute; *link != nullptr;) {
+      if (IsWritten(step, *link)) {
+        link = &(*link)->m_pNextSibling;
+      } else {
+        TakeOut(link);
+      }
+    }
+  }
+}
+
+}  // namespace tool
