@@ -105,6 +105,24 @@ select_with_trouble_in_one_file_ends_as_trouble() {
   expect 2 '' "$missing"
 }
 
+select_understands_positions_and_tests_of_existence() {
+  _given_network a.xml
+  run select '/config/interface[2]' a.xml
+  expect 0 "<interface name='lo'/>\n" ''
+  run select --count '//interface[mtu]' a.xml
+  expect 0 '1\n' ''
+  run select --first '//interface[last()]' a.xml
+  expect 0 "<interface name='eth1'/>\n" ''
+}
+
+select_writes_attributes_as_they_stand_in_a_tag() {
+  given a.xml '<a x="1"><b x="&lt;&quot;2"/><b x=""/></a>'
+  run select //@x a.xml
+  expect 0 "x='1'\nx='&lt;&quot;2'\nx=''\n" ''
+  run select --count //b/@x a.xml
+  expect 0 '2\n' ''
+}
+
 select_needs_a_path() {
   run select
   expect_status 2

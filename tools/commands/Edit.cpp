@@ -8,6 +8,7 @@
 #include <tools/command/Query.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/LossCheck.h>
+#include <tools/document/PathSearch.h>
 #include <tools/io/SourceExcerpt.h>
 #include <tools/io/SourceText.h>
 
@@ -23,6 +24,13 @@ namespace {
 const char kRootPath[] = "/";
 
 // ---- Checks of operands, before any file is read
+
+/// The path of an edit. Effects: throws a UsageError when something is wrong with it.
+SearchPath PathOf(const Edit& edit) {
+  return CheckedElementPath(
+      edit.operands.front(), PathPurpose::kFirst,
+      "an element is needed here; --set-attr PATH NAME VALUE sets an attribute of it");
+}
 
 /// Throws a UsageError that shows the byte at `offset` of an operand, which messages call `what`.
 [[noreturn]] void RefuseOperand(const std::string& what, const std::string& operand,
@@ -146,7 +154,7 @@ const std::vector<EditKind>& EditKinds() {
 
 void CheckEdit(const Edit& edit, bool isCareful) {
   try {
-    if (edit.operands.front() != kRootPath) CheckPath(edit.operands.front(), true);
+    if (edit.operands.front() != kRootPath) PathOf(edit);
     edit.kind->check(edit, isCareful);
   } catch (const UsageError& error) {
     throw UsageError(std::string(edit.kind->option) + ": " + error.what());
@@ -155,10 +163,12 @@ void CheckEdit(const Edit& edit, bool isCareful) {
 
 bool ApplyEdit(const Edit& edit, EditedDocument& edited) {
   IXMLDOMDocument2& document = *edited.document;
-  const std::string& path = edit.operands.front();
-  const XMLPtr<IXMLDOMNode> target = xmldom::Adopt(
-      path == kRootPath ? document.GetfirstChild() : document.SelectSingleNode(path.c_str()));
-  if (target == nullptr) return false;
+  IXMLDOMNode* const selected = edit.operands.front() == kRootPath
+                                    ? document.m_pFirstChild
+                                    : SelectFirst(PathOf(edit), &document);
+  if (selected == nullptr) return false;
+  selected->AddRef();
+  const XMLPtr<IXMLDOMNode> target = xmldom::Adopt(selected);
   edit.kind->apply(edit, target.Get(), edited);
   return true;
 }

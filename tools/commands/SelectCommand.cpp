@@ -32,9 +32,7 @@ class SelectCommand : public FileCommand {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
-      if (m_count) return;
-      const _bstr_t xml = node->Getxml();
-      results.Write(xml, std::strlen(xml));
+      if (!m_count) Write(*node, results);
     });
     if (m_count) {
       results.Write(std::to_string(count));
@@ -44,6 +42,18 @@ class SelectCommand : public FileCommand {
   }
 
  private:
+  /// Writes an element as lines, or an attribute as it stands in a tag.
+  static void Write(IXMLDOMNode& node, ResultWriter& results) {
+    if (node.m_eNodeType == NODE_ATTRIBUTE) {
+      const char* const value = node.m_pszValue == nullptr ? "" : node.m_pszValue;
+      results.Write(std::string(node.m_pszNodeName) + "='" + value + "'");
+      results.EndLine();
+      return;
+    }
+    const _bstr_t xml = node.Getxml();
+    results.Write(xml, std::strlen(xml));
+  }
+
   Query m_query{Query::kAll};
   bool m_count = false;
 };
@@ -57,7 +67,9 @@ const CommandEntry kSelectCommand = {
     "A path is a row of element names with '/' between them, from the root element down; '*'\n"
     "stands for any name, and '//' at the beginning searches at every depth. A name may be "
     "followed\n"
-    "by conditions: [child='text'], [child=number], [@attribute='text'], [a/b/c='text'].\n"
+    "by conditions: [child='text'], [child=number], [@attribute='text'], [a/b/c='text']; [child],\n"
+    "[@attribute], [a/b] for what exists; [2] and [last()] for a position, among what is left of\n"
+    "the children of one element. A path that ends in /@attribute selects attributes.\n"
     "Exit status: 0 when something is selected, 1 when nothing is, 2 for trouble.\n"
     "\n"
     "Example: xmldom select \"//interface[@name='eth0']\" config.xml",
