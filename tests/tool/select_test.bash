@@ -123,6 +123,31 @@ select_writes_attributes_as_they_stand_in_a_tag() {
   expect 0 '2\n' ''
 }
 
+select_source_writes_the_bytes_of_the_file() {
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?>\r\n<a><b  x = "\xe9"\r\n y="&#65;"  ><!-- c -->\r
+  <c/>&amp;<![CDATA[<]]></b ><b/></a>'
+  run select --source //b a.xml
+  expect 0 '<b  x = "\xe9"\r\n y="&#65;"  ><!-- c -->\r\n  <c/>&amp;<![CDATA[<]]></b >\n<b/>\n' ''
+  run select --source //@x a.xml
+  expect 0 'x = "\xe9"\n' ''
+  run select --source --first //c a.xml
+  expect 0 '<c/>\n' ''
+  run select --source //d a.xml
+  expect 1 '' ''
+}
+
+select_source_tells_of_what_the_file_does_not_hold() {
+  given a.xml '<!DOCTYPE a [<!ENTITY e "<b/>"><!ATTLIST c x CDATA "1">]>\n<a>&e;<c/><b/></a>'
+  run select --source //b a.xml
+  expect 2 '<b/>\n' 'a.xml:2:4: what is selected is not written here, an entity brings it
+  <a>&e;<c/><b/></a>
+     ^\n'
+  run select --source //@x a.xml
+  expect 2 '' 'a.xml:2:7: what is selected is not written here, the document type supplies it
+  <a>&e;<c/><b/></a>
+        ^\n'
+}
+
 select_needs_a_path() {
   run select
   expect_status 2
