@@ -120,6 +120,9 @@ value_refuses_options_that_do_not_go_together() {
   run value -f @a --attr b //c missing.xml
   expect 2 '' "xmldom: with --field, an attribute is a field too, such as -f @name
 xmldom: 'xmldom value --help' explains more\n"
+  run value --attr a //b/@c missing.xml
+  expect 2 '' "xmldom: with --attr, the path has to end in an element
+xmldom: 'xmldom value --help' explains more\n"
   run value --separator , //c missing.xml
   expect 2 '' "xmldom: --separator stands between fields; --field names them
 xmldom: 'xmldom value --help' explains more\n"

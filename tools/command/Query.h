@@ -42,6 +42,9 @@ class Query {
   /// Effects: throws a UsageError when something is wrong with the path.
   void Check() const { Path(); }
 
+  /// Whether the path ends in an attribute. Otherwise it selects elements.
+  bool SelectsAttributes() const { return !Path().attribute.empty(); }
+
   /// Result: the selected nodes, elements or attributes, in the order of the search. They are
   /// borrowed from the tree.
   std::vector<IXMLDOMNode*> Select(IXMLDOMDocument2* document) const;

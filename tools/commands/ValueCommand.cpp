@@ -46,6 +46,9 @@ class ValueCommand : public FileCommand {
     if (m_attribute.isGiven && !m_fields.empty()) {
       throw UsageError("with --field, an attribute is a field too, such as -f @name");
     }
+    if (m_attribute.isGiven && m_query.SelectsAttributes()) {
+      throw UsageError("with --attr, the path has to end in an element");
+    }
     if (m_separator.isGiven && m_fields.empty()) {
       throw UsageError("--separator stands between fields; --field names them");
     }

@@ -23,7 +23,7 @@ class CharacterData::Reader : public CExpatImpl<CharacterData::Reader> {
     EnableDefaultHandler(false, true);
     XML_SetCharacterDataHandler(m_p, [](void* self, const char* piece, int size) {
       // The user data is null when an exception waits for the parser to return.
-      if (self != nullptr) static_cast<Reader*>(self)->OnText(piece, size);
+      if (self != nullptr) static_cast<Reader*>(self)->OnCharacters(piece, size);
     });
   }
   ~Reader() { DestroyParser(); }
@@ -63,7 +63,7 @@ class CharacterData::Reader : public CExpatImpl<CharacterData::Reader> {
 
  private:
   /// No exception may pass through the parser.
-  void OnText(const char* piece, int size) {
+  void OnCharacters(const char* piece, int size) {
     if (m_wanted == 0 || m_isMemoryOut) return;
     try {
       m_data.m_text.append(piece, static_cast<std::size_t>(size));
