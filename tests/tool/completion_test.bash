@@ -35,8 +35,9 @@ options_of_the_tool_stand_before_a_command() {
 }
 
 options_of_a_command_stand_behind_it() {
-  _offers 'select -' -h --help --verbose --version --count --first --no-filename
-  _offers 'value -' -h --help --verbose --version --attr -0 --null --first --no-filename
+  _offers 'select -' -h --help --verbose --version --count --first --no-filename --source
+  _offers 'value -' -h --help --verbose --version --attr -f --field --separator --normalize --library \
+    -0 --null --first --no-filename
   _offers 'edit --set' --set --set-attr
   _offers 'edit --re' --remove --remove-attr --rename --replace
   _offers 'mask --q' --quiet
@@ -66,6 +67,8 @@ the_values_of_an_option_are_offered_where_they_are_known() {
 nothing_is_offered_for_values_that_only_the_user_knows() {
   given a.xml ''
   _offers 'value --attr '
+  _offers 'value -f '
+  _offers 'value -f a '
   _offers 'tree --depth a'
   _offers 'edit --set '
   _offers 'edit --set /a '
@@ -84,6 +87,7 @@ files_are_offered_where_they_can_stand() {
   _offers 'check folder/' folder/d.xml
   _offers 'select //a a' a.xml
   _offers 'value --attr n //a a' a.xml
+  _offers 'value -f b -f @c --separator , //a a' a.xml
   _offers 'edit --set /a text --remove /b a' a.xml
   _offers 'edit --set-attr /a name value a' a.xml
   _offers 'diff a.xml f' folder

@@ -170,9 +170,20 @@ edit_refuses_xml_that_does_not_parse() {
 }
 
 edit_refuses_a_path_that_cannot_be_used() {
-  run edit missing.xml --set /a x --remove 'a[b]'
-  expect 2 '' "xmldom: --remove: column 4 of the path: no '=' in the predicate; it has to compare,\
- as in [name='text']\n  a[b]\n     ^\n$_help"
+  run edit missing.xml --set /a x --remove 'a[b'
+  expect 2 '' "xmldom: --remove: column 2 of the path: '[' without ']'\n  a[b\n   ^\n$_help"
+}
+
+edit_says_what_to_use_for_an_attribute() {
+  run edit missing.xml --set /a/@b x
+  expect 2 '' "xmldom: --set: column 4 of the path: an element is needed here; --set-attr PATH NAME VALUE\
+ sets an attribute of it\n  /a/@b\n     ^\n$_help"
+}
+
+edit_understands_positions_and_tests_of_existence() {
+  given a.xml '<a><b/><b><c/></b><b/></a>'
+  run edit --set-attr '/a/b[c]' n 2 --remove '/a/b[1]' --set-attr '/a/b[last()]' n 3 a.xml
+  expect 0 "<a>\n  <b n='2'>\n    <c/>\n  </b>\n  <b n='3'/>\n</a>\n" ''
 }
 
 edit_refuses_text_that_no_document_can_hold() {

@@ -133,4 +133,12 @@ page_refuses_a_path_that_cannot_be_used() {
 xmldom: 'xmldom page --help' explains more\n"
 }
 
+page_understands_positions_and_no_attributes() {
+  run page --first 2 '/a/b[2]' <<< '<a><b><c/></b><b><c/><d/></b></a>'
+  expect 0 "<a>\n  <b>\n    <c/>\n  </b>\n  <b>\n    <d index='002'/>\n  </b>\n</a>\n" ''
+  run page /a/@b missing.xml
+  expect 2 '' "xmldom: column 4 of the path: an element is needed here; an attribute has no children
+  /a/@b\n     ^\nxmldom: 'xmldom page --help' explains more\n"
+}
+
 run_cases

@@ -48,13 +48,21 @@ something_between_predicates_is_refused() {
   _refuses "a[b=1] and [c=2]" 8 "'a' where only '[', '/' or the end can follow"
 }
 
-empty_predicates_and_those_that_do_not_compare_are_refused() {
-  local reason="no '=' in the predicate; it has to compare, as in [name='text']"
+empty_predicates_and_those_that_are_not_understood_are_refused() {
   _refuses 'a[]' 3 'empty predicate'
-  _refuses 'a[b]' 4 "$reason"
-  _refuses 'a[@b]' 5 "$reason"
-  _refuses 'a[1]' 4 "$reason"
-  _refuses 'a[b/]' 5 "$reason"
+  _refuses 'a[b/]' 5 'a name is missing at the end of the predicate'
+  _refuses 'a[0]' 3 'positions count from 1'
+  _refuses 'a[last()-1]' 7 'no function is understood but last(), alone in its brackets'
+  _refuses 'a[b and c]' 5 "'and' is written as two predicates: [a][b]"
+}
+
+tests_of_existence_and_positions_are_accepted() {
+  _accepts 'a[b][@c][d/@e]/f'
+  _accepts 'a[2]'
+  _accepts '/a/b[last()]/@c'
+  _accepts '//@b'
+  _first=--first
+  _accepts '/a/b[2]/../c[@d]'
 }
 
 unclosed_quotes_are_refused() {
@@ -91,7 +99,8 @@ names_that_no_element_can_have_are_refused() {
 }
 
 attributes_are_refused_where_they_cannot_be_tested() {
-  _refuses '/a/@b' 4 'an attribute cannot be selected, only tested in brackets'
+  _refuses '/a/@b/c' 6 'an attribute has nothing below it'
+  _refuses '/@b' 2 "a document has no attributes; its root element is '/*'"
   _refuses 'a[@b/c=1]' 5 'an attribute has nothing below it'
 }
 
@@ -125,9 +134,9 @@ dots_are_accepted_where_they_have_a_meaning() {
 }
 
 columns_count_characters() {
-  run select $'\xc3\xa9[x]' missing.xml
-  expect 2 '' "xmldom: column 4 of the path: no '=' in the predicate; it has to compare, as in \
-[name='text']\n  \xc3\xa9[x]\n     ^\nxmldom: 'xmldom select --help' explains more\n"
+  run select $'\xc3\xa9[x|y]' missing.xml
+  expect 2 '' "xmldom: column 4 of the path: '|' is not understood\n  \xc3\xa9[x|y]\n     ^
+xmldom: 'xmldom select --help' explains more\n"
 }
 
 a_path_that_a_terminal_would_obey_is_made_visible() {

@@ -105,6 +105,49 @@ select_with_trouble_in_one_file_ends_as_trouble() {
   expect 2 '' "$missing"
 }
 
+select_understands_positions_and_tests_of_existence() {
+  _given_network a.xml
+  run select '/config/interface[2]' a.xml
+  expect 0 "<interface name='lo'/>\n" ''
+  run select --count '//interface[mtu]' a.xml
+  expect 0 '1\n' ''
+  run select --first '//interface[last()]' a.xml
+  expect 0 "<interface name='eth1'/>\n" ''
+}
+
+select_writes_attributes_as_they_stand_in_a_tag() {
+  given a.xml '<a x="1"><b x="&lt;&quot;2"/><b x=""/></a>'
+  run select //@x a.xml
+  expect 0 "x='1'\nx='&lt;&quot;2'\nx=''\n" ''
+  run select --count //b/@x a.xml
+  expect 0 '2\n' ''
+}
+
+select_source_writes_the_bytes_of_the_file() {
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?>\r\n<a><b  x = "\xe9"\r\n y="&#65;"  ><!-- c -->\r
+  <c/>&amp;<![CDATA[<]]></b ><b/></a>'
+  run select --source //b a.xml
+  expect 0 '<b  x = "\xe9"\r\n y="&#65;"  ><!-- c -->\r\n  <c/>&amp;<![CDATA[<]]></b >\n<b/>\n' ''
+  run select --source //@x a.xml
+  expect 0 'x = "\xe9"\n' ''
+  run select --source --first //c a.xml
+  expect 0 '<c/>\n' ''
+  run select --source //d a.xml
+  expect 1 '' ''
+}
+
+select_source_tells_of_what_the_file_does_not_hold() {
+  given a.xml '<!DOCTYPE a [<!ENTITY e "<b/>"><!ATTLIST c x CDATA "1">]>\n<a>&e;<c/><b/></a>'
+  run select --source //b a.xml
+  expect 2 '<b/>\n' 'a.xml:2:4: what is selected is not written here, an entity brings it
+  <a>&e;<c/><b/></a>
+     ^\n'
+  run select --source //@x a.xml
+  expect 2 '' 'a.xml:2:7: what is selected is not written here, the document type supplies it
+  <a>&e;<c/><b/></a>
+        ^\n'
+}
+
 select_needs_a_path() {
   run select
   expect_status 2

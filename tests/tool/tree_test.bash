@@ -38,6 +38,21 @@ tree_of_one_element_is_one_line() {
   expect 0 'a #text\n' ''
 }
 
+tree_tells_text_from_comments_and_instructions() {
+  given a.xml '<a>\n <!-- c -->\n <b><!-- c --></b><c><?pi?></c><d><![CDATA[]]></d>
+<e><!-- c -->x</e><f><![CDATA[<]]></f><g>&lt;</g><h><!----><?pi?> y</h></a>'
+  run tree a.xml
+  expect 0 'a #comment
+├── b #comment
+├── c #instruction
+├── d
+├── e #text #comment
+├── f #text
+├── g #text
+└── h #text #comment #instruction
+' ''
+}
+
 tree_depth_limits_the_levels_and_says_how_many_are_left_out() {
   given a.xml '<a><b><c><d>x</d></c><c/></b><b/><e><f/></e></a>'
   run tree --depth 2 a.xml

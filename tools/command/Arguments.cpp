@@ -65,13 +65,13 @@ void Arguments::AddRepeatable(const std::string& names, const std::string& value
     meet(values);
     return true;
   };
-  m_parser.add_option(names, callback, help)
-      ->type_size(valueCount)
-      ->expected(1)
-      ->allow_extra_args(false)
-      ->trigger_on_parse()
-      ->option_text(valueNames)
-      ->group(heading);
+  CLI::Option* option = m_parser.add_option(names, callback, help)
+                            ->type_size(valueCount)
+                            ->expected(1)
+                            ->allow_extra_args(false)
+                            ->trigger_on_parse()
+                            ->option_text(valueNames);
+  if (!heading.empty()) option->group(heading);
 }
 
 void Arguments::Require(const std::string& option, const std::string& required) {

@@ -53,7 +53,8 @@ class Arguments {
 
   /// An option that may be given repeatedly and takes `valueCount` values, which help calls
   /// `valueNames`. `meet` is called with them wherever the option stands, so that options of
-  /// different names are met in the order of the command line. Help lists it below `heading`.
+  /// different names are met in the order of the command line. Help lists it below `heading`, or
+  /// with the other options when that is empty.
   void AddRepeatable(const std::string& names, const std::string& valueNames, int valueCount,
                      const std::function<void(const std::vector<std::string>&)>& meet,
                      const std::string& help, const std::string& heading);

@@ -6,42 +6,61 @@
 
 #include <tools/command/Arguments.h>
 #include <tools/command/Command.h>
+#include <tools/document/PathSearch.h>
 #include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/xmldom_ptr.h>
 
 namespace tool {
 
-void CheckPath(const std::string& path, bool single) {
-  // Users get a message also where the library would ignore a part of the path.
-  const xmldom::PathRules rules = {single ? xmldom::PathUse::kSelectOne : xmldom::PathUse::kSelect,
-                                   true, true, "with --first"};
-  const xmldom::PathProblem problem = xmldom::CheckPathBy(path, rules);
-  if (!problem) return;
-  throw UsageError(DescribeProblem("path", path, PositionOf(path, problem.offset), problem.reason));
+namespace {
+
+[[noreturn]] void RefusePath(const std::string& what, const std::string& path, std::size_t offset,
+                             const std::string& reason) {
+  throw UsageError(DescribeProblem(what, path, PositionOf(path, offset), reason));
+}
+
+}  // namespace
+
+SearchPath CheckedPath(const std::string& text, PathPurpose purpose, const std::string& what) {
+  SearchPath path;
+  const xmldom::PathProblem problem = ReadPath(text, purpose, path);
+  if (problem) RefusePath(what, text, problem.offset, problem.reason);
+  return path;
+}
+
+SearchPath CheckedElementPath(const std::string& text, PathPurpose purpose,
+                              const std::string& reason) {
+  const SearchPath path = CheckedPath(text, purpose);
+  if (!path.attribute.empty()) RefusePath("path", text, text.rfind('@'), reason);
+  return path;
 }
 
 void Query::DeclareArguments(Arguments& arguments) {
   arguments.AddOperand("PATH", m_path, "What to select, such as /config/interface[@name='eth0']");
-  if (m_kind == kFirst) return;
+  if (m_kind == kFirstElement) return;
   arguments.AddFlag("--first", m_first,
                     "Select only the first node; steps . and .. are understood then");
 }
 
-void Query::Check() const { CheckPath(m_path, m_first); }
+std::vector<IXMLDOMNode*> Query::Select(IXMLDOMDocument2* document) const {
+  if (!m_first) return SelectAll(Path(), document);
+  IXMLDOMNode* const node = SelectFirst(Path(), document);
+  return node == nullptr ? std::vector<IXMLDOMNode*>() : std::vector<IXMLDOMNode*>{node};
+}
 
 std::size_t Query::Search(IXMLDOMDocument2* document,
                           const std::function<void(IXMLDOMNode*)>& visit) const {
-  if (m_first) {
-    const XMLPtr<IXMLDOMNode> node = xmldom::Adopt(document->SelectSingleNode(m_path.c_str()));
-    if (node == nullptr) return 0;
-    visit(node.Get());
-    return 1;
-  }
-  const XMLNodes nodes = xmldom::Selected(document, m_path.c_str());
-  for (XMLPtr<IXMLDOMNode> node : nodes) visit(node.Get());
-  return static_cast<std::size_t>(nodes.Count());
+  const std::vector<IXMLDOMNode*> nodes = Select(document);
+  for (IXMLDOMNode* node : nodes) visit(node);
+  return nodes.size();
+}
+
+SearchPath Query::Path() const {
+  const PathPurpose purpose = m_first ? PathPurpose::kFirst : PathPurpose::kAll;
+  if (m_kind == kAll) return CheckedPath(m_path, purpose);
+  return CheckedElementPath(m_path, purpose,
+                            "an element is needed here; an attribute has no children");
 }
 
 }  // namespace tool

@@ -1,9 +1,12 @@
 #ifndef XMLDOM_TOOLS_COMMAND_QUERY_H
 #define XMLDOM_TOOLS_COMMAND_QUERY_H
 
+#include <tools/document/PathSyntax.h>
+
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <vector>
 
 class IXMLDOMDocument2;
 class IXMLDOMNode;
@@ -12,34 +15,47 @@ namespace tool {
 
 class Arguments;
 
-/// Checks a path. `single`: it is for the search of a single node.
+/// Takes a path apart. Result: the path. `what` names it in messages.
 /// Effects: throws a UsageError that shows what is wrong with it.
-void CheckPath(const std::string& path, bool single);
+SearchPath CheckedPath(const std::string& text, PathPurpose purpose,
+                       const std::string& what = "path");
+
+/// Does so with a path that has to select an element. `reason` is the message for one that ends in
+/// an attribute.
+SearchPath CheckedElementPath(const std::string& text, PathPurpose purpose,
+                              const std::string& reason);
 
 /// The path that the user gives to a command, and whether all nodes that it selects count or only
 /// the first.
 class Query {
  public:
   enum Kind {
-    kAll,   ///< All nodes, or only the first with the option "--first".
-    kFirst  ///< Always the first node alone; there is no such option.
+    kAll,          ///< All nodes, or only the first with the option "--first".
+    kFirstElement  ///< Always the first element alone; there is no such option.
   };
 
-  explicit Query(Kind kind) : m_kind(kind), m_first(kind == kFirst) {}
+  explicit Query(Kind kind) : m_kind(kind), m_first(kind == kFirstElement) {}
 
   /// Declares the path as the next operand, and the options of the search.
   void DeclareArguments(Arguments& arguments);
 
   /// Effects: throws a UsageError when something is wrong with the path.
-  void Check() const;
+  void Check() const { Path(); }
 
-  const std::string& Path() const { return m_path; }
+  /// Whether the path ends in an attribute. Otherwise it selects elements.
+  bool SelectsAttributes() const { return !Path().attribute.empty(); }
+
+  /// Result: the selected nodes, elements or attributes, in the order of the search. They are
+  /// borrowed from the tree.
+  std::vector<IXMLDOMNode*> Select(IXMLDOMDocument2* document) const;
 
   /// Calls `visit` with each selected node, in the order of the search. Result: how many there are.
   std::size_t Search(IXMLDOMDocument2* document,
                      const std::function<void(IXMLDOMNode*)>& visit) const;
 
  private:
+  SearchPath Path() const;
+
   const Kind m_kind;
   std::string m_path;
   bool m_first;

@@ -15,7 +15,6 @@
 #include <xmldom/text/XMLWriter.h>
 
 #include <climits>
-#include <cstring>
 
 namespace tool {
 
@@ -24,6 +23,7 @@ namespace {
 // The number that tells the library to write no page attributes.
 const int kNoPage = -1;
 const unsigned int kRowRoom = 256;
+const unsigned int kXmlRoom = 16384;
 // How many rows a page is filled up with unless the user says that more are meant.
 const long long kMostRows = 100000;
 
@@ -59,10 +59,10 @@ class PageCommand : public FileCommand {
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    // When the path selects nothing, the library only logs that, and writes the whole document.
-    long long rowCount = 0;
-    const auto count = [&](IXMLDOMNode* node) { rowCount = CountRows(node); };
-    if (m_query.Search(document.Get(), count) == 0) return ExitStatus::kNo;
+    const std::vector<IXMLDOMNode*> selected = m_query.Select(document.Get());
+    if (selected.empty()) return ExitStatus::kNo;
+    IXMLDOMNode* const paged = selected.front();
+    const long long rowCount = CountRows(paged);
     if (m_pad.isGiven && !m_mayPadMore && rowCount > kMostRows) {
       ComplainAbout(input.name, "the page would be filled up with " + std::to_string(rowCount) +
                                     " rows; more than " + std::to_string(kMostRows) +
@@ -70,9 +70,9 @@ class PageCommand : public FileCommand {
       return ExitStatus::kTrouble;
     }
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
-    const _bstr_t xml =
-        document->GetFilteredXML(m_query.Path().c_str(), m_first, m_count, m_page, m_pages, rows);
-    results.Write(xml, std::strlen(xml));
+    CMemFile xml(kXmlRoom);
+    document->GetXMLHelper(xml, 0, paged, m_first, m_count, m_page, m_pages, rows, false, false, 0);
+    results.Write(xml.GetAsStr(), xml.m_uLength);
     return ExitStatus::kDone;
   }
 
@@ -105,7 +105,7 @@ class PageCommand : public FileCommand {
     return hasOnlyTexts ? m_count : m_first - 1LL + m_count - children;
   }
 
-  Query m_query{Query::kFirst};
+  Query m_query{Query::kFirstElement};
   int m_first = 1;
   int m_count = INT_MAX;
   int m_page = kNoPage;

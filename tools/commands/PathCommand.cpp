@@ -1,20 +1,18 @@
 // The command `path`: writes where in the tree the nodes stand that a path selects.
-// The library makes the path of each node.
+// The paths have positions, so that each selects its node alone.
 // Tested by tests/tool/node_path_test.bash.
 
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/ExactPaths.h>
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/support/MemFile.h>
 
 namespace tool {
 
 namespace {
-
-const unsigned int kPathRoom = 256;
 
 class PathCommand : public FileCommand {
  public:
@@ -28,10 +26,9 @@ class PathCommand : public FileCommand {
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    CMemFile path(kPathRoom);
+    ExactPaths paths;
     const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
-      node->GetPathToNode(path);
-      results.Write(path.GetAsStr(), path.m_uLength);
+      results.Write(paths.PathTo(node));
       results.EndLine();
     });
     return count > 0 ? ExitStatus::kDone : ExitStatus::kNo;
@@ -47,7 +44,8 @@ std::unique_ptr<Command> Make() { return std::make_unique<PathCommand>(); }
 
 const CommandEntry kPathCommand = {
     "path", "Write where the nodes stand that a path selects",
-    "The names of the elements from the root down to each selected node, each behind a '/'.\n"
+    "The names of the elements from the root down to each selected node, each behind a '/', with\n"
+    "positions where there are several of a name: a path that selects that node alone.\n"
     "'xmldom select --help' explains paths.\n"
     "Exit status: 0 when something is selected, 1 when nothing is, 2 for trouble.\n"
     "\n"

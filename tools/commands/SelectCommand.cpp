@@ -1,5 +1,5 @@
 // The command `select`: writes the nodes that a path selects as XML, or how many there are.
-// Each node is written as soon as the search meets it in the list of selected nodes.
+// With --source a map of the file tells where the bytes of each node are.
 // Tested by tests/tool/select_test.bash.
 
 #include <tools/command/Arguments.h>
@@ -7,6 +7,8 @@
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/SourceMap.h>
+#include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
 
@@ -26,26 +28,64 @@ class SelectCommand : public FileCommand {
   void DeclareOptions(Arguments& arguments) override {
     m_query.DeclareArguments(arguments);
     arguments.AddFlag("--count", m_count, "Write only how many nodes are selected");
+    arguments.AddFlag("--source", m_fromSource,
+                      "Write the bytes of the file from the beginning of each node to its end");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
-      if (m_count) return;
-      const _bstr_t xml = node->Getxml();
-      results.Write(xml, std::strlen(xml));
-    });
+    const std::vector<IXMLDOMNode*> nodes = m_query.Select(document.Get());
     if (m_count) {
-      results.Write(std::to_string(count));
+      results.Write(std::to_string(nodes.size()));
       results.EndLine();
+    } else if (m_fromSource) {
+      if (!WriteSource(input, *document, nodes, results)) return ExitStatus::kTrouble;
+    } else {
+      for (IXMLDOMNode* node : nodes) Write(*node, results);
     }
-    return count > 0 ? ExitStatus::kDone : ExitStatus::kNo;
+    return nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
   }
 
  private:
+  /// Writes an element as lines, or an attribute as it stands in a tag.
+  static void Write(IXMLDOMNode& node, ResultWriter& results) {
+    if (node.m_eNodeType == NODE_ATTRIBUTE) {
+      const char* const value = node.m_pszValue == nullptr ? "" : node.m_pszValue;
+      results.Write(std::string(node.m_pszNodeName) + "='" + value + "'");
+      results.EndLine();
+      return;
+    }
+    const _bstr_t xml = node.Getxml();
+    results.Write(xml, std::strlen(xml));
+  }
+
+  /// Writes the bytes of nodes as they stand in the file, and tells of each node that does not
+  /// stand there. Result: whether all do.
+  static bool WriteSource(const Input& input, IXMLDOMDocument2& document,
+                          const std::vector<IXMLDOMNode*>& nodes, ResultWriter& results) {
+    if (nodes.empty()) return true;
+    const SourceMap map(input.text, document);
+    bool areWritten = true;
+    for (const IXMLDOMNode* node : nodes) {
+      const SourcePlace& place = *map.Find(node);
+      if (place.IsWritten()) {
+        results.Write(input.text.data() + place.begin, place.end - place.begin);
+        results.EndLine();
+        continue;
+      }
+      ComplainAt(input, place.begin,
+                 place.origin == SourcePlace::kFromEntity
+                     ? "what is selected is not written here, an entity brings it"
+                     : "what is selected is not written here, the document type supplies it");
+      areWritten = false;
+    }
+    return areWritten;
+  }
+
   Query m_query{Query::kAll};
   bool m_count = false;
+  bool m_fromSource = false;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<SelectCommand>(); }
@@ -57,7 +97,9 @@ const CommandEntry kSelectCommand = {
     "A path is a row of element names with '/' between them, from the root element down; '*'\n"
     "stands for any name, and '//' at the beginning searches at every depth. A name may be "
     "followed\n"
-    "by conditions: [child='text'], [child=number], [@attribute='text'], [a/b/c='text'].\n"
+    "by conditions: [child='text'], [child=number], [@attribute='text'], [a/b/c='text']; [child],\n"
+    "[@attribute], [a/b] for what exists; [2] and [last()] for a position, among what is left of\n"
+    "the children of one element. A path that ends in /@attribute selects attributes.\n"
     "Exit status: 0 when something is selected, 1 when nothing is, 2 for trouble.\n"
     "\n"
     "Example: xmldom select \"//interface[@name='eth0']\" config.xml",

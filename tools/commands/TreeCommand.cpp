@@ -85,6 +85,8 @@ class ShapeDrawing {
       line += " " + Colored(std::string("@") + attribute, kAttributeColor);
     }
     if (element.hasText) line += " " + Colored("#text", kTextColor);
+    if (element.hasComment) line += " " + Colored("#comment", kTextColor);
+    if (element.hasInstruction) line += " " + Colored("#instruction", kTextColor);
     DrawLine(line);
   }
 
@@ -158,7 +160,8 @@ const CommandEntry kTreeCommand = {
     "tree", "Show the shape of a document",
     "Elements of one name below the same parents are one line: '× 3' tells that there are three "
     "in\n"
-    "all, '@id' that some have such an attribute, '#text' that some hold text.\n"
+    "all, '@id' that some have such an attribute, '#text' that some hold text, '#comment' and\n"
+    "'#instruction' that some hold comments and processing instructions.\n"
     "Exit status: 0 when shown, 2 for trouble.\n"
     "\n"
     "Example: xmldom tree --depth 3 config.xml",

@@ -1,16 +1,20 @@
-// The command `value`: writes the text, or an attribute, of the nodes that a path selects.
-// References in texts and values are decoded.
+// The command `value`: writes the text, or attributes, of the nodes that a path selects.
+// With fields, which are paths from each of these nodes, it writes a row for each node.
 // Tested by tests/tool/value_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
+#include <tools/document/CharacterData.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/PathSearch.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
 #include <xmldom/text/EntityTranslation.h>
+
+#include <algorithm>
 
 namespace tool {
 
@@ -18,52 +22,143 @@ namespace {
 
 const unsigned int kTextRoom = 4096;
 
+/// A text without white space at its ends, and with one blank for each run of white space inside.
+std::string Normalized(const std::string& text) {
+  std::string normalized;
+  for (const char c : text) {
+    const bool isFirst = normalized.empty() || normalized.back() == ' ';
+    if (!IsSpace(c)) {
+      normalized += c;
+    } else if (!isFirst) {
+      normalized += ' ';
+    }
+  }
+  if (!normalized.empty() && normalized.back() == ' ') normalized.pop_back();
+  return normalized;
+}
+
 class ValueCommand : public FileCommand {
  public:
   ValueCommand() : FileCommand(kResults) {}
 
-  void Check() const override { m_query.Check(); }
+  void Check() const override {
+    m_query.Check();
+    if (m_attribute.isGiven && !m_fields.empty()) {
+      throw UsageError("with --field, an attribute is a field too, such as -f @name");
+    }
+    if (m_attribute.isGiven && m_query.SelectsAttributes()) {
+      throw UsageError("with --attr, the path has to end in an element");
+    }
+    if (m_separator.isGiven && m_fields.empty()) {
+      throw UsageError("--separator stands between fields; --field names them");
+    }
+    Fields();
+  }
 
  protected:
   void DeclareOptions(Arguments& arguments) override {
     m_query.DeclareArguments(arguments);
     arguments.AddText("--attr", "NAME", m_attribute,
                       "Write this attribute instead; nodes without it are passed over");
-    arguments.AddFlag("-0,--null", m_endWithNul, "End each value with a NUL, not a line feed");
+    arguments.AddRepeatable(
+        "-f,--field", "FIELD", 1,
+        [this](const std::vector<std::string>& values) { m_fields.push_back(values.front()); },
+        "Write a row for each node instead, of the first value that each FIELD selects: a path "
+        "from the node, such as name, @id, a/b[2]/@c or '.'",
+        "");
+    arguments.AddText("--separator", "TEXT", m_separator,
+                      "What stands between the fields of a row; a tab unless given");
+    arguments.AddFlag("--normalize", m_normalizes,
+                      "Write one blank for each run of white space, and none at the ends");
+    arguments.AddFlag("--library", m_asLibrary,
+                      "Write the text that a program gets from the library, by GetTextAsStr");
+    arguments.AddFlag("-0,--null", m_endWithNul,
+                      "End each value or row with a NUL, not a line feed");
   }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_endWithNul) results.SetTerminator('\0');
-    ExitStatus status = ExitStatus::kNo;
-    CMemFile text(kTextRoom);
-    m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
-      text.m_uPosition = text.m_uLength = 0;
-      if (!Collect(node, text)) return;
-      results.Write(text.GetAsStr(), text.m_uLength);
-      results.EndLine();
-      status = ExitStatus::kDone;
-    });
-    return status;
+    const std::vector<IXMLDOMNode*> cells = Cells(document.Get());
+    const CharacterData texts(input.text, document.Get(), ElementsToRead(cells));
+    const std::size_t width = std::max<std::size_t>(m_fields.size(), 1);
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+      if (cells[i] != nullptr) results.Write(ValueOf(cells[i], texts));
+      if ((i + 1) % width == 0) {
+        results.EndLine();
+      } else {
+        results.Write(m_separator.isGiven ? m_separator.text : "\t");
+      }
+    }
+    return cells.empty() ? ExitStatus::kNo : ExitStatus::kDone;
   }
 
  private:
-  /// Appends the text of a node, or its attribute that is asked for, with references decoded.
-  /// Result: false when the node has no such attribute.
-  bool Collect(IXMLDOMNode* node, CMemFile& text) const {
-    if (!m_attribute.isGiven) {
-      node->GetTextHelper(text);
-      return true;
+  std::vector<SearchPath> Fields() const {
+    std::vector<SearchPath> fields;
+    for (const std::string& field : m_fields) {
+      fields.push_back(CheckedPath(field, PathPurpose::kField, "field"));
     }
-    const char* stored = node->GetStrAttribute(m_attribute.text.c_str());
-    if (stored == nullptr) return false;
-    TranslateEntities(stored, text);
-    return true;
+    return fields;
+  }
+
+  /// The nodes whose values are to be written, row by row; null for a field that selects nothing.
+  std::vector<IXMLDOMNode*> Cells(IXMLDOMDocument2* document) const {
+    const std::vector<IXMLDOMNode*> nodes = m_query.Select(document);
+    std::vector<IXMLDOMNode*> cells;
+    if (!m_fields.empty()) {
+      const std::vector<SearchPath> fields = Fields();
+      for (IXMLDOMNode* node : nodes) {
+        for (const SearchPath& field : fields) cells.push_back(SelectFirst(field, node));
+      }
+      return cells;
+    }
+    if (!m_attribute.isGiven) return nodes;
+    for (const IXMLDOMNode* node : nodes) {
+      IXMLDOMNode* attribute = node->m_pFirstAttribute;
+      while (attribute != nullptr && m_attribute.text != attribute->m_pszNodeName) {
+        attribute = attribute->m_pNextSibling;
+      }
+      if (attribute != nullptr) cells.push_back(attribute);
+    }
+    return cells;
+  }
+
+  /// Those of the nodes whose text has to be read from the file.
+  std::vector<IXMLDOMNode*> ElementsToRead(const std::vector<IXMLDOMNode*>& nodes) const {
+    std::vector<IXMLDOMNode*> elements;
+    if (m_asLibrary) return elements;
+    for (IXMLDOMNode* node : nodes) {
+      if (node != nullptr && node->m_eNodeType == NODE_ELEMENT) elements.push_back(node);
+    }
+    return elements;
+  }
+
+  std::string ValueOf(const IXMLDOMNode* node, const CharacterData& texts) const {
+    const std::string value =
+        node->m_eNodeType == NODE_ELEMENT && !m_asLibrary ? texts.Of(node) : ValueInTree(node);
+    return m_normalizes ? Normalized(value) : value;
+  }
+
+  /// The text of an element as the library tells it, or the value of an attribute, of which the
+  /// library keeps all.
+  static std::string ValueInTree(const IXMLDOMNode* node) {
+    CMemFile text(kTextRoom);
+    if (node->m_eNodeType == NODE_ATTRIBUTE) {
+      TranslateEntities(node->m_pszValue, text);
+    } else {
+      node->GetTextHelper(text);
+    }
+    return std::string(text.GetAsStr(), text.m_uLength);
   }
 
   Query m_query{Query::kAll};
   OptionalText m_attribute;
+  std::vector<std::string> m_fields;
+  OptionalText m_separator;
+  bool m_normalizes = false;
+  bool m_asLibrary = false;
   bool m_endWithNul = false;
 };
 
@@ -73,11 +168,14 @@ std::unique_ptr<Command> Make() { return std::make_unique<ValueCommand>(); }
 
 const CommandEntry kValueCommand = {
     "value", "Write the text of the nodes that a path selects",
-    "References such as &amp; are written as what they stand for. 'xmldom select --help' explains\n"
-    "paths.\n"
+    "The text of an element is all character data in it, as XML defines it: references such as\n"
+    "&amp; are written as what they stand for, CDATA sections without their marks, line ends and\n"
+    "other white space as they stand; comments are left out. The library keeps less of a text,\n"
+    "which --library shows. 'xmldom select --help' explains paths.\n"
     "Exit status: 0 when there is a value, 1 when there is none, 2 for trouble.\n"
     "\n"
-    "Example: xmldom value --attr name //interface config.xml",
+    "Example: xmldom value //interface/@name config.xml\n"
+    "Example: xmldom value -f @name -f address //interface config.xml",
     Make};
 
 }  // namespace tool

@@ -34,7 +34,7 @@ DocumentShape::DocumentShape(const IXMLDOMNode* root, std::size_t levels) {
   std::size_t parent = kNone;
   for (;;) {
     if (node->m_eNodeType == NODE_TEXT) {
-      if (level - 1 <= levels) m_elements[parent].hasText = true;
+      if (level - 1 <= levels) MergeText(m_elements[parent], node->m_pszValue);
     } else if (level > levels) {
       std::size_t& hidden = m_elements[parent].hiddenLevels;
       hidden = std::max(hidden, level - levels);
@@ -58,6 +58,31 @@ DocumentShape::DocumentShape(const IXMLDOMNode* root, std::size_t levels) {
   }
 }
 
+void DocumentShape::MergeText(Element& element, const char* text) {
+  static const struct {
+    const char* begin;
+    const char* end;
+    bool Element::*kind;
+    bool mayBeEmpty;  // whether it counts also when nothing stands between the marks
+  } kMarks[] = {{"<!--", "-->", &Element::hasComment, true},
+                {"<?", "?>", &Element::hasInstruction, true},
+                {"<![CDATA[", "]]>", &Element::hasText, false},
+                {"", "<", &Element::hasText, false}};
+  while (text != nullptr && *text != '\0') {
+    for (const auto& marks : kMarks) {
+      const std::size_t length = std::strlen(marks.begin);
+      if (std::strncmp(text, marks.begin, length) != 0) continue;
+      const char* const content = text + length;
+      // A '<' that begins no mark counts as plain text.
+      const char* const end = std::strstr(length == 0 ? content + 1 : content, marks.end);
+      if (marks.mayBeEmpty || end != content) element.*marks.kind = true;
+      // The next mark begins where plain text ends, and behind any other.
+      text = end == nullptr || length == 0 ? end : end + std::strlen(marks.end);
+      break;
+    }
+  }
+}
+
 std::size_t DocumentShape::Merge(std::size_t parent, const IXMLDOMNode* node) {
   const auto placed = m_positions.emplace(Key{parent, false, node->m_pszNodeName}, 0);
   if (placed.second) placed.first->second = Append(parent, node->m_pszNodeName);
@@ -74,7 +99,7 @@ std::size_t DocumentShape::Merge(std::size_t parent, const IXMLDOMNode* node) {
 
 std::size_t DocumentShape::Append(std::size_t parent, const char* name) {
   const std::size_t position = m_elements.size();
-  m_elements.push_back({name, 0, false, {}, 0, parent, kNone, kNone, kNone});
+  m_elements.push_back({name, 0, false, false, false, {}, 0, parent, kNone, kNone, kNone});
   if (parent == kNone) return position;
   std::size_t& lastChild = m_elements[parent].lastChild;
   if (lastChild == kNone) {

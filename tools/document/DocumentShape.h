@@ -22,7 +22,10 @@ class DocumentShape {
   struct Element {
     const char* name;
     std::size_t count;  ///< How many elements of the tree are merged here.
+    // Whether any of them holds such a thing. White space between tags is no text.
     bool hasText;
+    bool hasComment;
+    bool hasInstruction;
     std::vector<const char*> attributes;  ///< Names of all attributes, as they first occur.
     std::size_t hiddenLevels;             ///< How many levels below it are not shown.
     std::size_t parent;
@@ -52,6 +55,9 @@ class DocumentShape {
     std::size_t operator()(const Key& key) const;
   };
 
+  /// Adds what a text of the tree holds to a merged element: the library keeps comments, processing
+  /// instructions and CDATA sections as texts, with their marks.
+  static void MergeText(Element& element, const char* text);
   /// Adds `node` to the merged element it belongs to. Result: the position of that element.
   std::size_t Merge(std::size_t parent, const IXMLDOMNode* node);
   /// Makes a new merged element, the last child of `parent`. Result: its position.

@@ -72,9 +72,15 @@ const std::vector<EditKind>& EditKinds() {
   return kinds;
 }
 
+SearchPath PathOf(const Edit& edit, bool all) {
+  return CheckedElementPath(
+      edit.operands.front(), all ? PathPurpose::kAll : PathPurpose::kFirst,
+      "an element is needed here; --set-attr PATH NAME VALUE sets an attribute of it");
+}
+
 void CheckEdit(const Edit& edit, bool all) {
   try {
-    if (edit.operands.front() != kRootPath) CheckPath(edit.operands.front(), !all);
+    if (edit.operands.front() != kRootPath) PathOf(edit, all);
     edit.kind->check(edit);
   } catch (const UsageError& error) {
     throw UsageError(std::string(edit.kind->option) + ": " + error.what());

@@ -1,6 +1,8 @@
 #ifndef XMLDOM_TOOLS_EDIT_EDIT_H
 #define XMLDOM_TOOLS_EDIT_EDIT_H
 
+#include <tools/document/PathSyntax.h>
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -47,6 +49,10 @@ const std::vector<EditKind>& EditKinds();
 /// that its path selects.
 /// Effects: throws a UsageError.
 void CheckEdit(const Edit& edit, bool all);
+
+/// The path of an edit, which must not be kRootPath. `all`: as for CheckEdit.
+/// Effects: throws a UsageError when something is wrong with it.
+SearchPath PathOf(const Edit& edit, bool all);
 
 /// For an edit, this path means the root element, whatever its name; a search of the library would
 /// select the document.

@@ -3,9 +3,12 @@
 
 #include <tools/edit/EditStep.h>
 
+#include <tools/document/PathSearch.h>
+
 #include <xmldom/dom/XMLDocument.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace tool {
 
@@ -23,13 +26,18 @@ void EditStep::SelectTargets(bool all) {
   const std::string& path = edit.operands.front();
   if (path == kRootPath) {
     targets.push_back({xmldom::Adopt(tree.GetfirstChild()), nullptr});
-  } else if (all) {
-    for (XMLPtr<IXMLDOMNode> node : xmldom::Selected(&tree, path.c_str())) {
-      targets.push_back({node, nullptr});
-    }
   } else {
-    const XMLPtr<IXMLDOMNode> node = xmldom::Adopt(tree.SelectSingleNode(path.c_str()));
-    if (node != nullptr) targets.push_back({node, nullptr});
+    const SearchPath searched = PathOf(edit, all);
+    std::vector<IXMLDOMNode*> nodes;
+    if (all) {
+      nodes = SelectAll(searched, &tree);
+    } else if (IXMLDOMNode* const node = SelectFirst(searched, &tree)) {
+      nodes.push_back(node);
+    }
+    for (IXMLDOMNode* node : nodes) {
+      node->AddRef();
+      targets.push_back({xmldom::Adopt(node), nullptr});
+    }
   }
   for (EditTarget& target : targets) {
     target.place = map.Find(target.node.Get());

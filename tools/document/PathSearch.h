@@ -1,0 +1,29 @@
+#ifndef XMLDOM_TOOLS_DOCUMENT_PATHSEARCH_H
+#define XMLDOM_TOOLS_DOCUMENT_PATHSEARCH_H
+
+#include <vector>
+
+class IXMLDOMNode;
+
+namespace tool {
+
+struct SearchPath;
+
+/// Selects all nodes, elements or attributes, from `start`: a document, or any other node for a
+/// path without '/' in front. Behind "//" the places to start from are the document and then each
+/// element in document order; what is found from one of them is in document order. This is the
+/// order of the library, whose result this is for a path that the library understands. Result: the
+/// nodes, borrowed from the tree; none twice. Cost: no element is tested more often than the path
+/// has steps, and each test looks at the children and attributes that the predicates name, as it
+/// does in the library.
+std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start);
+
+/// Selects one node: the first that a depth-first search finds. Behind "//" it follows a match of
+/// the first step to the end of the path before it goes on, as the single search of the library
+/// does. Result: the node, borrowed from the tree; null when there is none. Cost: that of
+/// SelectAll.
+IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start);
+
+}  // namespace tool
+
+#endif
