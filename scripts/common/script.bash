@@ -92,7 +92,7 @@ step() {
   _begin_step "$1"
   shift
   _go_on_at_errors
-  (set -e; "$@") 2>&1 | tee "$step_log"
+  _run "$@" 2>&1 | tee "$step_log"
   local status=${PIPESTATUS[0]}
   _stop_at_errors
   _end_step "$status" "$@"
@@ -104,15 +104,22 @@ quiet_step() {
   _begin_step "$1"
   shift
   _go_on_at_errors
-  _watch "$step_log" $BASHPID &
+  _watch "$step_log" $BASHPID 2>/dev/null &  # where a signal may meet it anywhere
   local watcher=$! status
-  (set -e; "$@") >"$step_log" 2>&1 </dev/null
+  _run "$@" >"$step_log" 2>&1 </dev/null
   status=$?
   kill "$watcher" 2>/dev/null
   wait "$watcher" 2>/dev/null
   _stop_at_errors
   _end_step "$status" "$@"
 }
+
+# What fails in a command of a step is in its log, also when the command is a script that reports.
+_run() (
+  unset XMLDOM_SCRIPT_REPORT
+  set -e
+  "$@"
+)
 
 # _watch LOG PROCESS: shows the last line of a log again and again, as long as the process lives.
 _watch() {
