@@ -98,14 +98,15 @@ step() {
   _end_step "$status" "$@"
 }
 
-# quiet_step TITLE COMMAND...: runs a command that prints to its log alone, and shows how far it
-# is.
+# quiet_step TITLE COMMAND...: runs a command that prints to its log alone, and shows how far it is.
 quiet_step() {
   _begin_step "$1"
   shift
   _go_on_at_errors
-  _watch "$step_log" $BASHPID 2>/dev/null &  # where a signal may meet it anywhere
+  trap - EXIT  # which a signal could make the watcher do before it has begun
+  _watch "$step_log" $BASHPID &
   local watcher=$! status
+  trap _finish EXIT
   _run "$@" >"$step_log" 2>&1 </dev/null
   status=$?
   kill "$watcher" 2>/dev/null
@@ -124,7 +125,6 @@ _run() (
 # _watch LOG PROCESS: shows the last line of a log again and again, as long as the process lives.
 _watch() {
   local log=$1 watched=$2 start=$SECONDS nap=
-  trap - EXIT
   trap 'kill "$nap" 2>/dev/null; exit 0' TERM
   while :; do
     sleep "$progress_seconds" &
