@@ -8,7 +8,7 @@
 
 set -euo pipefail
 
-progress_seconds=8  # from one line of a quiet step to the next
+progress_seconds=5  # from one line of a quiet step to the next
 
 # begin "$@": answers --help, goes to the project's root, and arranges for the report of a failure.
 begin() {
