@@ -8,7 +8,7 @@
 
 set -euo pipefail
 
-progress_seconds=8  # from one line of a quiet step to the next
+progress_seconds=5  # from one line of a quiet step to the next
 
 # begin "$@": answers --help, goes to the project's root, and arranges for the report of a failure.
 begin() {
@@ -92,21 +92,22 @@ step() {
   _begin_step "$1"
   shift
   _go_on_at_errors
-  (set -e; "$@") 2>&1 | tee "$step_log"
+  _run "$@" 2>&1 | tee "$step_log"
   local status=${PIPESTATUS[0]}
   _stop_at_errors
   _end_step "$status" "$@"
 }
 
-# quiet_step TITLE COMMAND...: runs a command that prints to its log alone, and shows how far it
-# is.
+# quiet_step TITLE COMMAND...: runs a command that prints to its log alone, and shows how far it is.
 quiet_step() {
   _begin_step "$1"
   shift
   _go_on_at_errors
+  trap - EXIT  # which a signal could make the watcher do before it has begun
   _watch "$step_log" $BASHPID &
   local watcher=$! status
-  (set -e; "$@") >"$step_log" 2>&1 </dev/null
+  trap _finish EXIT
+  _run "$@" >"$step_log" 2>&1 </dev/null
   status=$?
   kill "$watcher" 2>/dev/null
   wait "$watcher" 2>/dev/null
@@ -114,10 +115,16 @@ quiet_step() {
   _end_step "$status" "$@"
 }
 
+# What fails in a command of a step is in its log, also when the command is a script that reports.
+_run() (
+  unset XMLDOM_SCRIPT_REPORT
+  set -e
+  "$@"
+)
+
 # _watch LOG PROCESS: shows the last line of a log again and again, as long as the process lives.
 _watch() {
   local log=$1 watched=$2 start=$SECONDS nap=
-  trap - EXIT
   trap 'kill "$nap" 2>/dev/null; exit 0' TERM
   while :; do
     sleep "$progress_seconds" &
