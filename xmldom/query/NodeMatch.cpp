@@ -19,8 +19,6 @@ namespace {
 using xmldom::TextRange;
 using xmldom::XPathSegment;
 using xmldom::XPathSegments;
-using xmldom::XPathStep;
-using xmldom::XPathSteps;
 
 /// Reports a predicate without ']'. Result: false, for the step that fails.
 bool ReportTermination() {
@@ -131,15 +129,20 @@ class CandidateSearch {
   bool m_found;
 };
 
-/// Whether a child or an attribute of the node satisfies the predicate.
-bool HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate,
-                   const XPathSegments& segments) {
+}  // namespace
+
+bool xmldom::HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate,
+                           const XPathSegments& segments) {
   CandidateSearch search(predicate, segments);
-  xmldom::WalkChain<xmldom::SideTrail>(search.HeadOfCandidates(node, 0), search);
+  WalkChain<SideTrail>(search.HeadOfCandidates(node, 0), search);
   return search.IsDone();
 }
 
-}  // namespace
+bool xmldom::IsSatisfying(IXMLDOMNode* candidate, const XPathSegments& segments) {
+  CandidateSearch search(segments.Items(), segments);
+  WalkTree<SideTrail>(candidate, search);
+  return search.IsDone();
+}
 
 bool xmldom::AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step) {
   const XPathSegment* predicate = step.SegmentsBegin();
@@ -151,36 +154,4 @@ bool xmldom::AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step) {
   const char* end = step.PredicatesEnd();
   if (end == nullptr) return ReportTermination();
   return *end == '\0' || ReportCharacter(*end);
-}
-
-bool xmldom::ReportMissingStep(IXMLDOMNode* node) {
-  char* name = nullptr;
-  char* predicates = nullptr;
-  return node->ParseXPathQuery(nullptr, &name, &predicates) != 0;
-}
-
-int StringMatchesSubString(const char* s, const char* sub, int n) {
-  if (s == nullptr || sub == nullptr || n < 0) return 0;
-  const std::size_t length = static_cast<std::size_t>(n);
-  return std::strlen(s) == length && std::strncmp(s, sub, length) == 0;
-}
-
-int IXMLDOMNode::MatchQuery(const char* step) {
-  return xmldom::MatchesStep(this, XPathSteps(step).At(0));
-}
-
-int IXMLDOMNode::MatchesSubquery(const char* predicate) {
-  if (predicate == nullptr) return 0;
-  XPathSegments segments;
-  xmldom::AppendPredicate(xmldom::WholeText(predicate), &segments);
-  return HasSatisfying(this, segments.Items(), segments);
-}
-
-int IXMLDOMNode::MatchSubqueryHelper(IXMLDOMNode* candidate, const char* predicate) {
-  if (candidate == nullptr || predicate == nullptr) return 0;
-  XPathSegments segments;
-  xmldom::AppendPredicate(xmldom::WholeText(predicate), &segments);
-  CandidateSearch search(segments.Items(), segments);
-  xmldom::WalkTree<xmldom::SideTrail>(candidate, search);
-  return search.IsDone();
 }

@@ -11,6 +11,13 @@ namespace xmldom {
 /// Cost: linear in the candidates of the predicates and in their texts.
 bool AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step);
 
+/// Whether a child or an attribute of a node satisfies a predicate, whose first segment is given,
+/// with the table that it is in. Cost: as above.
+bool HasSatisfying(IXMLDOMNode* node, const XPathSegment* predicate, const XPathSegments& segments);
+
+/// Whether a child or an attribute itself satisfies the predicate that begins a table.
+bool IsSatisfying(IXMLDOMNode* candidate, const XPathSegments& segments);
+
 /// Reports that a node was tested with the missing step. Result: false.
 bool ReportMissingStep(IXMLDOMNode* node);
 

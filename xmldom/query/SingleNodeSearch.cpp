@@ -4,31 +4,13 @@
 
 #include <xmldom/query/SingleNodeSearch.h>
 
-#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLNode.h>
 #include <xmldom/query/NodeMatch.h>
 #include <xmldom/query/StepWalk.h>
 
 namespace xmldom {
 
 namespace {
-
-/// Visits everything, up to the first node that matches the only step.
-class DescendantVisitor : public PreOrderVisitor {
- public:
-  explicit DescendantVisitor(const XPathStep& step) : m_step(step) {}
-
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
-    if (MatchesStep(node, m_step)) m_first.Take(node);
-    return node->m_pFirstChild;
-  }
-
-  bool IsDone() const { return m_first.HasEnough(); }
-  IXMLDOMNode* Found() const { return m_first.Get(); }
-
- private:
-  const XPathStep& m_step;
-  FirstNode m_first;
-};
 
 /// A failed search that has reported something is repeated while at most this many frames of
 /// matched nodes are open, its own among them. Each of them doubles the tests below it.
@@ -72,7 +54,7 @@ SingleNodeSearch::SingleNodeSearch(const XPathSteps& steps, bool descendant)
 /// The first node in document order that the steps select, one level a step, from the children of
 /// `parent` on; null when there is none.
 IXMLDOMNode* SingleNodeSearch::FindChainBelow(IXMLDOMNode* parent) const {
-  return WalkSteps(parent->m_pFirstChild, m_steps, 0, FirstNode()).Get();
+  return WalkSteps(parent->m_pFirstChild, m_steps, 0, nullptr);
 }
 
 IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
@@ -95,12 +77,11 @@ IXMLDOMNode* SingleNodeSearch::Run(IXMLDOMNode* node, int k) {
 /// the same step, so a failed search is repeated once, and only if the first pass logged or printed
 /// something.
 IXMLDOMNode* SingleNodeSearch::FindDescendant(IXMLDOMNode* node) {
-  DescendantVisitor visitor(m_steps.At(0));
-  WalkChain<SideTrail>(node->m_pFirstChild, visitor);
-  if (!visitor.IsDone() && m_reportCount.Now() != m_reportsBefore) {
-    WalkChain<SideTrail>(node->m_pFirstChild, visitor);
+  IXMLDOMNode* found = WalkEverywhere(node->m_pFirstChild, m_steps.At(0), nullptr);
+  if (found == nullptr && m_reportCount.Now() != m_reportsBefore) {
+    found = WalkEverywhere(node->m_pFirstChild, m_steps.At(0), nullptr);
   }
-  return visitor.Found();
+  return found;
 }
 
 /// Begins the search of a node with step `k`: tests it and, when its children have to be searched,

@@ -1,63 +1,29 @@
 #ifndef XMLDOM_QUERY_STEPWALK_H
 #define XMLDOM_QUERY_STEPWALK_H
 
-#include <xmldom/dom/TreeWalk.h>
-#include <xmldom/query/NodeMatch.h>
 #include <xmldom/query/XPathStep.h>
+
+class IXMLDOMNode;
+class IXMLDOMNodeList;
+
+// The walks that SelectNodes and SelectSingleNode share. With a list, each adds all nodes that it
+// finds, and its result is null. Without one it ends at the first, which is its result, borrowed.
 
 namespace xmldom {
 
-/// A receiver of nodes that is content with the first.
-class FirstNode {
- public:
-  FirstNode() : m_node(nullptr) {}
+/// Finds what the steps from `firstStep` on select, one level a step, in document order. The first
+/// level is the chain of siblings that starts at `head`.
+IXMLDOMNode* WalkSteps(IXMLDOMNode* head, const XPathSteps& steps, int firstStep,
+                       IXMLDOMNodeList* list);
 
-  void Take(IXMLDOMNode* node) { m_node = node; }
-  bool HasEnough() const { return m_node != nullptr; }
-
-  /// Borrowed; null when there was none.
-  IXMLDOMNode* Get() const { return m_node; }
-
- private:
-  IXMLDOMNode* m_node;
-};
-
-/// Goes down one level a step, as long as nodes match, and gives each node that matches the last
-/// step to the receiver.
-template <class Receiver>
-class StepVisitor : public PreOrderVisitor {
- public:
-  StepVisitor(const XPathSteps& steps, int firstStep, const Receiver& receiver)
-      : m_steps(steps), m_firstStep(firstStep), m_receiver(receiver) {}
-
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
-    const int k = m_firstStep + static_cast<int>(depth);
-    if (!MatchesStep(node, m_steps.At(k))) return nullptr;
-    if (k + 1 < m_steps.Count()) return node->m_pFirstChild;
-    m_receiver.Take(node);
-    return nullptr;
-  }
-
-  bool IsDone() const { return m_receiver.HasEnough(); }
-
-  const Receiver& Received() const { return m_receiver; }
-
- private:
-  const XPathSteps& m_steps;
-  int m_firstStep;
-  Receiver m_receiver;
-};
-
-/// Gives the nodes that the steps from `firstStep` on select, one level a step, to a receiver, in
-/// document order. The first level is the chain of siblings that starts at `head`. Result: the
-/// receiver as it is afterwards.
-template <class Receiver>
-Receiver WalkSteps(IXMLDOMNode* head, const XPathSteps& steps, int firstStep,
-                   const Receiver& receiver) {
-  StepVisitor<Receiver> visitor(steps, firstStep, receiver);
-  WalkChain<SideTrail>(head, visitor);
-  return visitor.Received();
-}
+/// Finds what a step selects in the chain of siblings that starts at `head` and everywhere below,
+/// in one walk in document order, because that is how a loaded tree lies in memory.
+///
+/// With a list, only elements are gone below. The nodes that are selected from one element stand
+/// together in the list, before those from the elements below it. So each chain of children that is
+/// open remembers the link behind which its next node belongs. When memory is out, what has been
+/// found so far is in the list.
+IXMLDOMNode* WalkEverywhere(IXMLDOMNode* head, const XPathStep& step, IXMLDOMNodeList* list);
 
 }  // namespace xmldom
 

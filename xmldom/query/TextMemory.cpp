@@ -5,58 +5,24 @@
 
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/ReportCount.h>
-#include <xmldom/dom/TreeWalk.h>
+#include <xmldom/dom/XMLNode.h>
 
 namespace xmldom {
 
-/// Collects a text into m_text, and remembers its parts.
-class TextMemory::Reader {
- public:
-  explicit Reader(TextMemory& memory) : m_memory(memory), m_nodes(0), m_emptyTexts(0) {}
+namespace {
 
-  IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t depth) {
-    ++m_nodes;
-    if (node->m_pFirstChild == nullptr || (node->m_eNodeType == NODE_TEXT && depth != 0)) {
-      return nullptr;
-    }
-    m_open.Push(OpenNode{m_memory.m_text.m_uLength, m_nodes, Obstacles()});
-    if (!AppendTexts(node->m_pFirstChild, m_memory.m_text)) ++m_emptyTexts;
-    return node->m_pFirstChild;
-  }
+/// Elements with no more nodes below them are not remembered.
+const std::size_t kFewNodes = 32;
 
-  void Leave(IXMLDOMNode* node, std::size_t) {
-    const OpenNode open = m_open.Pop();
-    if (m_nodes - open.nodes <= kFewNodes || Obstacles() != open.obstacles) return;
-    SearchRecord& record = m_memory.m_places.At(node, 0);
-    if (record.visit != 0) return;
-    const std::size_t end = m_memory.m_text.m_uLength;
-    // Before the first text is a blank, when anything stands before that.
-    const std::size_t begin = open.begin + (open.begin != 0 && open.begin != end);
-    const std::size_t kept = m_memory.m_kept.m_uLength;
-    m_memory.m_ranges.Push(Range{kept + begin, kept + end});
-    record.visit = m_memory.m_ranges.Size();
-  }
-
-  bool IsDone() const { return false; }
-
- private:
-  /// A node that is being read, and what was so before it.
-  struct OpenNode {
-    std::size_t begin;
-    std::size_t nodes;
-    unsigned long obstacles;
-  };
-
-  /// How much there has been that keeps a text from being remembered: reports, and empty texts,
-  /// whose blanks depend on what stands before them.
-  unsigned long Obstacles() const { return m_reports.Now() + m_emptyTexts; }
-
-  TextMemory& m_memory;
-  ReportCount m_reports;
-  std::size_t m_nodes;
-  unsigned long m_emptyTexts;
-  Stack<OpenNode, 32> m_open;
+/// A node that is being read, and what was so before it.
+struct OpenNode {
+  IXMLDOMNode* node;
+  std::size_t begin;
+  std::size_t nodes;
+  unsigned long obstacles;
 };
+
+}  // namespace
 
 TextMemory::TextMemory() : m_text(4096), m_kept(4096) {}
 
@@ -69,14 +35,54 @@ TextRange TextMemory::TextOf(IXMLDOMNode* element) {
     return TextRange{texts + range.begin, texts + range.end};
   }
   m_text.m_uPosition = m_text.m_uLength = 0;
+  const char* text = "";
   IXMLDOMNode* content = ContentOf(element);
-  if (content != nullptr) {
-    Reader reader(*this);
-    WalkTree<SideTrail>(content, reader);
-  }
-  const char* text = m_text.GetAsStr();
+  if (content != nullptr) text = Read(content);
   if (m_ranges.Size() != known) m_kept.Write(text, m_text.m_uLength);
   return TextRange{text, text + m_text.m_uLength};
+}
+
+/// Reads the text of a node into m_text, and remembers where its parts will be in m_kept. Result:
+/// the text.
+const char* TextMemory::Read(IXMLDOMNode* top) {
+  // What keeps a text from being remembered: reports, and empty texts, whose blanks depend on what
+  // stands before them.
+  const ReportCount reports;
+  unsigned long emptyTexts = 0;
+  std::size_t nodes = 0;
+  Stack<OpenNode, 16> open;
+  IXMLDOMNode* node = top;
+  do {
+    if (node == nullptr) {
+      const OpenNode closed = open.Pop();
+      const bool isClear = reports.Now() + emptyTexts == closed.obstacles;
+      if (isClear && nodes - closed.nodes > kFewNodes) Remember(closed.node, closed.begin);
+      node = closed.node->m_pNextSibling;
+      continue;
+    }
+    ++nodes;
+    // The texts were read with their parent.
+    const bool isRead = node->m_eNodeType == NODE_TEXT && !open.IsEmpty();
+    if (node->m_pFirstChild == nullptr || isRead) {
+      node = node->m_pNextSibling;
+    } else {
+      open.Push(OpenNode{node, m_text.m_uLength, nodes, reports.Now() + emptyTexts});
+      node = node->m_pFirstChild;
+      emptyTexts += !AppendTexts(node, m_text);
+    }
+  } while (!open.IsEmpty());
+  return m_text.GetAsStr();
+}
+
+/// Remembers a part of m_text that begins at `begin` and ends where the text ends now.
+void TextMemory::Remember(IXMLDOMNode* element, std::size_t begin) {
+  std::size_t& number = m_places.At(element, 0).visit;
+  if (number != 0) return;
+  const std::size_t end = m_text.m_uLength;
+  // A part begins with a blank when anything stands before it.
+  if (begin != 0 && begin != end) ++begin;
+  m_ranges.Push(Range{m_kept.m_uLength + begin, m_kept.m_uLength + end});
+  number = m_ranges.Size();
 }
 
 }  // namespace xmldom

@@ -22,21 +22,19 @@ class TextMemory {
   TextMemory();
 
   /// Result: the text of an element, with a blank or a NUL behind it, borrowed until the next call.
-  /// Effects: those of IXMLDOMNode::GetTextHelper. Cost: linear in the nodes below the element and
-  /// their text when these have not been read before, or more than kFewNodes of them are, and
-  /// something below logs or prints.
+  /// Effects: those of IXMLDOMNode::GetTextHelper. Cost: constant on average when the text is
+  /// remembered; otherwise linear in the nodes below the element and in their text.
   TextRange TextOf(IXMLDOMNode* element);
 
  private:
-  class Reader;
-
   /// Where the text of an element stands in m_kept.
   struct Range {
     std::size_t begin;
     std::size_t end;
   };
 
-  static const std::size_t kFewNodes = 32;
+  const char* Read(IXMLDOMNode* top);
+  void Remember(IXMLDOMNode* element, std::size_t begin);
 
   CMemFile m_text;        // of the element that was read last
   CMemFile m_kept;        // the texts that m_ranges tells of

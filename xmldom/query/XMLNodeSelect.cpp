@@ -7,7 +7,6 @@
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
-#include <xmldom/query/NodeMatch.h>
 #include <xmldom/query/SingleNodeSearch.h>
 #include <xmldom/query/StepWalk.h>
 #include <xmldom/query/XPathList.h>
@@ -21,26 +20,13 @@ using xmldom::XPathSteps;
 /// Whether path debugging was asked for; nothing reads it.
 bool l_bDebugXPATH = false;
 
-/// A receiver that adds all nodes to a list.
-class AllNodes {
- public:
-  explicit AllNodes(IXMLDOMNodeList* list) : m_list(list) {}
-
-  void Take(IXMLDOMNode* node) { m_list->Add(node); }
-  bool HasEnough() const { return false; }
-
- private:
-  IXMLDOMNodeList* m_list;
-};
-
 /// Adds the nodes that the steps from `step` on select below a node. When there are no such steps,
 /// that is the node itself.
 void Collect(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result, int step) {
-  AllNodes all(result);
   if (step == steps.Count()) {
-    all.Take(node);
+    result->Add(node);
   } else {
-    xmldom::WalkSteps(node->m_pFirstChild, steps, step, all);
+    xmldom::WalkSteps(node->m_pFirstChild, steps, step, result);
   }
 }
 
@@ -61,79 +47,11 @@ class ContextVisitor : public xmldom::PreOrderVisitor {
   IXMLDOMNodeList* m_result;
 };
 
-/// Collects what a single step selects from every context, in one walk in document order, because
-/// that is how a loaded tree lies in memory. In the list, the nodes that are selected from one
-/// context stand together, before those from the contexts below it. So each chain of children that
-/// is open remembers the link behind which its next node belongs.
-class SingleStepSelection {
- public:
-  explicit SingleStepSelection(IXMLDOMNodeList* result)
-      : m_result(result), m_last(result->m_pHead) {
-    // The tail that a list remembers may be any of its links, or none.
-    if (m_last != nullptr && result->m_pTail != nullptr) m_last = result->m_pTail;
-    while (m_last != nullptr && m_last->m_pNext != nullptr) m_last = m_last->m_pNext;
-  }
-
-  /// Collects from a chain of children, and from what is below them.
-  void Run(IXMLDOMNode* node, const xmldom::XPathStep& step) {
-    xmldom::Stack<Chain, 32> outer;
-    IXMLDOMNodeListElt* place = m_last;
-    for (;;) {
-      if (node == nullptr) {
-        if (outer.IsEmpty()) return;
-        const Chain chain = outer.Pop();
-        node = chain.node;
-        place = chain.place;
-      } else if (node->m_eNodeType == NODE_ELEMENT) {
-        if (xmldom::MatchesStep(node, step)) place = AddBehind(place, node);
-        IXMLDOMNode* below = node->m_pFirstChild;
-        if (below != nullptr && !IsLastText(below)) {
-          outer.Push(Chain{node, place});
-          place = m_last;
-          node = below;
-          continue;
-        }
-      }
-      node = node->m_pNextSibling;
-    }
-  }
-
- private:
-  /// A chain of children, one of which the walk is below.
-  struct Chain {
-    IXMLDOMNode* node;
-    IXMLDOMNodeListElt* place;  // of its next node in the list; null stands for the head
-  };
-
-  static bool IsLastText(const IXMLDOMNode* node) {
-    return node->m_eNodeType == NODE_TEXT && node->m_pNextSibling == nullptr;
-  }
-
-  /// Adds a node behind a link of the list. Result: the link of the node.
-  IXMLDOMNodeListElt* AddBehind(IXMLDOMNodeListElt* place, IXMLDOMNode* node) {
-    m_result->Add(node);
-    IXMLDOMNodeListElt* link = m_last == nullptr ? m_result->m_pHead : m_last->m_pNext;
-    if (place == m_last) {
-      m_last = link;
-      return link;
-    }
-    m_last->m_pNext = nullptr;
-    m_result->m_pTail = m_last;
-    IXMLDOMNodeListElt*& next = place == nullptr ? m_result->m_pHead : place->m_pNext;
-    link->m_pNext = next;
-    next = link;
-    return link;
-  }
-
-  IXMLDOMNodeList* m_result;
-  IXMLDOMNodeListElt* m_last;  // of the list; null while that is empty
-};
-
 /// Collects below a node and below each element under it. All steps go down one level, so that a
 /// node is selected from one of these at most.
 void CollectEverywhere(IXMLDOMNode* node, const XPathSteps& steps, IXMLDOMNodeList* result) {
   if (steps.Count() == 1 && !steps.At(0).MayReport()) {
-    SingleStepSelection(result).Run(node->m_pFirstChild, steps.At(0));
+    xmldom::WalkEverywhere(node->m_pFirstChild, steps.At(0), result);
     return;
   }
   Collect(node, steps, result, 0);
