@@ -104,6 +104,11 @@ TEST(PathSearch, One_node_is_found_behind_steps_that_move) {
   EXPECT_EQ("3 ", SelectFirst(kText, "//b[last()]/../b[@x]"));
   EXPECT_EQ("8 ", SelectFirst(kText, "//a[b/c]/../../c"));
   EXPECT_EQ("", SelectFirst(kText, "//b[c]/../../a[2]"));
+  const XMLPtr<IXMLDOMDocument2> document = Load("<r><b x='1'><b/></b></r>");
+  const SearchPath path = Read("//b/../@x", PathPurpose::kFirst);
+  IXMLDOMNode* const attribute = tool::SelectFirst(path, document.Get());
+  ASSERT_NE(nullptr, attribute);
+  EXPECT_EQ("/r/b/@x", tool::ExactPaths().PathTo(attribute));
 }
 
 TEST(PathSearch, A_field_begins_at_its_node) {

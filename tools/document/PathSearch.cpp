@@ -127,9 +127,13 @@ class DepthFirst {
     const bool isLast = children.step + 1 == m_path.steps.size();
     if (isSelected && (!isLast || HasAttribute(m_path, child))) {
       Follow(child, children.step + 1);
-    } else if (m_path.isAnywhere) {
-      m_open.push_back({child, &ChildrenOf(child, 0), true});
+    } else {
+      BeginAnew(child);
     }
+  }
+
+  void BeginAnew(IXMLDOMNode* element) {
+    if (m_path.isAnywhere) m_open.push_back({element, &ChildrenOf(element, 0), true});
   }
 
   /// Goes on from an element that the steps before `step` have led to.
@@ -139,11 +143,12 @@ class DepthFirst {
       if (m_path.steps[step].name == "..") arrived = arrived->m_pParent;
       if (arrived == nullptr) return;
     }
-    if (step == m_path.steps.size()) {
-      m_found = NodeAt(m_path, arrived);
-    } else {
+    if (step < m_path.steps.size()) {
       m_open.push_back({element, &ChildrenOf(arrived, step), false});
+      return;
     }
+    m_found = NodeAt(m_path, arrived);
+    if (m_found == nullptr) BeginAnew(element);
   }
 
   const SearchPath& m_path;
