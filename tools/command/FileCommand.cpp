@@ -33,7 +33,8 @@ ExitStatus FileCommand::Run(const Session& session) {
 ExitStatus FileCommand::TryFile(const std::string& file, const Session& session) {
   return SayTrouble(DisplayName(file), [&] {
     Input input;
-    if (!ReadInput(file, input)) return ExitStatus::kTrouble;
+    const bool isRead = ReplacesFiles() ? ReadInputToReplace(file, input) : ReadInput(file, input);
+    if (!isRead) return ExitStatus::kTrouble;
     const bool named = m_files.size() > 1 && !m_withoutNames;
     ResultWriter results(session.output, named ? input.name + ":" : std::string());
     const ExitStatus status = RunOn(input, results, session);

@@ -30,6 +30,8 @@ class FileCommand : public Command {
 
   /// Declares the options, and the operands that stand before the files.
   virtual void DeclareOptions(Arguments& arguments) = 0;
+  /// Whether RunOn is going to replace the file, which then is locked before it is read.
+  virtual bool ReplacesFiles() const { return false; }
   /// Does the work on one file. Result: the exit status for that file.
   virtual ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) = 0;
 

@@ -1,39 +1,24 @@
-// The options -i and --lossy of the commands that can replace a file by their result.
+// The option --lossy beside -i, for commands that write what the library makes of a file.
 // A file is replaced only when nothing of it is lost, both before and after the command's work.
 // Tested by tests/tool/format_in_place_test.bash and tests/tool/edit_in_place_test.bash.
 
 #include <tools/command/Rewriting.h>
 
 #include <tools/command/Arguments.h>
-#include <tools/command/AttachedSuffix.h>
 #include <tools/io/Diagnostics.h>
-#include <tools/io/FileReplacement.h>
 #include <tools/io/Input.h>
-
-#include <algorithm>
 
 namespace tool {
 
 void Rewriting::DeclareOptions(Arguments& arguments) {
-  arguments.AddFlag(
-      kInPlaceFlag, m_isAsked,
-      "Replace the file by the result; -i with a suffix attached, as in -i.old, keeps the old file "
-      "under its name with that suffix");
-  arguments.AddHiddenText(kSuffixOption, m_suffix);
-  arguments.Require(kSuffixOption, kInPlaceFlag);
+  m_inPlace.DeclareOptions(arguments);
   arguments.AddFlag("--lossy", m_isLossy,
                     "Replace the file even if something of it is lost or moved");
-  arguments.Require("--lossy", kInPlaceFlag);
 }
 
 void Rewriting::Check(const std::vector<std::string>& files) const {
-  if (!m_isAsked) return;
-  if (files.empty() || std::count(files.begin(), files.end(), "-") > 0) {
-    throw UsageError("-i needs a file; standard input cannot be replaced");
-  }
-  if (m_suffix.find('/') != std::string::npos) {
-    throw UsageError("'/' cannot stand in the suffix of -i");
-  }
+  m_inPlace.Check(files);
+  if (m_isLossy && !IsAsked()) throw UsageError("--lossy is for -i");
 }
 
 bool Rewriting::Allows(const Input& input, const LossReport& report) const {
@@ -50,10 +35,7 @@ ExitStatus Rewriting::Replace(const Input& input, const std::string& result) con
       !Allows({input.name + " (result)", result}, FindLoss(result, Surroundings::kKept))) {
     return ExitStatus::kTrouble;
   }
-  std::string reason;
-  if (ReplaceFile(input.name, input.text, result, m_suffix, reason)) return ExitStatus::kDone;
-  ComplainAbout(input.name, reason);
-  return ExitStatus::kTrouble;
+  return m_inPlace.Replace(input, result);
 }
 
 }  // namespace tool

@@ -1,7 +1,7 @@
 #ifndef XMLDOM_TOOLS_COMMAND_REWRITING_H
 #define XMLDOM_TOOLS_COMMAND_REWRITING_H
 
-#include <tools/command/Command.h>
+#include <tools/command/InPlace.h>
 #include <tools/document/LossCheck.h>
 
 #include <string>
@@ -9,22 +9,20 @@
 
 namespace tool {
 
-struct Input;
-
-/// Replaces a file by what a command makes of it (the option -i), and refuses to do so when
-/// something in the file would be lost or moved, unless the user allows it (the option --lossy).
+/// Replaces a file by what a command makes of it (see InPlace), and refuses to do so when something
+/// in the file would be lost or moved, unless the user allows it (the option --lossy).
 class Rewriting {
  public:
-  /// Declares the options. They expect arguments from which SplitSuffixes has split a suffix.
+  /// Declares the options.
   void DeclareOptions(Arguments& arguments);
 
   /// Effects: throws a UsageError when -i is given and one of the files cannot be replaced.
   void Check(const std::vector<std::string>& files) const;
 
   /// Whether -i is given.
-  bool IsAsked() const { return m_isAsked; }
+  bool IsAsked() const { return m_inPlace.IsAsked(); }
   /// Whether -i is given without --lossy, so that nothing may be lost.
-  bool IsCareful() const { return m_isAsked && !m_isLossy; }
+  bool IsCareful() const { return IsAsked() && !m_isLossy; }
 
   /// Whether the input may be replaced. `report` is that of FindLoss for it.
   /// Effects: writes the reason to standard error when it may not, with the place.
@@ -36,9 +34,8 @@ class Rewriting {
   ExitStatus Replace(const Input& input, const std::string& result) const;
 
  private:
-  bool m_isAsked = false;
+  InPlace m_inPlace;
   bool m_isLossy = false;
-  std::string m_suffix;
 };
 
 }  // namespace tool

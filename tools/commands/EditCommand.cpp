@@ -43,6 +43,8 @@ class EditCommand : public FileCommand {
     m_rewriting.DeclareOptions(arguments);
   }
 
+  bool ReplacesFiles() const override { return m_rewriting.IsAsked(); }
+
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     EditedDocument edited = {{}, LoadDocument(input), m_rewriting.IsCareful()};
     if (edited.document == nullptr) return ExitStatus::kTrouble;

@@ -27,6 +27,8 @@ class FormatCommand : public FileCommand {
     m_rewriting.DeclareOptions(arguments);
   }
 
+  bool ReplacesFiles() const override { return m_rewriting.IsAsked(); }
+
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
