@@ -35,8 +35,8 @@ options_of_the_tool_stand_before_a_command() {
 }
 
 options_of_a_command_stand_behind_it() {
-  _offers 'select -' -h --help --verbose --version --count --first --no-filename
-  _offers 'value -' -h --help --verbose --version --attr -0 --null --first --no-filename
+  _offers 'select -' -h --help --verbose --version --count --first -H --with-filename --no-filename
+  _offers 'value -' -h --help --verbose --version --attr -0 --null --first -H --with-filename --no-filename
   _offers 'edit --set' --set --set-attr
   _offers 'format --l' --lossy
   _offers 'check --l' --lossless
@@ -69,7 +69,7 @@ nothing_is_offered_for_values_that_only_the_user_knows() {
   _offers 'edit --set /a '
   _offers 'edit --set-attr /a b '
   _offers 'select '
-  _offers 'page --first 2 '
+  _offers 'page --from 2 '
 }
 
 files_are_offered_where_they_can_stand() {

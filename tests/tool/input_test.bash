@@ -89,6 +89,17 @@ no_filename_leaves_the_names_out() {
   expect 0 '<a/>\n<b/>\n' ''
 }
 
+with_filename_puts_the_name_before_every_line_of_one_file() {
+  given a.xml '<a><b>1</b></a>'
+  run format --with-filename a.xml
+  expect 0 'a.xml:<a>\na.xml:  <b>1</b>\na.xml:</a>\n' ''
+  run value -H a <<< '<a>x</a>'
+  expect 0 '(standard input):x\n' ''
+  run value -H --no-filename a a.xml
+  expect_status 2
+  expect_part stderr --no-filename
+}
+
 trouble_with_one_file_does_not_keep_the_tool_from_the_others() {
   given a.xml '<a/>'
   given bad.xml '<a'

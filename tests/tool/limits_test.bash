@@ -42,7 +42,7 @@ a_million_records_are_handled_with_little_stack() {
   expect 0 "$million\n" ''
   _run_with_little_stack 'diff a.xml a.xml'
   expect 0 '' ''
-  _run_with_little_stack "page --first $million r a.xml"
+  _run_with_little_stack "page --from $million r a.xml"
   expect 0 "<r>\n  <item index='$million' id='$million'>\n    <name>n&amp;</name>\n  </item>\n</r>\n" ''
   _run_with_little_stack 'check --lossless a.xml'
   expect 0 '' ''

@@ -45,6 +45,7 @@ class FileCommand : public Command {
 
   const Kind m_kind;
   std::vector<std::string> m_files;
+  bool m_withNames = false;
   bool m_withoutNames = false;
 };
 
