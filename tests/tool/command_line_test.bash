@@ -160,9 +160,19 @@ a_full_device_ends_the_work() {
   expect 2 '' 'xmldom: write error: No space left on device\n'
 }
 
-a_closed_pipe_is_noticed() {
+# Runs the tool with a pipe that nobody reads to its end. The option is one of env, for the signal.
+_run_into_a_closed_pipe() {
   given a.xml "<a>$(printf '<b>%0100d</b>' {1..5000})</a>"
-  run_shell '{ "$tool" format a.xml; echo $? > status; } | head -n 1; exit $(cat status)'
+  run_shell "{ env $1 \"\$tool\" format a.xml; echo \$? > status; } | head -n 1; exit \$(cat status)"
+}
+
+a_closed_pipe_ends_the_tool_silently() {
+  _run_into_a_closed_pipe --default-signal=PIPE
+  expect 141 '<a>\n' ''
+}
+
+a_closed_pipe_is_noticed_where_its_signal_is_ignored() {
+  _run_into_a_closed_pipe --ignore-signal=PIPE
   expect 2 '<a>\n' 'xmldom: write error: Broken pipe\n'
 }
 

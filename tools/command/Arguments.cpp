@@ -6,6 +6,7 @@
 #include <tools/command/Arguments.h>
 
 #include <tools/command/Command.h>
+#include <tools/io/Diagnostics.h>
 
 #include <CLI/CLI.hpp>
 
@@ -146,7 +147,8 @@ bool ArgumentParser::Parse(const std::vector<std::string>& arguments, std::strin
     answer = version.what() + std::string("\n");
   } catch (const CLI::ExtrasError&) {
     std::string text = "too many operands:";
-    for (const std::string& extra : m_parser->remaining(true)) text += " '" + extra + "'";
+    for (const std::string& extra : m_parser->remaining(true))
+      text += " '" + ForMessage(extra) + "'";
     throw UsageError(text);
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());

@@ -7,6 +7,7 @@
 #include <tools/command/Arguments.h>
 #include <tools/command/AttachedSuffix.h>
 #include <tools/command/Command.h>
+#include <tools/io/Diagnostics.h>
 
 #include <algorithm>
 
@@ -49,7 +50,7 @@ bool BeginsWith(const std::string& text, const std::string& beginning) {
 std::string Describe(const char* what, const std::string& typed, const std::string& name,
                      const std::vector<std::string>& known) {
   const std::string nearest = NearestOf(name, known);
-  const std::string text = std::string("unknown ") + what + " '" + typed + "'";
+  const std::string text = std::string("unknown ") + what + " '" + ForMessage(typed) + "'";
   return nearest.empty() ? text : text + " (did you mean '" + nearest + "'?)";
 }
 
