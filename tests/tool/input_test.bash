@@ -70,9 +70,9 @@ a_file_larger_than_the_first_buffer_is_read_whole() {
 a_file_too_large_to_parse_is_trouble() {
   truncate -s 2147483648 a.xml
   local reason='more than 2147483647 bytes, which is too large to parse'
-  run check a.xml
+  run format a.xml
   expect 2 '' "xmldom: a.xml: $reason\n"
-  run check < a.xml
+  run format < a.xml
   expect 2 '' "xmldom: (standard input): $reason\n"
 }
 

@@ -35,15 +35,19 @@ ExitStatus FileCommand::Run(const Session& session) {
 
 ExitStatus FileCommand::TryFile(const std::string& file, const Session& session) {
   return SayTrouble(DisplayName(file), [&] {
-    Input input;
-    const bool isRead = ReplacesFiles() ? ReadInputToReplace(file, input) : ReadInput(file, input);
-    if (!isRead) return ExitStatus::kTrouble;
-    const bool named = (m_files.size() > 1 || m_withNames) && !m_withoutNames;
-    ResultWriter results(session.output, named ? input.name + ":" : std::string());
-    const ExitStatus status = RunOn(input, results, session);
+    const ExitStatus status = RunOnFile(file, session);
     session.output.Flush();
     return status;
   });
+}
+
+ExitStatus FileCommand::RunOnFile(const std::string& file, const Session& session) {
+  Input input;
+  const bool isRead = ReplacesFiles() ? ReadInputToReplace(file, input) : ReadInput(file, input);
+  if (!isRead) return ExitStatus::kTrouble;
+  const bool named = (m_files.size() > 1 || m_withNames) && !m_withoutNames;
+  ResultWriter results(session.output, named ? input.name + ":" : std::string());
+  return RunOn(input, results, session);
 }
 
 ExitStatus FileCommand::Combine(ExitStatus sofar, ExitStatus next) const {

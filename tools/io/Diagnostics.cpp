@@ -64,8 +64,13 @@ void ComplainAbout(const std::string& file, const std::string& text) {
 
 void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
                 const std::string& reason) {
+  ComplainAt(file, position, reason, SourceExcerpt(text, position));
+}
+
+void ComplainAt(const std::string& file, SourcePosition position, const std::string& reason,
+                const std::string& excerpt) {
   Say(ForMessage(file) + ":" + std::to_string(position.line) + ":" +
-      std::to_string(position.column) + ": " + reason + "\n" + SourceExcerpt(text, position));
+      std::to_string(position.column) + ": " + reason + "\n" + excerpt);
 }
 
 void Remark(const std::string& file, const std::string& text) {

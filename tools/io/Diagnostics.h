@@ -20,6 +20,10 @@ void ComplainAbout(const std::string& file, const std::string& text);
 void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
                 const std::string& reason);
 
+/// The same with an excerpt that has been made already (see SourceExcerpt).
+void ComplainAt(const std::string& file, SourcePosition position, const std::string& reason,
+                const std::string& excerpt);
+
 /// Writes "FILE: TEXT" to standard error: what --verbose tells of a file with which all is well.
 void Remark(const std::string& file, const std::string& text);
 

@@ -16,6 +16,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstring>
+#include <vector>
 
 namespace tool {
 
@@ -95,6 +96,23 @@ bool ReadWhole(const std::string& file, std::string& text, std::string& reason) 
   if (source.Descriptor() >= 0) return ReadDescriptor(source.Descriptor(), text, reason);
   reason = std::strerror(errno);
   return false;
+}
+
+bool ReadPieces(const std::string& file, const std::function<bool(const char*, std::size_t)>& take,
+                std::string& reason) {
+  const Source source(file);
+  std::vector<char> piece(kFirstRoom);
+  for (;;) {
+    const ssize_t count =
+        source.Descriptor() < 0 ? -1 : read(source.Descriptor(), piece.data(), piece.size());
+    if (count == 0) return true;
+    if (count > 0) {
+      if (!take(piece.data(), static_cast<std::size_t>(count))) return true;
+    } else if (errno != EINTR) {
+      reason = std::strerror(errno);
+      return false;
+    }
+  }
 }
 
 bool ReadInputToReplace(const std::string& file, Input& input) {

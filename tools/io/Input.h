@@ -2,6 +2,7 @@
 #define XMLDOM_TOOLS_IO_INPUT_H
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -25,7 +26,14 @@ std::string DisplayName(const std::string& file);
 /// Bad input: a directory, or more bytes than the parser can take, cannot be read.
 bool ReadWhole(const std::string& file, std::string& text, std::string& reason);
 
-/// Reads an input in the same way. Result: whether it could be read.
+/// Reads it piece by piece instead, of any size, and calls `take` with each piece until the end has
+/// been read or `take` returns false.
+/// Result: false when it could not be read; `reason` then tells why not.
+bool ReadPieces(const std::string& file,
+                const std::function<bool(const char* piece, std::size_t size)>& take,
+                std::string& reason);
+
+/// Reads an input as ReadWhole does. Result: whether it could be read.
 /// Effects: otherwise writes the reason to standard error.
 bool ReadInput(const std::string& file, Input& input);
 
