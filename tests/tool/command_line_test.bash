@@ -80,7 +80,7 @@ help_of_a_command_has_its_options_and_an_example() {
     for part in "${@:2}" 'Exit status: ' "Example: xmldom $1 "; do expect_part stdout "$part"; done
   }
   _expect_help check FILE --lossless
-  _expect_help diff A B
+  _expect_help diff A B --all
   _expect_help edit FILE --append --insert-before --replace --remove --set --set-attr \
     '-i with a suffix attached' --lossy --indent-off --no-filename
   _expect_help format FILE '-i with a suffix attached' --lossy --indent-off --no-filename
