@@ -154,26 +154,54 @@ check_reports_a_nul_byte() {
   expect 1 '' 'a.xml:2:5: NUL byte\n  <b/>\\x00</a>\n      ^\n'
 }
 
-check_reports_what_looks_like_utf_16() {
-  local hint='the text looks like UTF-16, which has to be converted to UTF-8 first'
-  given a.xml '\xff\xfe<\0/\0'
-  run check a.xml
-  expect 1 '' "a.xml:1:4: NUL byte; $hint\n  \\\\xFF\\\\xFE<\\\\x00/\\\\x00\n           ^\n"
-  given a.xml '\xfe\xff\0<'
-  run check a.xml
-  expect 1 '' "a.xml:1:3: NUL byte; $hint\n  \\\\xFE\\\\xFF\\\\x00<\n          ^\n"
-  given a.xml '<\0a\0'
-  run check a.xml
-  expect 1 '' "a.xml:1:2: NUL byte; $hint\n  <\\\\x00a\\\\x00\n   ^\n"
-  given a.xml '\0<\0a'
-  run check a.xml
-  expect 1 '' "a.xml:1:1: NUL byte; $hint\n  \\\\x00<\\\\x00a\n  ^\n"
-}
-
 check_refuses_a_program_file() {
   given a.xml '\x7fELF\x02\x01\x01\0\0'
   run check a.xml
-  expect 1 '' 'a.xml:1:8: NUL byte\n  \\x7FELF\\x02\\x01\\x01\\x00\\x00\n                     ^\n'
+  expect 1 '' 'a.xml:1:1: not well-formed (invalid token)\n  \\x7FELF\\x02\\x01\\x01\\x00\\x00\n  ^\n'
+}
+
+_given_utf_16() { printf '<?xml version="1.0" encoding="utf-16"?>\n<a>é</a>\n' | iconv -f UTF-8 -t "$2" > "$1"; }
+
+check_reads_utf_16_and_the_others_say_how_to_convert_it() {
+  local from reason command
+  for from in UTF-16 UTF-16LE UTF-16BE; do
+    _given_utf_16 a.xml "$from"
+    run check a.xml
+    expect 0 '' ''
+    reason="the text looks like UTF-16, which has to be converted to UTF-8 first: "
+    command="iconv -f $from -t UTF-8 FILE | sed '1s/utf-16/UTF-8/I' > NEW"
+    run value a a.xml
+    expect_status 2
+    expect_part stderr ": NUL byte; $reason$command"
+    command=${command/FILE/a.xml}
+    bash -c "${command/NEW/b.xml}" || fail
+    run value a b.xml
+    expect 0 'é\n' ''
+  done
+}
+
+unknown_encodings_are_named_with_those_that_are_known_and_a_conversion() {
+  given a.xml '<?xml version="1.0" encoding="windows-1252"?>\n<a>\x80</a>\n'
+  local command='iconv -f windows-1252 -t UTF-8 FILE' reason
+  command+=" | sed '1s/windows-1252/UTF-8/I' > NEW"
+  reason="a.xml:1:31: unknown encoding windows-1252; UTF-8, ISO-8859-1 and US-ASCII are known; \
+to convert: $command
+  <?xml version=\"1.0\" encoding=\"windows-1252\"?>\n                                ^\n"
+  run check a.xml
+  expect 1 '' "$reason"
+  run value a a.xml
+  expect 2 '' "$reason"
+  command=${command/FILE/a.xml}
+  bash -c "${command/NEW/b.xml}" || fail
+  run value a b.xml
+  expect 0 '€\n' ''
+}
+
+check_takes_little_memory_for_a_large_text() {
+  [ "$slowness" -eq 1 ] || skip 'memory cannot be limited here'
+  run_shell 'set -o pipefail; { echo "<r>"; yes "<a b=\"c\">text</a>" | head -n 3000000; echo "</r>"; } |
+    (ulimit -v 20000; "$tool" check --verbose)'
+  expect 0 '' '(standard input): well-formed\n'
 }
 
 check_looks_at_all_files_and_ends_with_the_worst() {

@@ -14,11 +14,35 @@ a_command_is_needed() {
 }
 
 an_unknown_command_is_refused() {
-  run frobnicate
-  expect_status 2
-  expect_text stdout ''
-  expect_part stderr frobnicate
-  expect_part stderr "'xmldom --help' explains more"
+  local hint="xmldom: 'xmldom --help' explains more\n"
+  run frobnicate --foo a
+  expect 2 '' "xmldom: unknown command 'frobnicate'\n$hint"
+  run --verbose slect //a
+  expect 2 '' "xmldom: unknown command 'slect' (did you mean 'select'?)\n$hint"
+  run --verbos
+  expect 2 '' "xmldom: unknown option '--verbos' (did you mean '--verbose'?)\n$hint"
+}
+
+unknown_options_are_named_as_typed_and_in_their_order() {
+  local hint="xmldom: 'xmldom select --help' explains more\n"
+  run select --frist=1 //a --cuont a.xml -x
+  expect 2 '' "xmldom: unknown option '--frist=1' (did you mean '--first'?), unknown option \
+'--cuont' (did you mean '--count'?), unknown option '-x'\n$hint"
+  run select --verbos
+  expect 2 '' "xmldom: unknown option '--verbos' (did you mean '--verbose'?)\n$hint"
+  given a.xml '<a/>'
+  run edit --set / --cuont a.xml
+  expect 0 '<a>--cuont</a>\n' ''
+}
+
+a_flag_takes_no_value() {
+  run select --first=3 a a.xml
+  expect 2 '' "xmldom: --first takes no value\nxmldom: 'xmldom select --help' explains more\n"
+}
+
+too_many_operands_are_refused_in_their_order() {
+  run diff a b c d
+  expect 2 '' "xmldom: too many operands: 'c' 'd'\nxmldom: 'xmldom diff --help' explains more\n"
 }
 
 an_unknown_option_is_refused_by_every_command() {
@@ -56,12 +80,12 @@ help_of_a_command_has_its_options_and_an_example() {
     for part in "${@:2}" 'Exit status: ' "Example: xmldom $1 "; do expect_part stdout "$part"; done
   }
   _expect_help check FILE --lossless
-  _expect_help diff A B
+  _expect_help diff A B --all
   _expect_help edit FILE --append --insert-before --insert-after --replace --remove --rename --set \
     --set-attr --remove-attr --all '-i with a suffix attached' --no-filename
   _expect_help format FILE '-i with a suffix attached' --lossy --quiet --indent-off --no-filename
   _expect_help mask FILE --quiet --no-filename
-  _expect_help page PATH FILE '--first N' --count --page --pages --pad --yes-pad --no-filename
+  _expect_help page PATH FILE '--from N' --rows --page --pages --pad --yes-pad --no-filename
   _expect_help path PATH FILE --first --no-filename
   _expect_help select PATH FILE --count --first --no-filename
   _expect_help value PATH FILE --attr -0 --null --first --no-filename
@@ -136,9 +160,19 @@ a_full_device_ends_the_work() {
   expect 2 '' 'xmldom: write error: No space left on device\n'
 }
 
-a_closed_pipe_is_noticed() {
+# Runs the tool with a pipe that nobody reads to its end. The option is one of env, for the signal.
+_run_into_a_closed_pipe() {
   given a.xml "<a>$(printf '<b>%0100d</b>' {1..5000})</a>"
-  run_shell '{ "$tool" format a.xml; echo $? > status; } | head -n 1; exit $(cat status)'
+  run_shell "{ env $1 \"\$tool\" format a.xml; echo \$? > status; } | head -n 1; exit \$(cat status)"
+}
+
+a_closed_pipe_ends_the_tool_silently() {
+  _run_into_a_closed_pipe --default-signal=PIPE
+  expect 141 '<a>\n' ''
+}
+
+a_closed_pipe_is_noticed_where_its_signal_is_ignored() {
+  _run_into_a_closed_pipe --ignore-signal=PIPE
   expect 2 '<a>\n' 'xmldom: write error: Broken pipe\n'
 }
 

@@ -1,4 +1,5 @@
-# Cases of the completion for bash: what the shell offers behind what has been typed so far.
+# Cases of the completion for bash, zsh and fish: what the shell offers behind what has been typed so
+# far. Those for bash try everything; those for the others try that each of them does the same.
 
 . "$(dirname "$0")/driver.bash"
 . "$(dirname "$0")/../../tools/completion/xmldom"
@@ -35,9 +36,9 @@ options_of_the_tool_stand_before_a_command() {
 }
 
 options_of_a_command_stand_behind_it() {
-  _offers 'select -' -h --help --verbose --version --count --first --no-filename --source
+  _offers 'select -' -h --help --verbose --version --count --first -H --with-filename --no-filename --source
   _offers 'value -' -h --help --verbose --version --attr -f --field --separator --normalize --library \
-    -0 --null --first --no-filename
+    -0 --null --first -H --with-filename --no-filename
   _offers 'edit --set' --set --set-attr
   _offers 'edit --re' --remove --remove-attr --rename --replace
   _offers 'mask --q' --quiet
@@ -74,7 +75,7 @@ nothing_is_offered_for_values_that_only_the_user_knows() {
   _offers 'edit --set /a '
   _offers 'edit --set-attr /a b '
   _offers 'select '
-  _offers 'page --first 2 '
+  _offers 'page --from 2 '
 }
 
 files_are_offered_where_they_can_stand() {
@@ -94,6 +95,88 @@ files_are_offered_where_they_can_stand() {
   _offers 'format -i.old a' a.xml
   given -a.xml ''
   _offers 'check -- -' -a.xml
+}
+
+# A folder in which the tool has its name.
+_folder() {
+  mkdir -p "$scratch/bin"
+  ln -sf "$tool" "$scratch/bin/xmldom"
+  echo "$scratch/bin"
+}
+
+_completions=$(realpath "$(dirname "$0")/../../tools/completion")
+
+# _fish "WORD...": what fish offers, a line each, without descriptions.
+_fish() {
+  PATH="$(_folder):$PATH" HOME="$scratch" fish --no-config -c \
+    "source '$_completions/xmldom.fish'; complete -C 'xmldom $1'" | cut -f 1
+}
+
+# The same for zsh, which hands what is offered to functions of its own; these print it instead.
+_zsh() {
+  PATH="$(_folder):$PATH" zsh -f -c '
+    _describe() { if [[ $1 == -o ]]; then shift; fi; print -rl -- "${(@)${(P)2}%%:*}"; }
+    _files() { print -rl -- ${words[CURRENT]}*(N); }
+    compadd() {
+      local prefix=""
+      if [[ $1 == -P ]]; then prefix=$2; shift 2; fi
+      shift
+      print -rl -- $prefix${^@}
+    }
+    words=(xmldom "${(@s: :)1}") CURRENT=$#words
+    . "$2/_xmldom"' zsh "$1" "$_completions"
+}
+
+# _all_offered SHELL: each command and each option that help shows.
+_all_offered() {
+  local shell=$1 commands command
+  commands=$("$tool" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+  diff <("_$shell" '' | sort -u) <(sort <<< "$commands") || fail
+  for command in $commands; do
+    diff <("_$shell" "$command -" | sort -u) \
+      <({ "$tool" --help; "$tool" "$command" --help; } |
+        grep -oE '^  -[^ ]+' | tr -d ' ' | tr ',' '\n' | sort -u) && continue
+    echo "  $shell behind $command: '<' is offered, '>' is what help shows"
+    fail
+  done
+}
+
+# _expect_lines LINE...: standard input holds these.
+_expect_lines() { diff <(sort -u | grep -v '^$') <(printf '%s\n' "$@" | sort | grep -v '^$') || fail; }
+
+_values_and_files_offered() {
+  given a.xml ''
+  "_$1" 'tree --color ' | _expect_lines auto always never
+  "_$1" 'tree --color=' | _expect_lines --color=auto --color=always --color=never
+  "_$1" 'tree --color never a' | _expect_lines a.xml
+  "_$1" 'value --attr ' | _expect_lines ''
+  "_$1" 'edit --set-attr /a b ' | _expect_lines ''
+  "_$1" 'edit --set-attr /a b c a' | _expect_lines a.xml
+  "_$1" 'select a' | _expect_lines ''
+  "_$1" 'select //a a' | _expect_lines a.xml
+  "_$1" 'check a' | _expect_lines a.xml
+  given -a.xml ''
+  "_$1" 'check -- -' | _expect_lines -a.xml
+}
+
+fish_offers_all_that_help_shows() {
+  command -v fish >/dev/null || skip 'there is no fish here'
+  _all_offered fish
+}
+
+fish_offers_values_and_files_where_they_can_stand() {
+  command -v fish >/dev/null || skip 'there is no fish here'
+  _values_and_files_offered fish
+}
+
+zsh_offers_all_that_help_shows() {
+  command -v zsh >/dev/null || skip 'there is no zsh here'
+  _all_offered zsh
+}
+
+zsh_offers_values_and_files_where_they_can_stand() {
+  command -v zsh >/dev/null || skip 'there is no zsh here'
+  _values_and_files_offered zsh
 }
 
 run_cases

@@ -1,5 +1,8 @@
 # Cases of `xmldom diff`.
 
+# The quoted lines of bash are expanded where they run.
+# shellcheck disable=SC2016
+
 . "$(dirname "$0")/driver.bash"
 
 diff_says_nothing_about_equal_documents() {
@@ -11,43 +14,48 @@ diff_says_nothing_about_equal_documents() {
   expect 0 '' ''
 }
 
-diff_reports_the_first_difference_and_the_two_nodes() {
-  given a.xml '<a><b>one</b><b>two</b></a>'
-  given b.xml '<a><b>one</b><b>2</b></a>'
+diff_tells_place_path_and_node_of_the_first_difference_in_both_files() {
+  given a.xml '<a>\n  <b>one</b>\n  <b>two</b>\n  <c/>\n</a>\n'
+  given b.xml '<a><b>one</b><b>2</b><d/></a>'
   run diff a.xml b.xml
-  expect 1 'Failed at depth 1: text value mismatch, two vs 2-----\nNode 1:\n<#Text/>\n
------\nNode 2:\n<#Text/>\n\n' ''
+  expect 1 "a.xml:3:6: /a/b[2]: text 'two'\nb.xml:1:17: /a/b[2]: text '2'\n" ''
 }
 
-diff_reports_attributes() {
-  given a.xml '<a><b c="1"/></a>'
-  given b.xml '<a><b d="1"/></a>'
+diff_tells_places_of_attributes_and_of_what_is_missing() {
+  given a.xml '<a>\n  <b x="1"\n     c="1"/>\n</a>'
+  given b.xml "<a><b x='1' d='\xc3\xa9'/></a>"
   run diff a.xml b.xml
-  expect 1 "Failed at depth 1: Attribute name mismatch, c vs d-----\nNode 1:\n<b c='1'/>\n
------\nNode 2:\n<b d='1'/>\n\n" ''
-}
-
-diff_reports_children_that_are_missing() {
-  given a.xml '<a><b/></a>'
+  expect 1 "a.xml:3:6: /a/b/@c: attribute c='1'\nb.xml:1:13: /a/b/@d: attribute d='\xc3\xa9'\n" ''
   given b.xml '<a/>'
   run diff a.xml b.xml
-  expect 1 'Failed at depth 0: Node 1 has more children than Node 2\n-----\nNode 1:\n<a>\n  <b/>
-</a>\n\n-----\nNode 2:\n<a/>\n\n' ''
+  expect 1 'a.xml:2:3: /a/b: element <b>\nb.xml:1:1: /a: no element\n' ''
 }
 
-diff_reports_one_difference_alone() {
-  given a.xml '<r><a><x/></a><b/></r>'
-  given b.xml '<r><a><x/><y/></a><b/></r>'
-  run diff a.xml b.xml
-  expect 1 'Failed at depth 1: Node 2 has more children than Node 1\n-----\nNode 1:\n<a>\n  <x/>
-</a>\n\n-----\nNode 2:\n<a>\n  <x/>\n  <y/>\n</a>\n\n' ''
+diff_of_all_tells_every_difference_in_order() {
+  given a.xml '<r><a><x/></a><b>1</b><c/></r>'
+  given b.xml '<r>\n<a><x/><y/></a>\n<b>2</b>\n</r>'
+  run diff --all a.xml b.xml
+  expect 1 "a.xml:1:4: /r/a: no element\nb.xml:2:8: /r/a/y: element <y>
+a.xml:1:18: /r/b: text '1'\nb.xml:3:4: /r/b: text '2'
+a.xml:1:23: /r/c: element <c>\nb.xml:1:1: /r: no element\n" ''
+  run diff --all a.xml a.xml
+  expect 0 '' ''
 }
 
 diff_reports_root_elements_of_different_names() {
-  given a.xml '<a/>'
+  given a.xml '<a><b/></a>'
   given b.xml '<b/>'
-  run diff a.xml b.xml
-  expect 1 'The root elements have different names: a and b\n' ''
+  run diff --all a.xml b.xml
+  expect 1 'a.xml:1:1: /a: element <a>\nb.xml:1:1: /b: element <b>\n' ''
+}
+
+diff_of_many_differences_takes_linear_time() {
+  local side
+  for side in a b; do
+    { printf '<r>'; yes "<n>$side</n><m/>" | head -n "$(scaled 30000)" | tr -d '\n'; echo '</r>'; } > $side.xml
+  done
+  run_shell '(ulimit -t 60; "$tool" diff --all a.xml b.xml) | wc -l'
+  expect 0 "$((2 * $(scaled 30000)))\n" ''
 }
 
 diff_reads_one_document_from_standard_input() {
@@ -56,7 +64,7 @@ diff_reads_one_document_from_standard_input() {
   expect 0 '' ''
   run diff - a.xml <<< '<a b="1"/>'
   expect_status 1
-  expect_part stdout 'Node 1 has more attributes than Node 2'
+  expect_part stdout "(standard input):1:4: /a/@b: attribute b='1'"
 }
 
 diff_of_what_cannot_be_read_is_trouble() {
@@ -81,8 +89,6 @@ diff_needs_two_files() {
 diff_to_a_full_device_is_trouble() {
   given a.xml '<a/>'
   given b.xml '<b/>'
-  # The quoted line of bash is expanded where it runs.
-  # shellcheck disable=SC2016
   run_shell '"$tool" diff a.xml b.xml > /dev/full'
   expect 2 '' 'xmldom: write error: No space left on device\n'
 }

@@ -147,10 +147,44 @@ edit_in_place_follows_a_symbolic_link() {
 
 edit_in_place_refuses_what_is_no_regular_file() {
   mkfifo pipe
-  echo '<a/>' > pipe &
   run edit -i --set / x pipe
   expect 2 '' 'xmldom: pipe: not a regular file\n'
-  wait
+  mkdir folder
+  run edit -i --set / x folder
+  expect 2 '' 'xmldom: folder: not a regular file\n'
+}
+
+edit_in_place_refuses_a_file_with_hard_links_unless_it_writes_into_it() {
+  given a.xml '<a/>'
+  ln a.xml b.xml
+  chmod 604 a.xml
+  local before
+  before=$(stat -c '%i %a %u %g' a.xml)
+  run edit -i --set / x a.xml
+  expect 2 '' "xmldom: a.xml: it has 2 names (hard links), of which the others would keep the old \
+contents; --in-place=write writes into the file itself\n"
+  expect_file a.xml '<a/>'
+  run edit --in-place=write --set / x a.xml
+  expect 0 '' ''
+  expect_file b.xml '<a>x</a>\n'
+  [ "$(stat -c '%i %a %u %g' a.xml)" = "$before" ] || fail
+  run edit -i.old --in-place write --set / y a.xml
+  expect 0 '' ''
+  expect_file b.xml '<a>y</a>\n'
+  expect_file a.xml.old '<a>x</a>\n'
+  expect_names . a.xml a.xml.old b.xml
+}
+
+in_place_is_renaming_or_writing() {
+  given a.xml '<a/>'
+  run edit --in-place=rename --set / x a.xml
+  expect 0 '' ''
+  expect_file a.xml '<a>x</a>\n'
+  run edit --in-place=copy --set / x a.xml
+  expect_status 2
+  expect_part stderr rename
+  run edit --in-place=write --set / x
+  expect 2 '' "xmldom: -i needs a file; standard input cannot be replaced\n$_help"
 }
 
 edit_in_place_refuses_standard_input() {

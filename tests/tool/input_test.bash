@@ -70,9 +70,9 @@ a_file_larger_than_the_first_buffer_is_read_whole() {
 a_file_too_large_to_parse_is_trouble() {
   truncate -s 2147483648 a.xml
   local reason='more than 2147483647 bytes, which is too large to parse'
-  run check a.xml
+  run format a.xml
   expect 2 '' "xmldom: a.xml: $reason\n"
-  run check < a.xml
+  run format < a.xml
   expect 2 '' "xmldom: (standard input): $reason\n"
 }
 
@@ -87,6 +87,17 @@ no_filename_leaves_the_names_out() {
   given b.xml '<b/>'
   run format --no-filename a.xml b.xml
   expect 0 '<a/>\n<b/>\n' ''
+}
+
+with_filename_puts_the_name_before_every_line_of_one_file() {
+  given a.xml '<a><b>1</b></a>'
+  run format --with-filename a.xml
+  expect 0 'a.xml:<a>\na.xml:  <b>1</b>\na.xml:</a>\n' ''
+  run value -H a <<< '<a>x</a>'
+  expect 0 '(standard input):x\n' ''
+  run value -H --no-filename a a.xml
+  expect_status 2
+  expect_part stderr --no-filename
 }
 
 trouble_with_one_file_does_not_keep_the_tool_from_the_others() {

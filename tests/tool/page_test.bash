@@ -9,7 +9,7 @@ _given_rows() { given a.xml '<a><rows><r>1</r><r>2</r><r>3</r></rows><r>4</r></a
 
 page_writes_a_range_of_the_children_with_their_positions() {
   _given_rows
-  run page --first 2 --count 1 /a/rows a.xml
+  run page --from 2 --rows 1 /a/rows a.xml
   expect 0 "<a>\n  <rows>\n    <r index='002'>2</r>\n  </rows>\n  <r>4</r>\n</a>\n" ''
 }
 
@@ -18,7 +18,7 @@ page_begins_with_the_first_and_goes_to_the_last_unless_told_otherwise() {
   run page /a/rows a.xml
   expect 0 "<a>\n  <rows>\n    <r index='001'>1</r>\n    <r index='002'>2</r>
     <r index='003'>3</r>\n  </rows>\n  <r>4</r>\n</a>\n" ''
-  run page --first 3 /a/rows a.xml
+  run page --from 3 /a/rows a.xml
   expect 0 "<a>\n  <rows>\n    <r index='003'>3</r>\n  </rows>\n  <r>4</r>\n</a>\n" ''
 }
 
@@ -33,30 +33,30 @@ page_gives_the_node_its_page_attributes() {
 
 page_fills_the_last_page_up() {
   given a.xml '<a><r/></a>'
-  run page --count 3 --pad '<r><s/></r>' /a a.xml
+  run page --rows 3 --pad '<r><s/></r>' /a a.xml
   expect 0 "<a>\n  <r index='001'/>\n<r index='002'><s/></r>\n<r index='003'><s/></r>\n</a>\n" ''
-  run page --count 2 --pad '<r/>' /a - <<< '<a/>'
+  run page --rows 2 --pad '<r/>' /a - <<< '<a/>'
   expect 0 "<a>\n<r index='001'/>\n<r index='002'/>\n</a>\n" ''
 }
 
 page_fills_up_with_more_than_100000_rows_only_when_told_to() {
   given a.xml '<a><r/></a>'
-  run page --first 2000000000 --count 10 --pad '<r/>' /a a.xml
+  run page --from 2000000000 --rows 10 --pad '<r/>' /a a.xml
   expect 2 '' 'xmldom: a.xml: the page would be filled up with 2000000008 rows; more than 100000 need --yes-pad\n'
-  run page --first 100000 --count 3 --pad '<r/>' /a a.xml
+  run page --from 100000 --rows 3 --pad '<r/>' /a a.xml
   expect_status 2
-  run_shell '"$tool" page --first 100000 --count 2 --pad "<r/>" /a a.xml | grep -c index='
+  run_shell '"$tool" page --from 100000 --rows 2 --pad "<r/>" /a a.xml | grep -c index='
   expect 0 '100000\n' ''
-  run_shell '"$tool" page --first 100000 --count 3 --pad "<r/>" --yes-pad /a a.xml | grep -c index='
+  run_shell '"$tool" page --from 100000 --rows 3 --pad "<r/>" --yes-pad /a a.xml | grep -c index='
   expect 0 '100001\n' ''
 }
 
 page_counts_the_rows_of_an_element_without_other_children_from_the_first() {
   local xml
   for xml in '<a/>' '<a>text</a>'; do
-    run page --first 2000000000 --count 1 --pad '<r/>' /a - <<< "$xml"
+    run page --from 2000000000 --rows 1 --pad '<r/>' /a - <<< "$xml"
     expect_status 0
-    run page --count 100001 --pad '<r/>' /a - <<< "$xml"
+    run page --rows 100001 --pad '<r/>' /a - <<< "$xml"
     expect_status 2
     expect_text stdout ''
   done
@@ -64,13 +64,13 @@ page_counts_the_rows_of_an_element_without_other_children_from_the_first() {
 
 page_far_behind_the_end_is_written_without_rows() {
   given a.xml '<a><r/></a>'
-  run page --first 2000000000 --count 10 /a a.xml
+  run page --from 2000000000 --rows 10 /a a.xml
   expect 0 '<a>\n</a>\n' ''
 }
 
 page_takes_yes_pad_only_with_rows() {
   given a.xml '<a/>'
-  run page --count 3 --yes-pad /a a.xml
+  run page --rows 3 --yes-pad /a a.xml
   expect 2 '' "xmldom: --yes-pad is for --pad\nxmldom: 'xmldom page --help' explains more\n"
 }
 
@@ -91,7 +91,7 @@ page_of_nothing_says_no() {
 page_refuses_numbers_out_of_range() {
   _given_rows
   local option
-  for option in --first=0 --count=0 --page=-1 --pages=-1 --first=many; do
+  for option in --first=0 --count=0 --page=-1 --pages=-1 --from=many; do
     run page "$option" /a a.xml
     expect_status 2
     expect_text stdout ''
@@ -114,16 +114,16 @@ page_pads_only_pages_of_a_given_size() {
   run page --pad '<r/>' /a a.xml
   expect_status 2
   expect_text stdout ''
-  expect_part stderr --count
+  expect_part stderr --rows
 }
 
 page_refuses_a_template_that_is_no_xml() {
   local help="xmldom: 'xmldom page --help' explains more\n"
-  run page --count 2 --pad '<r>' /a missing.xml
+  run page --rows 2 --pad '<r>' /a missing.xml
   expect 2 '' "xmldom: column 4 of the template: no element found, near <r>\n  <r>\n     ^\n$help"
-  run page --count 2 --pad '' /a missing.xml
+  run page --rows 2 --pad '' /a missing.xml
   expect 2 '' "xmldom: column 1 of the template: no element found\n$help"
-  run page --count 2 --pad "<r a='>'/>" /a missing.xml
+  run page --rows 2 --pad "<r a='>'/>" /a missing.xml
   expect 2 '' "xmldom: the first '>' of the template has to end its first tag\n$help"
 }
 
@@ -134,11 +134,19 @@ xmldom: 'xmldom page --help' explains more\n"
 }
 
 page_understands_positions_and_no_attributes() {
-  run page --first 2 '/a/b[2]' <<< '<a><b><c/></b><b><c/><d/></b></a>'
+  run page --from 2 '/a/b[2]' <<< '<a><b><c/></b><b><c/><d/></b></a>'
   expect 0 "<a>\n  <b>\n    <c/>\n  </b>\n  <b>\n    <d index='002'/>\n  </b>\n</a>\n" ''
   run page /a/@b missing.xml
   expect 2 '' "xmldom: column 4 of the path: an element is needed here; an attribute has no children
   /a/@b\n     ^\nxmldom: 'xmldom page --help' explains more\n"
+}
+
+page_tells_the_new_names_of_options_that_select_has_too() {
+  local help="xmldom: 'xmldom page --help' explains more\n"
+  run page --first 2 /a missing.xml
+  expect 2 '' "xmldom: --first of page is called --from now\n$help"
+  run page --from 1 --count=2 /a missing.xml
+  expect 2 '' "xmldom: --count of page is called --rows now\n$help"
 }
 
 run_cases

@@ -2,6 +2,7 @@
 #define XMLDOM_TOOLS_COMMAND_ARGUMENTS_H
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -59,15 +60,56 @@ class Arguments {
                      const std::function<void(const std::vector<std::string>&)>& meet,
                      const std::string& help, const std::string& heading);
 
+  /// An option with a value that has got another name. Effects: when it is given, parsing throws a
+  /// UsageError that tells the new name.
+  void AddRenamed(const std::string& oldName, const std::string& newName);
+
   /// Makes `option` an error unless `required` is given too; both have been added before.
   void Require(const std::string& option, const std::string& required);
+  /// Makes it an error to give both of two options, which have been added before.
+  void Exclude(const std::string& option, const std::string& other);
 
   /// How many values the option of this name takes at most. Result: -1 when there is no such
   /// option.
   int MostValuesOf(const std::string& option) const;
 
+  /// The spellings of all options that help shows.
+  std::vector<std::string> OptionNames() const;
+
  private:
   CLI::App& m_parser;
+};
+
+/// Parses the arguments of the tool: options that belong to all commands, the name of a command,
+/// and the options and operands of that command.
+class ArgumentParser {
+ public:
+  /// `closing` ends the help text.
+  ArgumentParser(const std::string& program, const std::string& summary,
+                 const std::string& closing);
+  ~ArgumentParser();
+
+  ArgumentParser(const ArgumentParser&) = delete;
+  ArgumentParser& operator=(const ArgumentParser&) = delete;
+
+  /// The options that belong to all commands. "--help" is one of them.
+  Arguments General() { return Arguments(*m_parser); }
+  /// Adds "--version", which makes `version` the answer.
+  void AddVersion(const std::string& version);
+  /// Adds a command. Result: its options and operands. `details` ends its help text.
+  Arguments AddCommand(const std::string& name, const std::string& summary,
+                       const std::string& details);
+
+  /// Parses arguments, and stores what they give in the variables that were declared.
+  /// Result: whether the command is to be run; otherwise `answer` holds the help or the version
+  /// that the user asks for. Effects: throws a UsageError for arguments that make no sense.
+  bool Parse(const std::vector<std::string>& arguments, std::string& answer);
+
+  /// The command that the arguments name, as far as they have been parsed; empty without one.
+  std::string NamedCommand() const;
+
+ private:
+  std::unique_ptr<CLI::App> m_parser;
 };
 
 }  // namespace tool

@@ -20,32 +20,35 @@ std::string OptionName(const std::string& argument) {
 
 }  // namespace
 
+void VisitOptions(const std::vector<std::string>& arguments,
+                  const std::function<int(std::size_t, const std::string&)>& visit) {
+  for (std::size_t index = 0; index < arguments.size(); ++index) {
+    const std::string& argument = arguments[index];
+    if (argument == "--") return;
+    if (argument.size() < 2 || argument.front() != '-') continue;
+    const std::string name = OptionName(argument);
+    const int mostValues = visit(index, name);
+    const bool hasAttached = name.size() < argument.size();
+    if (mostValues > 0) index += static_cast<std::size_t>(mostValues) - (hasAttached ? 1 : 0);
+  }
+}
+
 std::vector<std::string> SplitSuffixes(const std::vector<std::string>& arguments,
                                        const Arguments& declared) {
   std::vector<std::string> split;
-  std::size_t values = 0;  // how many of the next arguments are values of the last option
-  for (auto at = arguments.begin(); at != arguments.end(); ++at) {
-    split.push_back(*at);
-    if (values > 0) {
-      --values;
-      continue;
+  std::size_t copied = 0;
+  VisitOptions(arguments, [&](std::size_t index, const std::string& name) {
+    const std::string& argument = arguments[index];
+    if (name == kInPlaceFlag && argument.size() > name.size()) {
+      split.insert(split.end(), &arguments[copied], &argument);
+      split.push_back(name);
+      split.push_back(kSuffixOption + ("=" + argument.substr(name.size())));
+      copied = index + 1;
     }
-    if (*at == "--") {
-      split.insert(split.end(), at + 1, arguments.end());
-      break;
-    }
-    if (at->size() < 2 || at->front() != '-') continue;
-    const std::string name = OptionName(*at);
-    const int mostValues = declared.MostValuesOf(name);
-    if (mostValues < 0) continue;
-    const bool isAttached = name.size() < at->size();
-    values = static_cast<std::size_t>(mostValues);
-    if (isAttached && values > 0) --values;
-    if (isAttached && name == kInPlaceFlag) {
-      split.back() = name;
-      split.push_back(kSuffixOption + ("=" + at->substr(name.size())));
-    }
-  }
+    return declared.MostValuesOf(name);
+  });
+  split.insert(split.end(), arguments.begin() + static_cast<std::ptrdiff_t>(copied),
+               arguments.end());
   return split;
 }
 

@@ -1,6 +1,7 @@
 #ifndef XMLDOM_TOOLS_COMMAND_ATTACHEDSUFFIX_H
 #define XMLDOM_TOOLS_COMMAND_ATTACHEDSUFFIX_H
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,13 @@ class Arguments;
 /// has been split off.
 extern const char kInPlaceFlag[];
 extern const char kSuffixOption[];
+
+/// Calls `visit` with each argument that is an option: where it stands, and its name without what
+/// is attached to it, "-x" or "--name". `visit` returns how many values the option takes at most,
+/// and -1 when it is not known; arguments that are its values are passed over. Nothing behind "--"
+/// is an option.
+void VisitOptions(const std::vector<std::string>& arguments,
+                  const std::function<int(std::size_t index, const std::string& name)>& visit);
 
 /// Splits off a suffix that is attached to the flag, as it can be for sed: "-i.old" becomes "-i"
 /// and

@@ -1,16 +1,13 @@
 #ifndef XMLDOM_TOOLS_COMMAND_COMMANDLINE_H
 #define XMLDOM_TOOLS_COMMAND_COMMANDLINE_H
 
+#include <tools/command/Arguments.h>
 #include <tools/command/Command.h>
 
 #include <map>
 #include <memory>
 #include <string>
 #include <vector>
-
-namespace CLI {
-class App;
-}
 
 namespace tool {
 
@@ -28,7 +25,6 @@ class CommandLine {
  public:
   /// Makes one object of each command, which declares its options.
   CommandLine(const Program& program, const std::vector<const CommandEntry*>& commands);
-  ~CommandLine();
 
   CommandLine(const CommandLine&) = delete;
   CommandLine& operator=(const CommandLine&) = delete;
@@ -48,15 +44,14 @@ class CommandLine {
 
  private:
   struct ParsedCommand {
-    CLI::App* parser;  // a part of m_parser, which owns it
+    Arguments arguments;
     std::unique_ptr<Command> command;
   };
 
-  void AddCommand(const CommandEntry& entry);
-  std::vector<std::string> SplitArguments(int argc, char** argv) const;
-
-  std::unique_ptr<CLI::App> m_parser;
+  const std::string m_program;
+  ArgumentParser m_parser;
   std::map<std::string, ParsedCommand> m_commands;  // by name
+  std::string m_named;                              // the command that is named, once it is known
   bool m_isVerbose = false;
 };
 

@@ -15,8 +15,11 @@ namespace tool {
 void FileCommand::DeclareArguments(Arguments& arguments) {
   DeclareOptions(arguments);
   if (m_kind != kVerdict) {
+    arguments.AddFlag("-H,--with-filename", m_withNames,
+                      "Begin each line with the file name, also when there is only one file");
     arguments.AddFlag("--no-filename", m_withoutNames,
                       "Leave out the file name that begins each line when there are several files");
+    arguments.Exclude("--with-filename", "--no-filename");
   }
   arguments.AddOperands("FILE", m_files, "XML files; standard input when there is none, or for -");
 }
@@ -32,14 +35,19 @@ ExitStatus FileCommand::Run(const Session& session) {
 
 ExitStatus FileCommand::TryFile(const std::string& file, const Session& session) {
   return SayTrouble(DisplayName(file), [&] {
-    Input input;
-    if (!ReadInput(file, input)) return ExitStatus::kTrouble;
-    const bool named = m_files.size() > 1 && !m_withoutNames;
-    ResultWriter results(session.output, named ? input.name + ":" : std::string());
-    const ExitStatus status = RunOn(input, results, session);
+    const ExitStatus status = RunOnFile(file, session);
     session.output.Flush();
     return status;
   });
+}
+
+ExitStatus FileCommand::RunOnFile(const std::string& file, const Session& session) {
+  Input input;
+  const bool isRead = ReplacesFiles() ? ReadInputToReplace(file, input) : ReadInput(file, input);
+  if (!isRead) return ExitStatus::kTrouble;
+  const bool named = (m_files.size() > 1 || m_withNames) && !m_withoutNames;
+  ResultWriter results(session.output, named ? input.name + ":" : std::string());
+  return RunOn(input, results, session);
 }
 
 ExitStatus FileCommand::Combine(ExitStatus sofar, ExitStatus next) const {

@@ -30,19 +30,25 @@ class FileCommand : public Command {
 
   /// Declares the options, and the operands that stand before the files.
   virtual void DeclareOptions(Arguments& arguments) = 0;
-  /// Does the work on one file. Result: the exit status for that file.
+  /// Whether RunOn is going to replace the file, which then is locked before it is read.
+  virtual bool ReplacesFiles() const { return false; }
+  /// Reads a file and does the work on it. Result: the exit status for that file; kTrouble when it
+  /// cannot be read, and a message then says why.
+  virtual ExitStatus RunOnFile(const std::string& file, const Session& session);
+  /// Does the work on one file that has been read whole. Result: the exit status for that file.
   virtual ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) = 0;
 
   /// The operands, as the user gave them.
   const std::vector<std::string>& Files() const { return m_files; }
 
  private:
-  /// Reads a file and runs on it. Result: kTrouble when that fails; a message then says why.
+  /// Runs on a file. Result: kTrouble when that fails; a message then says why.
   ExitStatus TryFile(const std::string& file, const Session& session);
   ExitStatus Combine(ExitStatus sofar, ExitStatus next) const;
 
   const Kind m_kind;
   std::vector<std::string> m_files;
+  bool m_withNames = false;
   bool m_withoutNames = false;
 };
 

@@ -1,27 +1,57 @@
-// The command `diff`: compares two documents and tells the first difference.
-// The library compares the trees; the names of the root elements are compared here.
-// Tested by tests/tool/diff_test.bash.
+// The command `diff`: compares two documents and tells where they differ, in both files.
+// The trees are compared; only when they differ, the places of their nodes are looked up in the
+// texts. Tested by tests/tool/diff_test.bash.
 
 #include <tools/command/Arguments.h>
 #include <tools/command/Trouble.h>
 #include <tools/commands/Commands.h>
+#include <tools/document/Differences.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/ExactPaths.h>
+#include <tools/document/SourceMap.h>
 #include <tools/io/Input.h>
 #include <tools/io/Output.h>
+#include <tools/io/ResultWriter.h>
 
-#include <xmldom/diag/Compare.h>
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/support/MemFile.h>
 
 namespace tool {
 
 namespace {
 
-const unsigned int kReportRoom = 4096;
-
-XMLPtr<IXMLDOMDocument2> LoadFile(const std::string& file) {
+/// One of the two documents.
+struct Side {
   Input input;
-  return ReadInput(file, input) ? LoadDocument(input) : nullptr;
+  XMLPtr<IXMLDOMDocument2> document;
+};
+
+/// Reads and loads a file. Result: whether that was possible; a message says why not.
+bool Load(const std::string& file, Side& side) {
+  if (!ReadInput(file, side.input)) return false;
+  side.document = LoadDocument(side.input);
+  return side.document != nullptr;
+}
+
+/// Makes one line for each of some nodes of a document: "FILE:LINE:COLUMN: PATH: DESCRIPTION".
+std::vector<std::string> DescribePlaces(const Side& side, const std::vector<DifferentNode>& nodes) {
+  const SourceMap map(side.input.text, *side.document);
+  std::vector<std::size_t> offsets;
+  for (const DifferentNode& different : nodes) {
+    const SourcePlace* place = map.Find(different.node);
+    offsets.push_back(place == nullptr ? 0 : place->begin);
+  }
+  const std::vector<SourcePosition> positions = PositionsOf(side.input.text, offsets);
+  ExactPaths paths;
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    // A text has no path of its own.
+    const IXMLDOMNode* node = nodes[i].node;
+    if (node->m_eNodeType == NODE_TEXT) node = node->m_pParent;
+    lines.push_back(side.input.name + ":" + std::to_string(positions[i].line) + ":" +
+                    std::to_string(positions[i].column) + ": " + paths.PathTo(node) + ": " +
+                    nodes[i].description + "\n");
+  }
+  return lines;
 }
 
 class DiffCommand : public Command {
@@ -29,36 +59,43 @@ class DiffCommand : public Command {
   void DeclareArguments(Arguments& arguments) override {
     arguments.AddOperand("A", m_first, "An XML file, or - for standard input");
     arguments.AddOperand("B", m_second, "Another");
+    arguments.AddFlag("--all", m_all, "Tell all differences, not the first alone");
   }
 
   ExitStatus Run(const Session& session) override {
     return SayTrouble(DisplayName(m_first) + ", " + DisplayName(m_second), [&] {
-      const XMLPtr<IXMLDOMDocument2> first = LoadFile(m_first);
-      const XMLPtr<IXMLDOMDocument2> second = LoadFile(m_second);
-      if (first == nullptr || second == nullptr) return ExitStatus::kTrouble;
-      return Compare(*first, *second, session.output);
+      Side first;
+      Side second;
+      const bool areLoaded = Load(m_first, first) & Load(m_second, second);
+      if (!areLoaded) return ExitStatus::kTrouble;
+      const std::vector<Difference> differences =
+          FindDifferences(*first.document, *second.document, m_all);
+      if (differences.empty()) return ExitStatus::kDone;
+      Write(first, second, differences, session.output);
+      return ExitStatus::kNo;
     });
   }
 
  private:
-  static ExitStatus Compare(IXMLDOMDocument2& first, IXMLDOMDocument2& second, Output& output) {
-    // CompareXMLNodes does not compare the names of the two nodes that it is given, only what is
-    // below them.
-    const std::string firstRoot = first.m_pFirstChild->m_pszNodeName;
-    const std::string secondRoot = second.m_pFirstChild->m_pszNodeName;
-    if (firstRoot != secondRoot) {
-      output.Write("The root elements have different names: " + firstRoot + " and " + secondRoot +
-                   "\n");
-      return ExitStatus::kNo;
+  static void Write(const Side& first, const Side& second,
+                    const std::vector<Difference>& differences, Output& output) {
+    std::vector<DifferentNode> firstNodes;
+    std::vector<DifferentNode> secondNodes;
+    for (const Difference& difference : differences) {
+      firstNodes.push_back(difference.first);
+      secondNodes.push_back(difference.second);
     }
-    CMemFile report(kReportRoom);
-    const bool isEqual = CompareXMLNodes(&first, &second, report, 0) != 0;
-    output.Write(report.GetAsStr(), report.m_uLength);
-    return isEqual ? ExitStatus::kDone : ExitStatus::kNo;
+    const std::vector<std::string> firstLines = DescribePlaces(first, firstNodes);
+    const std::vector<std::string> secondLines = DescribePlaces(second, secondNodes);
+    ResultWriter results(output, "");
+    for (std::size_t i = 0; i < differences.size(); ++i) {
+      results.Write(firstLines[i] + secondLines[i]);
+    }
   }
 
   std::string m_first;
   std::string m_second;
+  bool m_all = false;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<DiffCommand>(); }
@@ -67,9 +104,10 @@ std::unique_ptr<Command> Make() { return std::make_unique<DiffCommand>(); }
 
 const CommandEntry kDiffCommand = {
     "diff", "Compare two documents",
-    "Compares elements, attributes and texts in their order; layout makes no difference. Tells "
-    "the\n"
-    "first difference, how many levels below the root it is, and the two nodes.\n"
+    "Compares elements, attributes and texts in their order; layout makes no difference. For the\n"
+    "first difference, or with --all for each, there is a line for A and one for B: where it is, "
+    "as\n"
+    "FILE:LINE:COLUMN, the path of the element or attribute, and what is there.\n"
     "Exit status: 0 when they are equal, 1 when they differ, 2 for trouble.\n"
     "\n"
     "Example: xmldom diff config.xml config.xml.old",

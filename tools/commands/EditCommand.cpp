@@ -4,7 +4,7 @@
 
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
-#include <tools/command/Rewriting.h>
+#include <tools/command/InPlace.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/SourceEncoding.h>
@@ -25,7 +25,7 @@ class EditCommand : public FileCommand {
   EditCommand() : FileCommand(kChanges) {}
 
   void Check() const override {
-    m_rewriting.Check(Files());
+    m_inPlace.Check(Files());
     if (m_edits.empty()) throw UsageError("an edit is needed, such as --set PATH TEXT");
     for (const Edit& edit : m_edits) CheckEdit(edit, m_all);
   }
@@ -43,8 +43,10 @@ class EditCommand : public FileCommand {
     }
     arguments.AddFlag("--all", m_all,
                       "Change all elements that a path selects, not the first alone");
-    m_rewriting.DeclareOptions(arguments);
+    m_inPlace.DeclareOptions(arguments);
   }
+
+  bool ReplacesFiles() const override { return m_inPlace.IsAsked(); }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) override {
     const SourceEncoding encoding(input.text);
@@ -106,7 +108,7 @@ class EditCommand : public FileCommand {
       SayUnproved(input.name, std::string(), failure);
       return ExitStatus::kTrouble;
     }
-    if (m_rewriting.IsAsked()) return m_rewriting.Replace(input, bytes);
+    if (m_inPlace.IsAsked()) return m_inPlace.Replace(input, bytes);
     results.Write(bytes);
     // The name of the next file begins a line.
     if (Files().size() > 1 && bytes.back() != '\n') results.EndLine();
@@ -115,7 +117,7 @@ class EditCommand : public FileCommand {
 
   std::vector<Edit> m_edits;
   bool m_all = false;
-  Rewriting m_rewriting;
+  InPlace m_inPlace;
 };
 
 std::unique_ptr<Command> Make() { return std::make_unique<EditCommand>(); }

@@ -3,11 +3,10 @@
 // Tested by tests/tool/format_test.bash and tests/tool/format_in_place_test.bash.
 
 #include <tools/command/Arguments.h>
-#include <tools/command/AttachedSuffix.h>
 #include <tools/command/FileCommand.h>
+#include <tools/command/InPlace.h>
 #include <tools/command/Layout.h>
 #include <tools/command/LossNotice.h>
-#include <tools/command/Rewriting.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentFrame.h>
 #include <tools/document/DocumentLoad.h>
@@ -24,22 +23,26 @@ class FormatCommand : public FileCommand {
  public:
   FormatCommand() : FileCommand(kResults) {}
 
-  void Check() const override { m_rewriting.Check(Files()); }
+  void Check() const override {
+    m_inPlace.Check(Files());
+    if (m_isLossy && !m_inPlace.IsAsked()) throw UsageError("--lossy is for -i");
+  }
 
  protected:
   void DeclareOptions(Arguments& arguments) override {
     m_layout.DeclareOptions(arguments);
-    m_rewriting.DeclareOptions(arguments);
+    m_inPlace.DeclareOptions(arguments);
     arguments.AddFlag("--lossy", m_isLossy,
                       "Replace the file even if something of it is lost or moved");
-    arguments.Require("--lossy", kInPlaceFlag);
     m_notice.DeclareOptions(arguments);
   }
+
+  bool ReplacesFiles() const override { return m_inPlace.IsAsked(); }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
-    if (m_rewriting.IsAsked()) return Replace(input, *document);
+    if (m_inPlace.IsAsked()) return Replace(input, *document);
     results.Write(m_layout.Write(*document));
     m_notice.Say(input, FindLoss(input.text, Surroundings::kDropped));
     return ExitStatus::kDone;
@@ -54,13 +57,13 @@ class FormatCommand : public FileCommand {
       return ExitStatus::kTrouble;
     }
     const std::string result = Frame(input.text, report, m_layout.Write(document));
-    const ExitStatus status = m_rewriting.Replace(input, result);
+    const ExitStatus status = m_inPlace.Replace(input, result);
     if (status == ExitStatus::kDone) m_notice.Say(input, report);
     return status;
   }
 
   Layout m_layout;
-  Rewriting m_rewriting;
+  InPlace m_inPlace;
   bool m_isLossy = false;
   LossNotice m_notice;
 };

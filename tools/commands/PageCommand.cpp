@@ -43,16 +43,18 @@ class PageCommand : public FileCommand {
  protected:
   void DeclareOptions(Arguments& arguments) override {
     m_query.DeclareArguments(arguments);
-    arguments.AddNumber("--first", "N (1 unless given)", 1, m_first,
+    arguments.AddNumber("--from", "N (1 unless given)", 1, m_first,
                         "Position of the first child to write");
-    arguments.AddNumber("--count", "N (all unless given)", 1, m_count,
+    arguments.AddNumber("--rows", "N (all unless given)", 1, m_count,
                         "How many positions to write");
     arguments.AddNumber("--page", "N", 0, m_page,
                         "Number of this page, for an attribute of the node");
     arguments.AddNumber("--pages", "N", 0, m_pages,
                         "How many pages there are, for another attribute of it");
     arguments.AddText("--pad", "TEMPLATE", m_pad, "XML of the rows that fill up the last page");
-    arguments.Require("--pad", "--count");
+    arguments.Require("--pad", "--rows");
+    arguments.AddRenamed("--first", "--from");
+    arguments.AddRenamed("--count", "--rows");
     arguments.AddFlag("--yes-pad", m_mayPadMore, "Fill up with more than 100000 rows, too");
   }
 
@@ -130,7 +132,7 @@ const CommandEntry kPageCommand = {
     "Exit status: 0 when the document was written; 1 when PATH selects nothing; 2 when something\n"
     "went wrong.\n"
     "\n"
-    "Example: xmldom page --first 11 --count 10 --page 2 --pages 3 --pad '<rule/>' /config/rules "
+    "Example: xmldom page --from 11 --rows 10 --page 2 --pages 3 --pad '<rule/>' /config/rules "
     "config.xml",
     Make};
 

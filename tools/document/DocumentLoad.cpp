@@ -4,11 +4,14 @@
 
 #include <tools/document/DocumentLoad.h>
 
+#include <tools/document/EncodingAdvice.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/Input.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/ParseError.h>
+
+#include <expat.h>
 
 namespace tool {
 
@@ -17,32 +20,24 @@ namespace {
 // How many characters of a tag a message shows.
 const std::size_t kTagLimit = 60;
 
-/// Whether a text that holds NUL bytes begins as XML in UTF-16 does: with a byte order mark or with
-/// '<' in two bytes.
-bool LooksLikeUtf16(const std::string& text) {
-  for (const char* beginning : {"\xFF\xFE", "\xFE\xFF"}) {
-    if (text.compare(0, 2, beginning) == 0) return true;
-  }
-  return text.compare(0, 2, "<\0", 2) == 0 || text.compare(0, 2, "\0<", 2) == 0;
-}
-
 LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
   std::string reason = "NUL byte";
-  if (LooksLikeUtf16(text)) {
-    reason += "; the text looks like UTF-16, which has to be converted to UTF-8 first";
-  }
+  if (LooksLikeUtf16(text)) reason += "; " + DescribeUtf16(text);
   return {PositionOf(text, offset), reason};
 }
 
-LoadProblem ProblemOf(const IXMLDOMParseError& error) {
+LoadProblem ProblemOf(const IXMLDOMParseError& error, const std::string& text) {
+  const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
+                                   static_cast<std::size_t>(error.m_lLinePos) + 1};
+  if (error.m_lErrorCode == XML_ERROR_UNKNOWN_ENCODING) {
+    return {position, DescribeUnknownEncoding(text)};
+  }
   std::string reason = error.m_bstrReason;
   // The source text of an error is the tag that it is about. It begins with something else when the
   // library has found no tag there; that would tell a user nothing.
   if (error.m_bstrSrcText[0] == '<') {
     reason += ", near " + VisibleLine(error.m_bstrSrcText, kTagLimit);
   }
-  const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
-                                   static_cast<std::size_t>(error.m_lLinePos) + 1};
   return {position, reason};
 }
 
@@ -64,7 +59,7 @@ XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem)
 
   XMLPtr<IXMLDOMParseError> error;
   document->get_parseError(error.Out());
-  problem = ProblemOf(*error);
+  problem = ProblemOf(*error, text);
   return nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include <tools/io/Diagnostics.h>
 
 #include <tools/io/SourceExcerpt.h>
+#include <tools/io/TerminalText.h>
 
 #include <xmldom/support/Logger.h>
 
@@ -19,8 +20,13 @@ namespace {
 
 const char kTool[] = "xmldom: ";
 
-// A failure is ignored: there is nowhere else to report it.
-void Say(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+bool HasTerminal() { return isatty(STDERR_FILENO) == 1; }
+
+void Say(const std::string& text) {
+  const std::string said = HasTerminal() ? ForTerminal(text) : text;
+  // A failure is ignored: there is nowhere else to report it.
+  std::fwrite(said.data(), 1, said.size(), stderr);
+}
 
 /// Writes each line of a text as a message of the tool.
 void SayLines(const std::string& text) {
@@ -41,6 +47,10 @@ void SayLogEvent(const CLogEvent& event, void*) {
 
 }  // namespace
 
+std::string ForMessage(const std::string& text) {
+  return HasTerminal() ? ForTerminalLine(text) : text;
+}
+
 void Complain(const std::string& text) { Say(kTool + text + "\n"); }
 
 void ComplainOfMemory() noexcept {
@@ -49,16 +59,23 @@ void ComplainOfMemory() noexcept {
 }
 
 void ComplainAbout(const std::string& file, const std::string& text) {
-  Complain(file + ": " + text);
+  Complain(ForMessage(file) + ": " + text);
 }
 
 void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
                 const std::string& reason) {
-  Say(file + ":" + std::to_string(position.line) + ":" + std::to_string(position.column) + ": " +
-      reason + "\n" + SourceExcerpt(text, position));
+  ComplainAt(file, position, reason, SourceExcerpt(text, position));
 }
 
-void Remark(const std::string& file, const std::string& text) { Say(file + ": " + text + "\n"); }
+void ComplainAt(const std::string& file, SourcePosition position, const std::string& reason,
+                const std::string& excerpt) {
+  Say(ForMessage(file) + ":" + std::to_string(position.line) + ":" +
+      std::to_string(position.column) + ": " + reason + "\n" + excerpt);
+}
+
+void Remark(const std::string& file, const std::string& text) {
+  Say(ForMessage(file) + ": " + text + "\n");
+}
 
 void SayLogEvents() { CLogger::SetSink(SayLogEvent, nullptr); }
 

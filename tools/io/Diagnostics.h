@@ -7,6 +7,8 @@
 
 namespace tool {
 
+// Where standard error is a terminal, texts are made harmless for it (see TerminalText.h).
+
 /// Writes "xmldom: " and the text to standard error: what went wrong.
 void Complain(const std::string& text);
 
@@ -18,8 +20,16 @@ void ComplainAbout(const std::string& file, const std::string& text);
 void ComplainAt(const std::string& file, const std::string& text, SourcePosition position,
                 const std::string& reason);
 
+/// The same with an excerpt that has been made already (see SourceExcerpt).
+void ComplainAt(const std::string& file, SourcePosition position, const std::string& reason,
+                const std::string& excerpt);
+
 /// Writes "FILE: TEXT" to standard error: what --verbose tells of a file with which all is well.
 void Remark(const std::string& file, const std::string& text);
+
+/// A text from outside, such as an argument, as a part of a message: where standard error is a
+/// terminal, it stays within its line.
+std::string ForMessage(const std::string& text);
 
 /// From now on writes the log events of the library like messages of the tool, line by line.
 void SayLogEvents();

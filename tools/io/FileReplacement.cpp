@@ -1,18 +1,23 @@
-// Replaces a file as a whole: writes the new contents to a file beside it and renames that file.
-// Whatever can fail does so before the rename, which the system does completely or not at all. The
-// steps are those of the library's own replacing; this adds the old file that is kept, the look
-// whether somebody else has changed the file, and the signals.
-// Tested by tests/tool/edit_in_place_test.bash and tests/tool/replacement_test.bash.
+// Replaces the contents of a locked file: by a new file, which is renamed, or by writing into it.
+// With a new file, whatever can fail does so before the rename, which the system does completely or
+// not at all. The steps are those of the library's own replacing; this adds the old file that is
+// kept, the look whether somebody without a lock has changed the file, and the signals.
+// Tested by tests/tool/FileReplacement_test.cpp, tests/tool/edit_in_place_test.bash and
+// tests/tool/replacement_test.bash.
 
 #include <tools/io/FileReplacement.h>
 
+#include <tools/io/FileLock.h>
 #include <tools/io/Input.h>
 
 #include <xmldom/base/FileReplacement.h>
 
 #include <signal.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <stdexcept>
 #include <system_error>
 
@@ -20,25 +25,28 @@ namespace tool {
 
 namespace {
 
+const char kWriteInstead[] = "; --in-place=write writes into the file itself";
+
 /// A file cannot be replaced; the text says why.
 class ReplacementError : public std::runtime_error {
  public:
   explicit ReplacementError(const std::string& text) : std::runtime_error(text) {}
 };
 
-/// Throws with the reason of an error behind `what`; does nothing when there is none.
-void Require(const std::error_code& error, const std::string& what) {
-  if (error) throw ReplacementError(what + error.message());
+/// Throws with the reason of an error behind `what`, and `advice` at the end; does nothing when
+/// there is none.
+void Require(const std::error_code& error, const std::string& what, const char* advice = "") {
+  if (error) throw ReplacementError(what + error.message() + advice);
 }
 
-/// While it exists, the signals with which users end a program wait, so that none of them leaves a
-/// half-written file beside the original.
+/// While it exists, the signals that end a program wait, so that none of them leaves a half-written
+/// file. Those that stop it for a while do not.
 class SignalBlock {
  public:
   SignalBlock() {
     sigset_t ending;
-    sigemptyset(&ending);
-    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) sigaddset(&ending, number);
+    sigfillset(&ending);
+    for (const int number : {SIGTSTP, SIGTTIN, SIGTTOU, SIGCONT}) sigdelset(&ending, number);
     sigprocmask(SIG_BLOCK, &ending, &m_before);
   }
   ~SignalBlock() { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
@@ -50,31 +58,32 @@ class SignalBlock {
   sigset_t m_before;
 };
 
-xmldom::NamedFile FindOriginal(const std::string& path) {
-  xmldom::NamedFile original;
-  const std::error_code error = xmldom::FindFile(path, original);
-  if (error == std::errc::is_a_directory || error == std::errc::invalid_argument) {
-    throw ReplacementError("not a regular file");
-  }
-  Require(error, "");
-  if (!original.exists) Require(std::make_error_code(std::errc::no_such_file_or_directory), "");
-  return original;
-}
-
-/// Throws when the file does not hold `text` any more.
-void RequireContents(const xmldom::NamedFile& original, const std::string& text) {
+/// Throws when somebody who does not lock files has put another file in the place of this one, or
+/// when it does not hold `text` any more.
+void RequireUnchanged(const FileLock& file, const std::string& text) {
   std::string now;
   std::string reason;
-  if (ReadWhole(original.path, now, reason) && now == text) return;
+  if (file.IsCurrent() && ReadWhole(file.File().path, now, reason) && now == text) return;
   throw ReplacementError("changed by somebody else in the meantime");
+}
+
+// ---- By a new file
+
+void RequireOneName(const FileLock& file) {
+  struct stat status;
+  if (fstat(file.Descriptor(), &status) == 0 && status.st_nlink > 1) {
+    throw ReplacementError("it has " + std::to_string(status.st_nlink) +
+                           " names (hard links), of which the others would keep the old contents" +
+                           kWriteInstead);
+  }
 }
 
 /// Makes a file in the folder of the original, with its attributes, that holds `text`, and waits
 /// until all is on the disk. `keepsTimes`: the times of access and change are those of the original
 /// too.
 void Fill(xmldom::FileSuccessor& successor, const xmldom::NamedFile& original,
-          const std::string& text, bool keepsTimes) {
-  Require(successor.Create(original), "no file can be made beside it: ");
+          const std::string& text, bool keepsTimes, const char* advice) {
+  Require(successor.Create(original), "no file can be made beside it: ", advice);
   Require(successor.Write(text), "write error: ");
   const struct timespec times[] = {original.status.st_atim, original.status.st_mtim};
   if (keepsTimes && futimens(successor.Descriptor(), times) != 0) {
@@ -84,31 +93,79 @@ void Fill(xmldom::FileSuccessor& successor, const xmldom::NamedFile& original,
   Require(successor.Finish(), "write error: ");
 }
 
-void TakePlace(xmldom::FileSuccessor& successor, const std::string& path) {
-  Require(successor.TakePlace(path), "'" + path + "' cannot be replaced: ");
+void TakePlace(xmldom::FileSuccessor& successor, const std::string& path, const char* advice) {
+  Require(successor.TakePlace(path), "'" + path + "' cannot be replaced: ", advice);
 }
 
-void Replace(const std::string& file, const std::string& from, const std::string& to,
-             const std::string& suffix) {
-  const xmldom::NamedFile original = FindOriginal(file);
-  if (from == to && suffix.empty()) return;
+void SyncFolder(const xmldom::NamedFile& file) {
+  Require(xmldom::SyncFolder(file.Folder()), "replaced, but perhaps not on the disk yet: ");
+}
+
+// ---- By writing into the file
+
+/// Writes the bytes of `text` from `begin` to `end` where they belong in a file.
+std::error_code WriteAt(int descriptor, const std::string& text, std::size_t begin,
+                        std::size_t end) {
+  while (begin < end) {
+    const ssize_t written =
+        pwrite(descriptor, &text[begin], end - begin, static_cast<off_t>(begin));
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return xmldom::SystemError();
+    begin += static_cast<std::size_t>(written);
+  }
+  return std::error_code();
+}
+
+std::error_code Cut(int descriptor, std::size_t size) {
+  const bool isCut = ftruncate(descriptor, static_cast<off_t>(size)) == 0;
+  return isCut ? std::error_code() : xmldom::SystemError();
+}
+
+/// Makes `text` the contents of a file, of whose bytes those from `end` on already are.
+std::error_code Overwrite(int descriptor, const std::string& text, std::size_t end) {
+  std::error_code error = WriteAt(descriptor, text, 0, end);
+  if (!error) error = Cut(descriptor, text.size());
+  if (!error && fsync(descriptor) != 0) error = xmldom::SystemError();
+  return error;
+}
+
+void WriteInto(int descriptor, const std::string& from, const std::string& to) {
+  // What goes beyond the old end is written first: when there is no room for it, no byte of the old
+  // contents has been touched yet.
+  const std::size_t common = std::min(from.size(), to.size());
+  std::error_code error = WriteAt(descriptor, to, common, to.size());
+  if (!error) error = Overwrite(descriptor, to, common);
+  if (!error) return;
+  const bool isBack = !Overwrite(descriptor, from, from.size());
+  Require(error, "write error: ", isBack ? "" : "; the file holds a part of the new contents now");
+}
+
+void Replace(const FileLock& file, const std::string& from, const std::string& to,
+             const ReplacementWay& way) {
+  if (from == to && way.suffix.empty()) return;
+  if (!way.writesInto) RequireOneName(file);
+  const xmldom::NamedFile& original = file.File();
   const SignalBlock block;
   xmldom::FileSuccessor next;
-  Fill(next, original, to, false);
+  if (!way.writesInto) Fill(next, original, to, false, kWriteInstead);
   xmldom::FileSuccessor kept;
-  if (!suffix.empty()) Fill(kept, original, from, true);
-  RequireContents(original, from);
-  if (!suffix.empty()) TakePlace(kept, original.path + suffix);
-  TakePlace(next, original.path);
-  Require(xmldom::SyncFolder(original.Folder()), "replaced, but perhaps not on the disk yet: ");
+  if (!way.suffix.empty()) Fill(kept, original, from, true, "");
+  RequireUnchanged(file, from);
+  if (!way.suffix.empty()) TakePlace(kept, original.path + way.suffix, "");
+  if (way.writesInto) {
+    WriteInto(file.Descriptor(), from, to);
+  } else {
+    TakePlace(next, original.path, kWriteInstead);
+  }
+  if (!way.writesInto || !way.suffix.empty()) SyncFolder(original);
 }
 
 }  // namespace
 
-bool ReplaceFile(const std::string& file, const std::string& from, const std::string& to,
-                 const std::string& suffix, std::string& reason) {
+bool ReplaceFile(const FileLock& file, const std::string& from, const std::string& to,
+                 const ReplacementWay& way, std::string& reason) {
   try {
-    Replace(file, from, to, suffix);
+    Replace(file, from, to, way);
     return true;
   } catch (const ReplacementError& error) {
     reason = error.what();

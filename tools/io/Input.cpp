@@ -5,6 +5,7 @@
 #include <tools/io/Input.h>
 
 #include <tools/io/Diagnostics.h>
+#include <tools/io/FileLock.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,6 +16,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstring>
+#include <vector>
 
 namespace tool {
 
@@ -40,13 +42,6 @@ class Source {
 
   int Descriptor() const { return m_descriptor; }
 
-  /// The size of a regular file; 0 when it cannot be known beforehand.
-  std::size_t ExpectedSize() const {
-    struct stat status;
-    if (fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
-    return static_cast<std::size_t>(status.st_size);
-  }
-
  private:
   bool m_isStandardInput;
   int m_descriptor;
@@ -56,18 +51,15 @@ std::string TooLarge() {
   return "more than " + std::to_string(kLargest) + " bytes, which is too large to parse";
 }
 
-}  // namespace
+/// The size of a regular file; 0 when it cannot be known beforehand.
+std::size_t ExpectedSize(int descriptor) {
+  struct stat status;
+  if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
+  return static_cast<std::size_t>(status.st_size);
+}
 
-std::string DisplayName(const std::string& file) { return file == "-" ? "(standard input)" : file; }
-
-bool ReadWhole(const std::string& file, std::string& text, std::string& reason) {
-  text.clear();
-  const Source source(file);
-  if (source.Descriptor() < 0) {
-    reason = std::strerror(errno);
-    return false;
-  }
-  const std::size_t expected = source.ExpectedSize();
+bool ReadDescriptor(int descriptor, std::string& text, std::string& reason) {
+  const std::size_t expected = ExpectedSize(descriptor);
   if (expected > kLargest) {
     reason = TooLarge();
     return false;
@@ -77,7 +69,7 @@ bool ReadWhole(const std::string& file, std::string& text, std::string& reason) 
   std::size_t length = 0;
   for (;;) {
     if (length == text.size()) text.resize(2 * length);
-    const ssize_t count = read(source.Descriptor(), &text[length], text.size() - length);
+    const ssize_t count = read(descriptor, &text[length], text.size() - length);
     if (count < 0) {
       if (errno == EINTR) continue;
       reason = std::strerror(errno);
@@ -92,6 +84,47 @@ bool ReadWhole(const std::string& file, std::string& text, std::string& reason) 
   }
   text.resize(length);
   return true;
+}
+
+}  // namespace
+
+std::string DisplayName(const std::string& file) { return file == "-" ? "(standard input)" : file; }
+
+bool ReadWhole(const std::string& file, std::string& text, std::string& reason) {
+  text.clear();
+  const Source source(file);
+  if (source.Descriptor() >= 0) return ReadDescriptor(source.Descriptor(), text, reason);
+  reason = std::strerror(errno);
+  return false;
+}
+
+bool ReadPieces(const std::string& file, const std::function<bool(const char*, std::size_t)>& take,
+                std::string& reason) {
+  const Source source(file);
+  std::vector<char> piece(kFirstRoom);
+  for (;;) {
+    const ssize_t count =
+        source.Descriptor() < 0 ? -1 : read(source.Descriptor(), piece.data(), piece.size());
+    if (count == 0) return true;
+    if (count > 0) {
+      if (!take(piece.data(), static_cast<std::size_t>(count))) return true;
+    } else if (errno != EINTR) {
+      reason = std::strerror(errno);
+      return false;
+    }
+  }
+}
+
+bool ReadInputToReplace(const std::string& file, Input& input) {
+  input.name = DisplayName(file);
+  const auto lock = std::make_shared<FileLock>();
+  std::string reason;
+  if (lock->Lock(file, reason) && ReadDescriptor(lock->Descriptor(), input.text, reason)) {
+    input.lock = lock;
+    return true;
+  }
+  ComplainAbout(input.name, reason);
+  return false;
 }
 
 bool ReadInput(const std::string& file, Input& input) {

@@ -2,14 +2,19 @@
 #define XMLDOM_TOOLS_IO_INPUT_H
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <string>
 
 namespace tool {
+
+class FileLock;
 
 /// The whole text of a file or of standard input.
 struct Input {
   std::string name;  ///< As DisplayName gives it.
   std::string text;
+  std::shared_ptr<const FileLock> lock = nullptr;  ///< Of a file that is going to be replaced.
 };
 
 /// The name of an input in messages and results. `file` is an operand of the command line: the path
@@ -21,9 +26,21 @@ std::string DisplayName(const std::string& file);
 /// Bad input: a directory, or more bytes than the parser can take, cannot be read.
 bool ReadWhole(const std::string& file, std::string& text, std::string& reason);
 
-/// Reads an input in the same way. Result: whether it could be read.
+/// Reads it piece by piece instead, of any size, and calls `take` with each piece until the end has
+/// been read or `take` returns false.
+/// Result: false when it could not be read; `reason` then tells why not.
+bool ReadPieces(const std::string& file,
+                const std::function<bool(const char* piece, std::size_t size)>& take,
+                std::string& reason);
+
+/// Reads an input as ReadWhole does. Result: whether it could be read.
 /// Effects: otherwise writes the reason to standard error.
 bool ReadInput(const std::string& file, Input& input);
+
+/// Locks a file and reads it, for a command that is going to replace it. Out: `input` holds the
+/// lock too. Result: whether that was possible. Effects: otherwise writes the reason to standard
+/// error.
+bool ReadInputToReplace(const std::string& file, Input& input);
 
 /// Writes to standard error what is wrong with the byte at `offset` of an input, and shows that
 /// byte.

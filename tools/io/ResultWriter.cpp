@@ -1,19 +1,32 @@
 // Writes the results for one file and puts the file's name before each line.
 // A line may come in pieces: the name is written when the first piece of a line is.
-// Tested by tests/tool/input_test.bash (several files).
+// Tested by tests/tool/input_test.bash (several files) and tests/tool/TerminalText_test.cpp.
 
 #include <tools/io/ResultWriter.h>
 
 #include <tools/io/Output.h>
+#include <tools/io/TerminalText.h>
 
 #include <cstring>
 
 namespace tool {
 
 ResultWriter::ResultWriter(Output& output, const std::string& prefix)
-    : m_output(output), m_prefix(prefix), m_terminator('\n'), m_atLineStart(true) {}
+    : m_output(output),
+      m_isTerminal(output.IsTerminal()),
+      m_prefix(m_isTerminal ? ForTerminalLine(prefix) : prefix),
+      m_terminator('\n'),
+      m_atLineStart(true) {}
 
 void ResultWriter::Write(const char* text, std::size_t size) {
+  if (m_isTerminal) {
+    WriteHarmless(ForTerminal(std::string(text, size)));
+  } else {
+    WriteLines(text, size);
+  }
+}
+
+void ResultWriter::WriteLines(const char* text, std::size_t size) {
   if (m_prefix.empty()) {
     m_output.Write(text, size);
     return;
@@ -29,7 +42,5 @@ void ResultWriter::Write(const char* text, std::size_t size) {
     size -= length;
   }
 }
-
-bool ResultWriter::IsTerminal() const { return m_output.IsTerminal(); }
 
 }  // namespace tool

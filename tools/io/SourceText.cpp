@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
 
 namespace tool {
 
@@ -71,19 +72,35 @@ std::string VisibleLine(const std::string& text, std::size_t limit) {
 }
 
 SourcePosition PositionOf(const std::string& text, std::size_t offset) {
+  return PositionsOf(text, {offset}).front();
+}
+
+std::vector<SourcePosition> PositionsOf(const std::string& text,
+                                        const std::vector<std::size_t>& offsets) {
+  std::vector<std::size_t> order(offsets.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(), [&](std::size_t first, std::size_t second) {
+    return offsets[first] < offsets[second];
+  });
+  std::vector<SourcePosition> positions(offsets.size());
   SourcePosition position = {1, 1};
-  for (std::size_t at = 0; at < offset;) {
-    const std::size_t length = CharacterLength(&text[at], text.size() - at);
-    const bool isHalfOfPair = text[at] == '\r' && at + 1 < offset && text[at + 1] == '\n';
-    if (IsLineEnd(text[at]) && !isHalfOfPair) {
-      ++position.line;
-      position.column = 1;
-    } else if (!isHalfOfPair) {
-      ++position.column;
+  std::size_t at = 0;
+  for (const std::size_t index : order) {
+    while (at < offsets[index]) {
+      const std::size_t length = CharacterLength(&text[at], text.size() - at);
+      const bool isHalfOfPair = text[at] == '\r' && at + 1 < text.size() && text[at + 1] == '\n';
+      if (IsLineEnd(text[at]) && !isHalfOfPair) {
+        ++position.line;
+        position.column = 1;
+      } else if (!isHalfOfPair) {
+        ++position.column;
+      }
+      at += length;
     }
-    at += length;
+    const bool splitsPair = at > 0 && at < text.size() && text[at - 1] == '\r' && text[at] == '\n';
+    positions[index] = splitsPair ? SourcePosition{position.line + 1, 1} : position;
   }
-  return position;
+  return positions;
 }
 
 }  // namespace tool

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace tool {
 
@@ -38,6 +39,11 @@ std::string VisibleLine(const std::string& text, std::size_t limit);
 
 /// The place of the byte at `offset`. Lines end with LF, CR LF or CR.
 SourcePosition PositionOf(const std::string& text, std::size_t offset);
+
+/// The places of the bytes at several offsets, in the order of these.
+/// Cost: linear in the text, and that of sorting the offsets.
+std::vector<SourcePosition> PositionsOf(const std::string& text,
+                                        const std::vector<std::size_t>& offsets);
 
 }  // namespace tool
 

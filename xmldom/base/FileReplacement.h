@@ -115,8 +115,11 @@ XMLDOM_NODISCARD inline std::error_code SyncFolder(const std::string& path) {
   return error;
 }
 
-/// A new file beside another one. Its name begins with ".xmldom-", and it is removed again unless
-/// TakePlace renames it. Every member that fails returns the error of the system.
+/// A new file in the folder of another one. The successor of a file that exists has no name until
+/// TakePlace gives it one, where the file system can do so (O_TMPFILE): then a process that is
+/// killed before leaves nothing behind. Otherwise it has a name that begins with ".xmldom-" from
+/// the start, and is removed again unless TakePlace renames it. Every member that fails returns the
+/// error of the system.
 class FileSuccessor {
  public:
   FileSuccessor() : m_descriptor(-1) {}
@@ -132,20 +135,15 @@ class FileSuccessor {
   /// Makes the file, once. Where `file` exists, nobody else may read the new one until it has the
   /// attributes of `file`; otherwise it has the rights that the process gives to new files.
   XMLDOM_NODISCARD std::error_code Create(const NamedFile& file) {
-    const unsigned int start = static_cast<unsigned int>(getpid()) * 64;
-    for (unsigned int i = 0; i < 4096 && m_descriptor < 0; ++i) {
-      char name[32];
-      std::snprintf(name, sizeof name, ".xmldom-%06x", (start + i) & 0xFFFFFF);
-      const std::string path = file.Folder() + name;
-      m_descriptor =
-          open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, file.exists ? 0600 : 0666);
-      if (m_descriptor >= 0) {
-        m_path = path;
-      } else if (errno != EEXIST) {
-        break;
-      }
-    }
-    return m_descriptor >= 0 ? std::error_code() : SystemError();
+    m_folder = file.Folder();
+    const mode_t mode = file.exists ? 0600 : 0666;
+    // Some systems give a file without a name rights that the process withholds from new files.
+    if (file.exists) m_descriptor = OpenUnnamed(mode);
+    if (m_descriptor >= 0) return std::error_code();
+    return FindName([this, mode](const char* path) {
+      m_descriptor = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+      return m_descriptor >= 0;
+    });
   }
 
   /// The open file.
@@ -164,24 +162,69 @@ class FileSuccessor {
     return std::error_code();
   }
 
-  /// Waits until all is on the disk, and closes the file. Some file systems report only now that
-  /// bytes were not stored.
+  /// Waits until all is on the disk, and closes a file that has a name: some file systems report
+  /// only then that bytes were not stored. A file without a name exists only as long as it is open.
   XMLDOM_NODISCARD std::error_code Finish() {
     if (fsync(m_descriptor) != 0) return SystemError();
+    if (m_path.empty()) return std::error_code();
     const int descriptor = m_descriptor;
     m_descriptor = -1;
     return close(descriptor) == 0 ? std::error_code() : SystemError();
   }
 
-  /// Renames the file to `path`, in place of a file of that name.
+  /// Renames the file to `path`, in place of a file of that name. No system call puts a file
+  /// without a name into the place of another one, so it gets a name beginning with ".xmldom-"
+  /// first. A process that is killed between these two calls leaves the new file under that name.
   XMLDOM_NODISCARD std::error_code TakePlace(const std::string& path) {
+    if (m_path.empty()) {
+      const std::string self = SelfPath();
+      const std::error_code error = FindName([&self](const char* name) {
+        return linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name, AT_SYMLINK_FOLLOW) == 0;
+      });
+      if (error) return error;
+    }
     if (std::rename(m_path.c_str(), path.c_str()) != 0) return SystemError();
     m_path.clear();
     return std::error_code();
   }
 
  private:
-  std::string m_path;  // empty when there is nothing to remove
+  /// The path at which a process finds the file that it has open, whether that has a name or not.
+  std::string SelfPath() const { return "/proc/self/fd/" + std::to_string(m_descriptor); }
+
+  /// Result: the descriptor of a new file without a name; -1 where that is not possible, or where
+  /// such a file could not get a name later.
+  int OpenUnnamed(mode_t mode) const {
+#ifdef O_TMPFILE
+    if (access("/proc/self/fd", X_OK) != 0) return -1;
+    const char* const folder = m_folder.empty() ? "." : m_folder.c_str();
+    return open(folder, O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+#else
+    static_cast<void>(mode);
+    return -1;
+#endif
+  }
+
+  /// Calls `take` with paths in the folder until it has taken one that was free. Result: an error
+  /// when none could be taken, for the reason that `take` has left in errno.
+  template <class Take>
+  std::error_code FindName(const Take& take) {
+    const unsigned int start = static_cast<unsigned int>(getpid()) * 64;
+    for (unsigned int i = 0; i < 4096; ++i) {
+      char name[32];
+      std::snprintf(name, sizeof name, ".xmldom-%06x", (start + i) & 0xFFFFFF);
+      std::string path = m_folder + name;
+      if (take(path.c_str())) {
+        m_path.swap(path);
+        return std::error_code();
+      }
+      if (errno != EEXIST) break;
+    }
+    return SystemError();
+  }
+
+  std::string m_folder;
+  std::string m_path;  // empty when there is no name to remove
   int m_descriptor;
 };
 

@@ -18,8 +18,8 @@ enum class Prolog {
   kDeclaration  ///< An XML declaration, in a line of its own: version 1.0, UTF-8.
 };
 
-/// Saves a document, or a single element, as a file. It is written to another file beside it, whose
-/// name begins with ".xmldom-", brought to the disk and renamed. So every reader finds either the
+/// Saves a document, or a single element, as a file. It is written to another file in the same
+/// folder (see FileSuccessor), brought to the disk and renamed. So every reader finds either the
 /// old file or the new one, in full, at any time and after a crash, and a save that fails leaves
 /// the old file as it was and nothing else. What is written is Xml(node).
 ///

@@ -1,0 +1,138 @@
+# Cases of an edit in place in which the system fails: each call that touches files gets an error, or
+# the process gets a signal there. Whatever happens, the file is the old one or the new one, whole.
+#
+# XMLDOM_TEST_LONG=1 tries every way of replacing a file, not the usual one alone.
+
+. "$(dirname "$0")/driver.bash"
+
+_ways=(-i)
+if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways=(-i -i.old --in-place=write); fi
+
+# The calls that are made to fail. Others that an edit makes have nothing to do with its files.
+_calls='openat,readlink,newfstatat,fstat,faccessat,faccessat2,access,flock,read,write,pwrite64'
+_calls+=',ftruncate,fsync,close,fchown,fchmod,utimensat,listxattr,linkat,rename,unlink'
+
+_needs_strace() {
+  [ "$slowness" -ne 20 ] || skip 'an emulator cannot be traced'
+  command -v strace > /dev/null || skip 'there is no strace here'
+  # The leak checker traces too.
+  export ASAN_OPTIONS="${ASAN_OPTIONS:-}:detect_leaks=0"
+  strace -o trace -e trace="$_calls" -e inject=fsync:error=EIO true 2> error ||
+    skip "processes cannot be traced here: $(tail -n 1 error)"
+  rm -f trace error
+}
+
+# _edit WAY [STRACE_OPTION...]: the edit that is tried, of a.xml.
+_edit() {
+  keep strace -f -o ../trace -e trace="$_calls" "${@:2}" "$tool" edit "$1" --set /a/b new a.xml
+}
+
+# For each call from the first one on that names the file: "NAME INDEX", counted for each name.
+_calls_of_an_edit() {
+  awk '
+    { sub(/^[0-9]+ +/, "") }
+    /a\.xml/ { named = 1 }
+    match($0, /^[a-z0-9_]+\(/) {
+      name = substr($0, 1, RLENGTH - 1)
+      ++count[name]
+      if (named) print name, count[name]
+    }' ../trace
+}
+
+# _try WAY INJECTION: runs the edit on a new a.xml, and looks at what it leaves. Out: "status".
+_try() {
+  rm -rf folder
+  mkdir folder
+  cp old.xml folder/a.xml
+  # The shell tells of those that are killed.
+  (cd folder && _edit "$1" -e "inject=$2") 2> /dev/null
+  tried=$((tried + 1))
+  status=$(cat "$scratch/status")
+  local name
+  if cmp -s folder/a.xml new.xml; then
+    news=$((news + 1))
+  elif cmp -s folder/a.xml old.xml; then
+    [ "$status" -ne 0 ] || { echo "  $1 $2: ends with 0, and nothing is replaced"; fail; }
+  else
+    echo "  $1 $2: a.xml is neither the old file nor the new one"
+    cat "$scratch/stderr"
+    fail
+  fi
+  for name in $(ls -A folder); do
+    case $name in
+      a.xml) ;;
+      a.xml.old) cmp -s "folder/$name" old.xml || { echo "  $1 $2: $name is not the old file"; fail; } ;;
+      .xmldom-??????) lefts="$lefts $2" ;;
+      *) echo "  $1 $2: stray $name"; fail ;;
+    esac
+  done
+}
+
+# _each_call FUNCTION: calls it with each way, and with each call that the edit makes then. Out: how
+# many runs were "tried", in how many the file is the new one ("news"), and where another file was
+# left behind ("lefts").
+_each_call() {
+  _needs_strace
+  local way name index
+  tried=0 news=0 lefts='' status=0
+  given old.xml '<a>\n  <b>old</b>\n</a>\n'
+  for way in "${_ways[@]}"; do
+    mkdir -p folder
+    cp old.xml folder/a.xml
+    (cd folder && _edit "$way")
+    expect_status 0
+    cp folder/a.xml new.xml
+    cp trace calls
+    while read -r name index; do "$1" "$way" "$name" "$index"; done < <(cd folder && _calls_of_an_edit)
+  done
+  echo "  $tried runs, in $news of which the file was replaced"
+  [ "$tried" -gt 20 ] || fail
+}
+
+_fail_call() {
+  local error errors=EIO
+  case $2 in
+    openat) errors='EIO EOPNOTSUPP EMFILE' ;;
+    write | pwrite64) errors='ENOSPC' ;;
+    flock) errors='ENOLCK EIO' ;;
+  esac
+  for error in $errors; do
+    _try "$1" "$2:error=$error:when=$3"
+    case $status in
+      0 | 2) ;;
+      *) echo "  $1 $2:$error:$3: exit status $status"; fail ;;
+    esac
+  done
+}
+
+a_call_that_fails_leaves_the_old_file_or_the_new_one() {
+  _each_call _fail_call
+  # Only a file that cannot be removed is left behind.
+  local left
+  for left in $lefts; do
+    [[ $left == unlink:* ]] || { echo "  left behind: $left"; fail; }
+  done
+}
+
+_kill_at_call() { _try "$1" "$2:signal=KILL:when=$3"; }
+
+# Writing into a file is what cannot survive this, as its page says.
+a_kill_at_any_call_leaves_the_old_file_or_the_new_one() {
+  local _ways=(-i)
+  if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways+=(-i.old); fi
+  _each_call _kill_at_call
+  [ "$news" -gt 0 ] && [ "$news" -lt "$tried" ] || fail
+  echo "  left behind:${lefts:- nothing}"
+}
+
+_end_at_call() {
+  _try "$1" "$2:signal=TERM:when=$3"
+  [ "$status" -eq 143 ] || { echo "  $1 $2:$3: exit status $status"; fail; }
+}
+
+a_signal_at_any_call_leaves_nothing_behind_and_ends_the_tool() {
+  _each_call _end_at_call
+  [ -z "$lefts" ] || { echo "  left behind:$lefts"; fail; }
+}
+
+run_cases

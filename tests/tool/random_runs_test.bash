@@ -1,0 +1,108 @@
+# Cases of runs with random arguments on random documents: each ends with one of the exit statuses of
+# the tool, in time, without a report of a sanitizer; a file that is edited in place stays whole.
+#
+# XMLDOM_TEST_RUNS is how many runs there are, XMLDOM_TEST_SEED makes them the same again.
+
+. "$(dirname "$0")/driver.bash"
+
+_runs=${XMLDOM_TEST_RUNS:-100}
+_seed=${XMLDOM_TEST_SEED:-$((10#$(date +%N) % 32768))}
+
+# _pick WORD...: one of them, in "picked".
+_pick() {
+  local at=$((RANDOM % $# + 1))
+  picked=${!at}
+}
+
+_pick_path() {
+  _pick a /a //b /a/b a/c '/a/b[@c]' "//b[@c='1']" '//*' / . .. '' '[' '/a/b[2]' "a[b='x']" '//b/@c' $'\e[1m' \
+    '/a/b[last()]' "//b[c=3]" 'nothing' '//'
+}
+
+_pick_xml() {
+  _pick '<n/>' '<n m="1">t</n>' '<n>' '' 'text' '<n><!-- c --></n>' $'<n>\n</n>' '<n>&amp;&x;</n>' '<n>é</n>' \
+    $'<n>\xff</n>' '<n xml:space="preserve"> </n>'
+}
+
+_pick_text() { _pick x '' 'a & b' '<' ']]>' $'1\n2' é $'\xc2\x9b' $'\xff' $'\x01' ' ' "it's \"quoted\""; }
+
+# Appends a random option, with its values, to "arguments".
+_add_option() {
+  _pick --set --set-attr --remove --append --replace --insert-before --attr --first --count -0 -H --no-filename \
+    --with-filename --indent-off --lossless --lossy --depth=2 --color=always --from=2 --rows=1 --page=1 --pages=2 \
+    --pad --verbose --all --in-place=write -i.old -i -- --frobnicate --help --version -x --rows=0 --depth=x
+  arguments+=("$picked")
+  case $picked in
+    --set) _pick_path; arguments+=("$picked"); _pick_text; arguments+=("$picked") ;;
+    --set-attr) _pick_path; arguments+=("$picked"); _pick_text; arguments+=(c "$picked") ;;
+    --remove) _pick_path; arguments+=("$picked") ;;
+    --append | --replace | --insert-before)
+      _pick_path; arguments+=("$picked"); _pick_xml; arguments+=("$picked") ;;
+    --attr) _pick c d '' é; arguments+=("$picked") ;;
+    --pad) _pick_xml; arguments+=("$picked") ;;
+  esac
+}
+
+# Makes a.xml of random pieces, most of which fit together.
+_make_document() {
+  local i
+  {
+    _pick '' '' '<?xml version="1.0"?>' '<?xml version="1.0" encoding="ISO-8859-1"?>' $'\xef\xbb\xbf' \
+      '<!-- c -->' '<!DOCTYPE a [<!ENTITY x "y"><!ATTLIST b c CDATA "1">]>' '<?xml version="1.0" encoding="x"?>'
+    printf '%s<a>' "$picked"
+    for ((i = RANDOM % 8; i > 0; --i)); do
+      _pick '<b/>' '<b c="1">x</b>' $'\n  ' $'\r\n' 'text' '<b><c>3</c></b>' '<!-- c -->' '<![CDATA[<]]>' \
+        '&amp;&#233;' '&x;' '<?p i?>' $'\xe9' $'\xc3\xa9' "<b c='&lt;'/>" '<b>' '</b>' '<' '<b c="1" c="2"/>'
+      printf '%s' "$picked"
+    done
+    _pick '</a>' '</a>' '</a>' $'</a>\n' '</a><!-- c -->' '' '</b>' $'</a>\n<a/>'
+    printf '%s' "$picked"
+  } > a.xml
+}
+
+_run_once() {
+  local arguments=() i command before
+  _make_document
+  before=$(md5sum < a.xml)
+  _pick check format select value path tree edit edit edit diff mask page slect
+  command=$picked
+  arguments=("$command")
+  if [ "$command" = edit ]; then _pick -i -i --in-place=write --verbose; arguments+=("$picked" --set /a/b x); fi
+  for ((i = RANDOM % 3; i > 0; --i)); do _add_option; done
+  case $command in select | value | path | page) _pick_path; arguments+=("$picked") ;; esac
+  arguments+=(a.xml)
+  if [ $((RANDOM % 4)) -eq 0 ] || [ "$command" = diff ]; then _pick a.xml - missing.xml .; arguments+=("$picked"); fi
+  keep timeout 60 "$tool" "${arguments[@]}" <<< '<a><b c="2">y</b></a>'
+  case $(cat "$scratch/status") in
+    0) done=$((done + 1)) ;;
+    1 | 2) ;;
+    *) echo "  exit status $(cat "$scratch/status")"; fail ;;
+  esac
+  if grep -aE 'Sanitizer|runtime error' "$scratch/stderr"; then fail; fi
+  if [ "$before" != "$(md5sum < a.xml)" ] && ! "$tool" check a.xml; then
+    echo "  a.xml is not well-formed any more"
+    fail
+  fi
+  if [ -e "$scratch/failed" ]; then
+    printf '  run %s, with a.xml' "$run"
+    printf ' %q' "$tool" "${arguments[@]}"
+    echo
+    cat -v a.xml
+  fi
+}
+
+random_runs_end_well() {
+  local run picked done=0
+  echo "  seed $_seed, $_runs runs"
+  RANDOM=$_seed
+  for ((run = 1; run <= _runs; ++run)); do
+    _run_once
+    [ ! -e "$scratch/failed" ] || break
+    rm -f a.xml.old
+  done
+  echo "  $done ended with 0"
+  [ "$done" -gt $((_runs / 10)) ] || fail
+  expect_names . a.xml
+}
+
+run_cases

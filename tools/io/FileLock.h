@@ -1,0 +1,50 @@
+#ifndef XMLDOM_TOOLS_IO_FILELOCK_H
+#define XMLDOM_TOOLS_IO_FILELOCK_H
+
+#include <xmldom/base/FileReplacement.h>
+
+#include <string>
+#include <system_error>
+
+namespace tool {
+
+/// An open file that no other process that locks files (flock) can lock, as long as this object
+/// exists. Who replaces a file holds its lock from before it is read until the new file is in
+/// place, so that of two changes none is lost: the second one reads what the first has written.
+class FileLock {
+ public:
+  FileLock() : m_descriptor(-1) {}
+  /// Ends the lock.
+  ~FileLock();
+
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+
+  /// Opens the file that `path` names, for reading and writing, and waits until it is locked. Where
+  /// that is a symbolic link, it is the file to which it leads. On a file system without locks, the
+  /// file is only opened. Call it once.
+  /// Result: whether that was possible; otherwise `reason` tells why not.
+  /// Bad input: anything but a regular file that may be written to.
+  /// Cost: waits as long as other processes hold the lock.
+  bool Lock(const std::string& path, std::string& reason);
+
+  int Descriptor() const { return m_descriptor; }
+
+  /// The file: its path without symbolic links, and its status when it was locked.
+  const xmldom::NamedFile& File() const { return m_file; }
+
+  /// Whether the path still names the file that is locked.
+  bool IsCurrent() const;
+
+ private:
+  /// Opens the file and waits for its lock. Result: resource_unavailable_try_again when the path
+  /// has come to name another file meanwhile.
+  std::error_code TryLock(const std::string& path);
+
+  xmldom::NamedFile m_file;
+  int m_descriptor;
+};
+
+}  // namespace tool
+
+#endif
