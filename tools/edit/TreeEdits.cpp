@@ -179,10 +179,8 @@ void ChangeRemove(EditStep& step) {
 void ChangeSetText(EditStep& step) {
   for (const EditTarget& target : step.targets) {
     Require(xmldom::SetText(target.node, step.edit.operands[1]));
-    IXMLDOMNode* text = target.node->m_pFirstChild;
-    if (text != nullptr) {
-      text->SetValue(step.encoding.WithReferences(text->m_pszValue).c_str());
-    }
+    if (step.encoding.FindForeign(step.edit.operands[1]) == std::string::npos) continue;
+    target.node->SetValue(step.encoding.Escape(step.edit.operands[1]).c_str());
   }
 }
 
