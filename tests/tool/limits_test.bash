@@ -106,6 +106,13 @@ many_edits_of_one_document_are_done() {
   expect 0 "$(seq 300)\n" ''
 }
 
+many_elements_are_edited_at_once_in_linear_time() {
+  local count=$(scaled 100000)
+  { echo '<r>'; yes '  <a/><b/>' | head -n "$count"; echo '</r>'; } > a.xml
+  run_shell '(ulimit -t 20; "$tool" edit --all --insert-before //b "<c/>" --remove //a a.xml) | grep -c "^  <c/><b/>"'
+  expect 0 "$count\n" ''
+}
+
 a_million_names_are_handled_with_little_stack() {
   {
     echo '<r>'

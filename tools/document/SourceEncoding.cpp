@@ -198,15 +198,25 @@ std::size_t SourceEncoding::FindForeign(const std::string& text, std::size_t fro
 }
 
 std::string SourceEncoding::WithReferences(const std::string& text) const {
+  return Written(text, [](const std::string& known) { return known; });
+}
+
+std::string SourceEncoding::Escape(const std::string& text) const {
+  return Written(text, [](const std::string& known) { return xmldom::EscapeText(known).text; });
+}
+
+/// A text with references for what the encoding cannot hold; `write` writes what is between these.
+std::string SourceEncoding::Written(const std::string& text,
+                                    std::string (*write)(const std::string& known)) const {
   std::string written;
   std::size_t done = 0;
   for (std::size_t at = FindForeign(text); at != std::string::npos; at = FindForeign(text, done)) {
     const xmldom::Character character = xmldom::ReadCharacter(&text[at], text.size() - at);
-    written.append(text, done, at - done);
+    written += write(text.substr(done, at - done));
     written += xmldom::DecimalReference(character.code);
     done = at + character.length;
   }
-  return written + text.substr(done);
+  return written + write(text.substr(done));
 }
 
 }  // namespace tool

@@ -39,6 +39,12 @@ class SourceEncoding {
   /// of an attribute, that the encoding cannot hold. Cost: linear in the text.
   std::string WithReferences(const std::string& text) const;
 
+  /// Escapes a plain text as content of an element, as xmldom::EscapeText does, and writes
+  /// references for what the encoding cannot hold. The library loses nothing of it either: white
+  /// space that would stand alone between references becomes references too.
+  /// Cost: linear in the text.
+  std::string Escape(const std::string& text) const;
+
  private:
   enum Kind { kUtf8, kUtf16LittleEndian, kUtf16BigEndian, kLatin1, kAscii };
 
@@ -46,6 +52,7 @@ class SourceEncoding {
   bool IsUtf16() const { return m_kind == kUtf16LittleEndian || m_kind == kUtf16BigEndian; }
   void FindDeclaredName(const std::string& text);
   bool DecodeUtf16(const std::string& bytes, std::string& text) const;
+  std::string Written(const std::string& text, std::string (*write)(const std::string&)) const;
   void AppendEncoded(unsigned long code, std::string& bytes) const;
   void AppendUnit(unsigned long unit, std::string& bytes) const;
 

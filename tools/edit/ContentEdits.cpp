@@ -9,7 +9,6 @@
 #include <tools/io/SourceText.h>
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/text/Escaping.h>
 
 namespace tool {
 
@@ -182,8 +181,7 @@ void SpliceRemove(EditStep& step) {
 }
 
 void SpliceSetText(EditStep& step) {
-  const std::string text =
-      step.encoding.WithReferences(xmldom::EscapeText(step.edit.operands[1]).text);
+  const std::string text = step.encoding.Escape(step.edit.operands[1]);
   for (const EditTarget& target : step.targets) {
     RequireText(target);
     if (!text.empty() || !target.place->IsEmptyTag()) Fill(step, *target.place, text);

@@ -14,11 +14,48 @@
 #include <functional>
 #include <new>
 #include <stdexcept>
+#include <unordered_map>
 #include <utility>
 
 namespace tool {
 
 namespace {
+
+/// The links that lead to children of elements. The library searches the children for each of its
+/// edits, which many edits of one element would make quadratic; so many are made by hand.
+/// Bad input: children of one parent have to be asked for in their order.
+/// Cost: all calls together are linear in the children of the parents.
+class ChildLinks {
+ public:
+  /// Result: the link to a child of an element, in the element or in the child before it.
+  IXMLDOMNode** To(const IXMLDOMNode* child) {
+    IXMLDOMNode* parent = child->m_pParent;
+    IXMLDOMNode**& link = m_links.emplace(parent, &parent->m_pFirstChild).first->second;
+    while (*link != child) link = &(*link)->m_pNextSibling;
+    return link;
+  }
+
+ private:
+  std::unordered_map<const IXMLDOMNode*, IXMLDOMNode**>
+      m_links;  // where each parent's are searched
+};
+
+/// Takes a node out of its chain. Result: the node, whose reference is the caller's.
+XMLPtr<IXMLDOMNode> TakeOut(IXMLDOMNode** link) {
+  IXMLDOMNode* node = *link;
+  *link = node->m_pNextSibling;
+  node->m_pNextSibling = nullptr;
+  return xmldom::Adopt(node);
+}
+
+/// Puts a node that hangs nowhere before the one that a link leads to.
+void PutIn(IXMLDOMNode** link, XMLPtr<IXMLDOMNode> node, IXMLDOMNode* parent) {
+  node->m_pParent = nullptr;
+  node->RecurseSetDocument(parent->m_pOwnerDocument);
+  node->m_pParent = parent;
+  node->m_pNextSibling = *link;
+  *link = node.Detach();
+}
 
 /// Calls `place` with each target and a copy of the fragment for it.
 void PlaceCopies(EditStep& step,
@@ -27,6 +64,20 @@ void PlaceCopies(EditStep& step,
   IXMLDOMNode* copies = step.copies->m_pFirstChild;
   for (const EditTarget& target : step.targets) place(copies->m_pFirstChild, target.node.Get());
 }
+
+/// Does the same where there are many targets: calls `place` with the copy, which hangs nowhere,
+/// and with the link to the target.
+void LinkCopies(EditStep& step,
+                const std::function<void(XMLPtr<IXMLDOMNode> copy, IXMLDOMNode** link)>& place) {
+  LoadCopies(step);
+  IXMLDOMNode* copies = step.copies->m_pFirstChild;
+  ChildLinks links;
+  for (const EditTarget& target : step.targets) {
+    place(TakeOut(&copies->m_pFirstChild), links.To(target.node.Get()));
+  }
+}
+
+bool AreMany(const EditStep& step) { return step.targets.size() > 1; }
 
 /// Throws when a text could not be stored, which the checks of operands have left no reason for.
 void Require(const xmldom::StoreResult& result) {
@@ -38,14 +89,6 @@ IXMLDOMNode** LinkTo(IXMLDOMNode* element, const std::string& name) {
   IXMLDOMNode** link = &element->m_pFirstAttribute;
   while (*link != nullptr && name != (*link)->m_pszNodeName) link = &(*link)->m_pNextSibling;
   return link;
-}
-
-/// Takes an attribute out of its chain. Result: the attribute, whose reference is the caller's.
-XMLPtr<IXMLDOMNode> TakeOut(IXMLDOMNode** link) {
-  IXMLDOMNode* attribute = *link;
-  *link = attribute->m_pNextSibling;
-  attribute->m_pNextSibling = nullptr;
-  return xmldom::Adopt(attribute);
 }
 
 /// Whether an attribute stands in the tag of its element.
@@ -79,12 +122,24 @@ void ChangeAppend(EditStep& step) {
 }
 
 void ChangeInsertBefore(EditStep& step) {
+  if (AreMany(step)) {
+    LinkCopies(step, [](XMLPtr<IXMLDOMNode> copy, IXMLDOMNode** link) {
+      PutIn(link, std::move(copy), (*link)->m_pParent);
+    });
+    return;
+  }
   PlaceCopies(step, [](IXMLDOMNode* copy, IXMLDOMNode* target) {
     target->m_pParent->insertBefore(copy, target, nullptr);
   });
 }
 
 void ChangeInsertAfter(EditStep& step) {
+  if (AreMany(step)) {
+    LinkCopies(step, [](XMLPtr<IXMLDOMNode> copy, IXMLDOMNode** link) {
+      PutIn(&(*link)->m_pNextSibling, std::move(copy), (*link)->m_pParent);
+    });
+    return;
+  }
   PlaceCopies(step, [](IXMLDOMNode* copy, IXMLDOMNode* target) {
     IXMLDOMNode* parent = target->m_pParent;
     if (target->m_pNextSibling != nullptr) {
@@ -96,6 +151,14 @@ void ChangeInsertAfter(EditStep& step) {
 }
 
 void ChangeReplace(EditStep& step) {
+  if (AreMany(step)) {
+    LinkCopies(step, [](XMLPtr<IXMLDOMNode> copy, IXMLDOMNode** link) {
+      IXMLDOMNode* parent = (*link)->m_pParent;
+      TakeOut(link);
+      PutIn(link, std::move(copy), parent);
+    });
+    return;
+  }
   PlaceCopies(step, [](IXMLDOMNode* copy, IXMLDOMNode* target) {
     XMLPtr<IXMLDOMNode> replaced;
     target->m_pParent->replaceChild(copy, target, replaced.Out());
@@ -103,19 +166,21 @@ void ChangeReplace(EditStep& step) {
 }
 
 void ChangeRemove(EditStep& step) {
-  for (const EditTarget& target : step.targets) {
-    XMLPtr<IXMLDOMNode> removed;
-    target.node->m_pParent->removeChild(target.node.Get(), removed.Out());
+  if (AreMany(step)) {
+    ChildLinks links;
+    for (const EditTarget& target : step.targets) TakeOut(links.To(target.node.Get()));
+    return;
   }
+  const EditTarget& target = step.targets.front();
+  XMLPtr<IXMLDOMNode> removed;
+  target.node->m_pParent->removeChild(target.node.Get(), removed.Out());
 }
 
 void ChangeSetText(EditStep& step) {
   for (const EditTarget& target : step.targets) {
     Require(xmldom::SetText(target.node, step.edit.operands[1]));
-    IXMLDOMNode* text = target.node->m_pFirstChild;
-    if (text != nullptr) {
-      text->SetValue(step.encoding.WithReferences(text->m_pszValue).c_str());
-    }
+    if (step.encoding.FindForeign(step.edit.operands[1]) == std::string::npos) continue;
+    target.node->SetValue(step.encoding.Escape(step.edit.operands[1]).c_str());
   }
 }
 

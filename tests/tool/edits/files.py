@@ -7,7 +7,7 @@ from xml.parsers import expat
 from elements import Reader
 
 SUFFIXES = ('.xml .svg .gir .rng .xsd .plist .xsl .ui .rss .pom .xhtml .docbook .its .rdf .conf '
-            '.fo .wsdl .opf .policy .metainfo').split()
+            '.wsdl .opf .policy .metainfo').split()
 
 KINDS = {
     'config': '<?xml version="1.0"?>\n<!-- head -->\n<config  version = \'1\'>\n\t<!-- host -->\n'
