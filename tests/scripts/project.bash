@@ -4,7 +4,7 @@
 . "$(dirname "$0")/../tool/driver.bash"
 
 project=$(cd "$(dirname "$tool")/.." && pwd)
-scripts=$(cd "$project/scripts" && find . -maxdepth 1 -type f | sed 's:^\./::' | sort)
+scripts=$(cd "$project/scripts" && grep -lxs '#!/usr/bin/env bash' -- * | sort)
 unset XMLDOM_SCRIPT_REPORT
 
 # Puts the scripts into ./copy/scripts.
