@@ -10,7 +10,7 @@
 #endif
 #endif
 
-// Counters of live objects and strings, which all threads share.
+// Numbers that all threads share, such as the counters of live objects and strings.
 
 namespace xmldom {
 
@@ -27,6 +27,20 @@ __attribute__((always_inline)) inline void AddToCount(Number& count, int change)
   }
 #endif
   __atomic_fetch_add(&count, change, __ATOMIC_RELAXED);
+}
+
+/// Stores a number that other threads may exchange at the same time. Result: the one that was
+/// there. Nothing else is ordered by it.
+template <class Number>
+__attribute__((always_inline)) inline Number Exchange(Number& place, Number number) {
+#ifdef XMLDOM_HAS_SINGLE_THREADED
+  if (__libc_single_threaded) {
+    const Number old = place;
+    place = number;
+    return old;
+  }
+#endif
+  return __atomic_exchange_n(&place, number, __ATOMIC_RELAXED);
 }
 
 /// Result: a counter that other threads may change at the same time.
