@@ -47,6 +47,9 @@ class PassedDocument {
       case 8:
         Nest(root, place);
         break;
+      case 9:
+        GoBackwards(root);
+        break;
       default:
         for (int i = 0; i < 3; ++i) Append(root);
     }
@@ -100,6 +103,17 @@ class PassedDocument {
     const int before = node->CountChildNodes();
     for (int i = 0; i < 3; ++i) Node(node->AddChild("t", nullptr));
     EXPECT_EQ(before + 3, node->CountChildNodes());
+  }
+
+  void GoBackwards(IXMLDOMNode* root) {
+    Node node;
+    root->get_lastChild(node.Out());
+    for (auto name = m_names.rbegin(); name != m_names.rend(); ++name) {
+      ASSERT_TRUE(node);
+      EXPECT_EQ(*name, node->m_pszNodeName);
+      node->get_previousSibling(node.Out());
+    }
+    EXPECT_FALSE(node);
   }
 
   void Reload() {

@@ -1,21 +1,21 @@
-// The marks in the chain of children that was gone through backwards last. Tested by
+// The marks in the chain of children that was searched last. Tested by
 // tests/dom/ChainMarks_test.cpp.
 //
-// A walk from the first child finds the node before any other. Going backwards in this way would be
-// quadratic. So when somebody asks for the node before the one that was found last, the walk leaves
-// marks: at a quarter, a half and three quarters of its way, then in the same manner in the last
-// quarter, and so on until less than 16 nodes are left. The next walks begin at the last mark. When
-// the marks up to there are used up, the one before them is the last, and the walk that begins
-// there leaves marks in its turn. So each level of quarters is walked through once, and there is
-// never more than three marks of a level.
+// A search from the first child finds the node before any other. Going backwards in this way would
+// be quadratic. So each search leaves marks on its way: two or three, at equal distances, which
+// double while the way gets longer. The next search begins at the last mark, and leaves marks in
+// the rest in its turn, and so on until fewer than 16 nodes are left. Whoever goes backwards comes
+// to the last mark; then the search begins at the one before it. So the searches go once or twice
+// over a third of a chain, of that third, and so on, and each level has three marks at most.
 //
 // Correctness needs neither the order of the marks nor their distances. A chain has only one node
-// whose next sibling is the wanted one. So whatever a walk from a node of the chain finds is what a
-// walk from the first child would find, and when it finds nothing, that other walk is made. It is
-// enough that a mark is in the chain: it exists (NodeCache.cpp), and it has the parent whose
-// children are searched. A member that takes a node out of a chain sets the parent to null. Chains
-// without marks that somebody may remove at random cost one walk for each removal, as without a
-// cache: marks are made for walks backwards alone.
+// whose next sibling is the wanted one. So whatever a search from a node of the chain finds is what
+// one from the first child would find, and when it finds nothing, that one is made. It is enough
+// that a mark is in the chain: it exists (NodeCache.cpp), and it has the parent whose children are
+// searched. A member that takes a node out of a chain sets its parent to null.
+//
+// At random places, the marks of the last search save as many steps as searches from them take in
+// vain.
 
 #include <xmldom/dom/ChainMarks.h>
 
@@ -29,45 +29,47 @@ namespace xmldom {
 
 namespace {
 
-/// A walk from a node, to the one before the wanted one or the end of the chain.
-struct Walk {
-  IXMLDOMNode* place;
-  std::size_t steps;
-
-  explicit Walk(IXMLDOMNode* start) : place(start), steps(0) {}
-
-  /// Result: the node before the wanted one; null when it is not among the next ones.
-  IXMLDOMNode* FindBefore(const IXMLDOMNode* node, std::size_t most) {
-    for (; place != nullptr && steps <= most; ++steps, place = place->m_pNextSibling) {
-      if (place->m_pNextSibling == node) return place;
-    }
-    return nullptr;
+/// Looks for the node before `node` from `place` on, among so many. Result: that node, or null.
+/// Out: where the search has ended; null behind the last of the chain.
+XMLDOM_NOINLINE IXMLDOMNode* Search(IXMLDOMNode*& place, const IXMLDOMNode* node,
+                                    std::size_t most) {
+  for (; place != nullptr && most != 0; --most, place = place->m_pNextSibling) {
+    if (place->m_pNextSibling == node) return place;
   }
-};
-
-const std::size_t kAll = static_cast<std::size_t>(-1);
-
-/// Whether a node can be used to search the children of `parent`.
-bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent) {
-  return cached.node != nullptr && IsUnchanged(cache, cached) && cached.node->m_pParent == parent;
+  return nullptr;
 }
 
-/// Leaves marks behind `node` on the way of a walk of so many steps from there.
-void LeaveMarks(ChainMarks& marks, IXMLDOMNode* node, std::size_t steps) {
-  while (steps >= kFewNodes && marks.count + 3 <= ChainMarks::kMost) {
-    const std::size_t quarter = steps / 4;
-    for (int i = 0; i < 3; ++i) {
-      for (std::size_t step = 0; step < quarter; ++step) node = node->m_pNextSibling;
-      marks.marks[marks.count++] = Cached(node);
+/// Searches the children of `parent` from a cached node on, if that can be used.
+XMLDOM_NOINLINE IXMLDOMNode* SearchNear(const NodeCache& cache, const CachedNode& cached,
+                                        const IXMLDOMNode* parent, const IXMLDOMNode* node) {
+  if (!IsIn(cache, cached, parent)) return nullptr;
+  IXMLDOMNode* place = cached.node;
+  return Search(place, node, kFewNodes);
+}
+
+/// Searches from `place` to the end of the chain, and leaves marks on the way.
+IXMLDOMNode* SearchAndMark(ChainMarks& marks, IXMLDOMNode* place, const IXMLDOMNode* node) {
+  const std::size_t old = marks.count;
+  std::size_t distance = kFewNodes;
+  for (;;) {
+    IXMLDOMNode* before = Search(place, node, distance);
+    if (place == nullptr || before != nullptr) return before;
+    if (marks.count == ChainMarks::kMost) continue;
+    CachedNode* level = marks.marks + old;
+    level[marks.count++ - old] = Cached(place);
+    if (marks.count - old == 4) {
+      level[0] = level[1];
+      level[1] = level[3];
+      marks.count = old + 2;
+      distance *= 2;
     }
-    steps -= 3 * quarter;
   }
 }
 
 }  // namespace
 
 IXMLDOMNode* FindBefore(IXMLDOMNode* node) {
-  const IXMLDOMNode* parent = node->m_pParent;
+  IXMLDOMNode* const parent = node->m_pParent;
   IXMLDOMNode* const first = parent->m_pFirstChild;
   NodeCache& cache = CacheOfThread();
   ChainMarks& marks = cache.marks;
@@ -80,32 +82,31 @@ IXMLDOMNode* FindBefore(IXMLDOMNode* node) {
     marks.count = 0;
     cache.valid |= NodeCache::kMarksBit;
   }
-  const bool isBackwards = node == marks.before.node;
   IXMLDOMNode* before = nullptr;
-  if (!isBackwards) {
-    before = Walk(first).FindBefore(node, kFewNodes);
-    if (before != nullptr) return before;
-    if (IsIn(cache, marks.before, parent)) {
-      before = Walk(marks.before.node).FindBefore(node, kFewNodes);
+  // Somebody who goes backwards is at none of these places.
+  if (node != marks.before.node) {
+    before = SearchNear(cache, marks.before, parent, node);
+    if (before == nullptr) {
+      IXMLDOMNode* place = first;
+      before = Search(place, node, kFewNodes);
+      // Not cached, so that who goes backwards finds what was.
+      if (before != nullptr) return before;
+      before = SearchNear(cache, BeforeEnd(parent), parent, node);
     }
-    if (before == nullptr) before = BeforeLast(node);
   }
-  if (before == nullptr) {
+  while (before == nullptr) {
+    IXMLDOMNode* start = first;
     for (; marks.count != 0; --marks.count) {
       const CachedNode& mark = marks.marks[marks.count - 1];
-      if (mark.node != node && IsIn(cache, mark, parent)) break;
+      if (mark.node != node && IsIn(cache, mark, parent)) {
+        start = mark.node;
+        break;
+      }
     }
-    IXMLDOMNode* start = marks.count != 0 ? marks.marks[marks.count - 1].node : first;
-    Walk walk(start);
-    before = walk.FindBefore(node, kAll);
-    if (before == nullptr) {
-      if (marks.count == 0) return nullptr;
-      marks.count = 0;
-      before = Walk(first).FindBefore(node, kAll);
-      if (before == nullptr) return nullptr;
-    } else if (isBackwards || marks.count != 0) {
-      LeaveMarks(marks, start, walk.steps);
-    }
+    before = SearchAndMark(marks, start, node);
+    if (before != nullptr) break;
+    marks.count = 0;
+    if (start == first) return nullptr;
   }
   marks.before = Cached(before);
   return before;

@@ -32,6 +32,8 @@
 // B's change and the return of the document. Relaxed operations are enough for this, because only
 // the order of the changes of one element matters.
 //
+// While the process has one thread, no other has anything cached, and no tokens are entered.
+//
 // Regions that share an element of the table, and threads that share a region, only make more
 // entries invalid, and only when nodes are destroyed or unlinked there. Threads take tokens from a
 // common counter, in groups that tell from whom a token is. On a machine of 32 bits the counter
@@ -53,76 +55,49 @@ namespace {
 // The first token of the next group. The first group of all is nobody's, so that 0 is no token.
 unsigned long g_ulNextTokens = kTokensAtOnce;
 
-/// Enters a new token for the region of a node. A token of another thread that was there may be for
-/// a change that this thread has not seen yet, and its own token would hide that.
+/// Enters a new token for the region of a node, if there are other threads to find it. A token of
+/// another thread that was there may be for a change that this thread has not seen yet, and its own
+/// token would hide that.
 inline void Enter(NodeCache& cache, const IXMLDOMNode* node) {
+  if (HasOneThread()) return;
   // Tokens are used in falling order; the last of a group is never used, as that of no group is 0.
   if (cache.token % kTokensAtOnce == 0) {
     cache.token = __atomic_add_fetch(&g_ulNextTokens, kTokensAtOnce, __ATOMIC_RELAXED) - 1;
   }
-  const unsigned long old = Exchange(ElementOf(node), cache.token);
+  const unsigned long old = __atomic_exchange_n(&ElementOf(node), cache.token, __ATOMIC_RELAXED);
   if (old != 0 && (old ^ cache.token) >= kTokensAtOnce) cache.valid = 0;
   --cache.token;
 }
 
-/// Compares a node with cached pointers.
-class Comparison {
- public:
-  explicit Comparison(const IXMLDOMNode* node)
-      : m_node(reinterpret_cast<std::uintptr_t>(node)), m_isMatch(false), m_isNear(false) {}
+/// Whether an address is that of a node or of a field of it.
+inline bool IsWithin(const IXMLDOMNode* node, const void* address) {
+  return reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(node) <
+         sizeof(IXMLDOMNode);
+}
 
-  /// Compares with the address of a node, or of a field of one.
-  void With(const void* address) {
-    const std::uintptr_t distance = reinterpret_cast<std::uintptr_t>(address) - m_node;
-    // Whatever begins in the node's region has all its fields within this distance.
-    const std::uintptr_t most = (1 << 16) + sizeof(IXMLDOMNode);
-    if (distance + most <= 2 * most) m_isNear = true;
-    if (distance < sizeof(IXMLDOMNode)) m_isMatch = true;
-  }
-
-  /// Whether one of the addresses since the last call is that of the node or of a field of it.
-  bool TakeMatch() {
-    const bool isMatch = m_isMatch;
-    m_isMatch = false;
-    return isMatch;
-  }
-
-  /// Whether one of the addresses may belong to a node of the same region.
-  bool IsNear() const { return m_isNear; }
-
- private:
-  const std::uintptr_t m_node;
-  bool m_isMatch;
-  bool m_isNear;
-};
-
-/// Takes every pointer to a node out of the cache. Result: as of ForgetNode.
-XMLDOM_NOINLINE bool TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
-  Comparison comparison(node);
-  for (std::size_t i = 0; i < NodeCache::kEnds; ++i) {
-    if ((cache.valid >> i & 1) == 0) continue;
-    const ChainEnd& end = cache.ends[i];
-    comparison.With(end.head);
-    comparison.With(end.first);
-    comparison.With(end.previous.node);
-    comparison.With(end.last.node);
-    if (comparison.TakeMatch()) cache.valid &= ~(1u << i);
-  }
-  if ((cache.valid & NodeCache::kMarksBit) != 0) {
-    ChainMarks& marks = cache.marks;
-    comparison.With(marks.parent);
-    comparison.With(marks.first);
-    if (comparison.TakeMatch()) cache.valid &= ~NodeCache::kMarksBit;
-    for (std::size_t i = 0; i <= marks.count; ++i) {
-      CachedNode& mark = i == 0 ? marks.before : marks.marks[i - 1];
-      comparison.With(mark.node);
-      if (comparison.TakeMatch()) mark.node = nullptr;
+/// Takes every pointer to a node out of the cache.
+XMLDOM_NOINLINE void TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
+  unsigned left = cache.valid & (NodeCache::kMarksBit - 1);
+  for (; left != 0; left &= left - 1) {
+    const ChainEnd& end = cache.ends[__builtin_ctz(left)];
+    if (IsWithin(node, end.head) || end.first == node || end.previous.node == node ||
+        end.last.node == node) {
+      cache.valid &= ~(left & -left);
     }
   }
-  return comparison.IsNear();
+  ChainMarks& marks = cache.marks;
+  if (marks.parent == node || marks.first == node) cache.valid &= ~NodeCache::kMarksBit;
+  if (marks.before.node == node) marks.before.node = nullptr;
+  for (std::size_t i = 0; i < marks.count; ++i) {
+    if (marks.marks[i].node == node) marks.marks[i].node = nullptr;
+  }
 }
 
 }  // namespace
+
+bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent) {
+  return cached.node != nullptr && IsUnchanged(cache, cached) && cached.node->m_pParent == parent;
+}
 
 XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) {
   NodeCache& cache = CacheOfThread();
@@ -133,9 +108,9 @@ XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) {
 XMLDOM_NOINLINE bool ForgetNode(const IXMLDOMNode* node) {
   NodeCache& cache = CacheOfThread();
   cache.valid &= ~NodeCache::kOwnedBit;
-  const bool isNear = cache.valid != 0 && TakeOut(cache, node);
+  if (cache.valid != 0) TakeOut(cache, node);
   Enter(cache, node);
-  return isNear;
+  return cache.valid != 0;
 }
 
 XMLDOM_COLD XMLDOM_NOINLINE void ForgetFollowers(const IXMLDOMNode* node) {

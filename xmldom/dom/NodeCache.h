@@ -63,8 +63,8 @@ struct NodeCache {
 
   unsigned valid;
   unsigned long token;  // the next that this thread may enter
-  ChainEnd ends[kEnds];
   ChainMarks marks;
+  ChainEnd ends[kEnds];
   OwnedChain owned;
 };
 
@@ -118,15 +118,19 @@ inline bool IsUnchanged(const NodeCache& cache, const CachedNode& cached) {
   return IsUnchanged(cache, cached.node, cached.token);
 }
 
+/// Whether a node can be used as one of the children of `parent`.
+bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent);
+
 inline CachedNode Cached(IXMLDOMNode* node) { return CachedNode{node, TokenOf(node)}; }
 
 /// Tells other threads of a change in the region of a node, which may be null or dangle. To be
-/// called for a node and for its parent before the node leaves its chain.
+/// called for the parent of a node before the node leaves its chain; for the node itself too, when
+/// what is cached of owners may have it (NodeOwners.cpp).
 void NoteChange(const IXMLDOMNode* node);
 
 /// Takes every pointer to a node out of this thread's cache, and tells other threads of the change.
-/// To be called before the node is destroyed. Result: whether the cache may have pointers to other
-/// nodes of the same region.
+/// To be called before the node is destroyed. Result: whether anything else is cached. If not, the
+/// call holds for all nodes of the region that are destroyed with this one.
 bool ForgetNode(const IXMLDOMNode* node);
 
 /// Forgets all that this thread has cached.

@@ -2,6 +2,7 @@
 #define XMLDOM_DOM_NODECHAIN_H
 
 #include <xmldom/base/Text.h>
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <cstddef>
@@ -22,16 +23,17 @@ const std::size_t kFewNodes = 16;
 /// chain takes its slot, or the thread forgets everything (NodeCache.h).
 IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent);
 
-/// The node before `node`, if the cache has it as the last child of its parent; else null.
-IXMLDOMNode* BeforeLast(const IXMLDOMNode* node);
+/// The node before the last child of `parent`, as it is cached; it may be null, or not be right any
+/// more.
+CachedNode BeforeEnd(IXMLDOMNode* parent);
 
 /// Links `node`, whose parent is set, at the end of the chain that starts at `head`. Cost: as for
 /// LastOfChain.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
-/// Links `node`, whose parent and next sibling are set, behind `before` among the children of its
-/// parent, or as their first when that is null. The end stays cached.
-void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* node);
+/// Lets `before`, or `parent` itself when that is null, link to `node` as the next or the first of
+/// its children. `node` may be null. The end stays cached.
+void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node);
 
 /// Takes `node` out of the children of its parent, where it stands behind `before`, or first when
 /// that is null. Its own fields stay as they are. The end stays cached.

@@ -84,7 +84,7 @@ IXMLDOMNode* PreviousOrNull(IXMLDOMNode* node) {
 
 /// Takes `node` out of the chain of its parent. Its own fields stay as they are.
 void UnlinkAndNote(IXMLDOMNode* previous, IXMLDOMNode* node) {
-  xmldom::NoteChange(node);
+  if (xmldom::OwnerGeneration() != 0) xmldom::NoteChange(node);
   xmldom::NoteChange(node->m_pParent);
   xmldom::Unlink(previous, node);
 }
@@ -145,7 +145,7 @@ HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, 
   if (node != refChild && node != previous) {
     IXMLDOMNode* followers = Detach(node);
     PlaceBefore(node, this, refChild);
-    xmldom::LinkBehind(previous, node);
+    xmldom::LinkBehind(previous, this, node);
     if (!DropFollowers(followers, this)) node = nullptr;
   }
   StoreIn(out, node);
@@ -162,7 +162,7 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     IXMLDOMNode* previous = PreviousOrNull(oldChild);
     PlaceBefore(node, this, oldChild->m_pNextSibling);
     UnlinkAndNote(previous, oldChild);
-    xmldom::LinkBehind(previous, node);
+    xmldom::LinkBehind(previous, this, node);
     oldChild->m_pNextSibling = nullptr;
     oldChild->m_pParent = nullptr;
     xmldom::SetOwners(oldChild, nullptr);

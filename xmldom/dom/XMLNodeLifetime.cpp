@@ -152,14 +152,14 @@ inline IXMLDOMNode* TakeLink(IXMLDOMNode* node, Clearing siblings, Clearing& cle
   return target;
 }
 
-/// The nodes that the loop destroys. They are counted together. Where nothing is cached of a region
-/// of memory, its nodes are forgotten together too, because doing so for each would take noticeably
+/// The nodes that the loop destroys. They are counted together. While nothing is cached, those of a
+/// region of memory are forgotten together too, because doing so for each would take noticeably
 /// longer.
 class Destroyed {
  public:
-  /// `top` itself is forgotten already; `isNear` is what ForgetNode gave for it.
-  Destroyed(const IXMLDOMNode* top, bool isNear)
-      : m_region(isNear ? xmldom::kNoRegion : xmldom::RegionOf(top)), m_number(0) {}
+  /// `top` itself is forgotten already; `isCached` is what ForgetNode gave for it.
+  Destroyed(const IXMLDOMNode* top, bool isCached)
+      : m_region(isCached ? xmldom::kNoRegion : xmldom::RegionOf(top)), m_number(0) {}
 
   /// Destroys a bare node of no derived class.
   void Add(IXMLDOMNode* node) {
@@ -179,7 +179,7 @@ class Destroyed {
   }
 
  private:
-  std::uintptr_t m_region;  // of which nothing is cached; kNoRegion if that is not known of any
+  std::uintptr_t m_region;  // that ForgetNode need not be called for; kNoRegion for none
   int m_number;             // destroyed and not counted yet
 };
 
@@ -195,15 +195,15 @@ XMLDOM_NOINLINE void ReleaseOther(IXMLDOMNode* node, Clearing clearing) {
 ///
 /// A node whose last reference goes is taken apart by this loop. A node that stays is cleared with
 /// all that it keeps alive. A node of a derived class is destroyed by its own destructor. `top` is
-/// forgotten already; `isNear` is what ForgetNode gave for it.
+/// forgotten already; `isCached` is what ForgetNode gave for it.
 ///
 /// Not inlined into the destructor: it runs once per node, and most nodes have nothing to release.
-XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top, bool isNear) {
+XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top, bool isCached) {
   IXMLDOMNode* node = top;
   Clearing siblings = top->m_pOwnerDocument != nullptr ? CLEARING_TOP : CLEARING_NOTHING;
   if (siblings == CLEARING_TOP) top->m_pParent = nullptr;
   WayBack::Set(top, nullptr, siblings);
-  Destroyed destroyed(top, isNear);
+  Destroyed destroyed(top, isCached);
   for (;;) {
     Clearing clearing;
     IXMLDOMNode* target = TakeLink(node, siblings, clearing);
@@ -268,11 +268,11 @@ IXMLDOMNode::IXMLDOMNode(const xmldom::Uncounted&)
       m_eNodeType(NODE_INVALID) {}
 
 IXMLDOMNode::~IXMLDOMNode() {
-  const bool isNear = xmldom::ForgetNode(this);
+  const bool isCached = xmldom::ForgetNode(this);
   const bool isBare = IsBare(*this);
   // A bare node without parent, as a member leaves it that took it out, heads no chain.
   if (!isBare || m_pParent != nullptr) xmldom::NoteChange(m_pParent);
-  if (!isBare) ReleaseLinks(this, isNear);
+  if (!isBare) ReleaseLinks(this, isCached);
   std::free(m_pszNodeName);
   std::free(m_pszValue);
   xmldom::AddToCount(m_iObjCount, -1);
