@@ -47,35 +47,31 @@ bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* head,
   return end.previous.node != nullptr && (isKnown || parent != nullptr);
 }
 
-/// Walks to the end of a chain, and caches that if the chain is long. Result: the last node.
-XMLDOM_NOINLINE IXMLDOMNode* WalkToEnd(NodeCache& cache, std::size_t slot, IXMLDOMNode*& head,
-                                       const IXMLDOMNode* parent) {
-  IXMLDOMNode* previous = nullptr;
-  IXMLDOMNode* last = head;
-  std::size_t steps = 0;
-  for (; last->m_pNextSibling != nullptr; ++steps) {
-    previous = last;
-    last = last->m_pNextSibling;
-  }
-  if (steps >= kFewNodes) {
-    cache.ends[slot] = ChainEnd{&head, head, TokenOf(parent), Cached(previous), Cached(last)};
-    cache.valid |= 1u << slot;
-  }
-  return last;
-}
-
 /// Finds the last node of a chain. Result: the entry that has it now; null for a short chain.
 ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent, IXMLDOMNode*& last) {
   NodeCache& cache = CacheOfThread();
   const std::size_t slot = SlotOf(&head);
   ChainEnd& end = cache.ends[slot];
+  last = head;
+  std::size_t steps = 0;
   if (IsOf(cache, slot, &head)) {
-    last = end.last.node;
-    if (IsRight(cache, end, head, parent) && last->m_pNextSibling == nullptr) return &end;
-    cache.valid &= ~(1u << slot);
+    if (IsRight(cache, end, head, parent)) {
+      last = end.last.node;
+      if (last->m_pNextSibling == nullptr) return &end;
+      steps = kFewNodes;
+    } else {
+      cache.valid &= ~(1u << slot);
+    }
   }
-  last = WalkToEnd(cache, slot, head, parent);
-  return IsOf(cache, slot, &head) ? &end : nullptr;
+  IXMLDOMNode* previous = nullptr;
+  for (; last->m_pNextSibling != nullptr; ++steps) {
+    previous = last;
+    last = last->m_pNextSibling;
+  }
+  if (steps < kFewNodes) return nullptr;
+  end = ChainEnd{&head, head, TokenOf(parent), Cached(previous), Cached(last)};
+  cache.valid |= 1u << slot;
+  return &end;
 }
 
 }  // namespace
