@@ -48,6 +48,21 @@ class Tree {
   /// Takes the first child of the root element out and destroys it, `count` times. Result: 1.
   virtual std::size_t RemoveFirst(std::size_t /*count*/) { return kNotOffered; }
 
+  /// Adds an element behind the last child of the root element and takes the first one out, `count`
+  /// times. Result: 1.
+  virtual std::size_t Queue(std::size_t /*count*/) { return kNotOffered; }
+
+  /// Looks for the last child of the root element and adds an element before it, `count` times.
+  /// Result: 1.
+  virtual std::size_t InsertBeforeLast(std::size_t /*count*/) { return kNotOffered; }
+
+  /// Looks for the last child of the root element, takes it out and destroys it, `count` times.
+  /// Result: 1.
+  virtual std::size_t RemoveLast(std::size_t /*count*/) { return kNotOffered; }
+
+  /// Goes from the last child of the root element back to the first. Result: how many there are.
+  virtual std::size_t CountBackwards() { return kNotOffered; }
+
   /// Result: the heap bytes of the nodes, their names and their values alone; 0 from a library
   /// whose nodes do not show them.
   virtual std::size_t RecordBytes() const { return 0; }
@@ -76,6 +91,32 @@ class EditedTree : public Tree {
 
   std::size_t RemoveFirst(std::size_t count) override {
     for (; count > 0; --count) static_cast<Adapter*>(this)->RemoveOne();
+    return 1;
+  }
+
+  std::size_t Queue(std::size_t count) override {
+    for (; count > 0; --count) {
+      static_cast<Adapter*>(this)->AppendOne();
+      static_cast<Adapter*>(this)->RemoveOne();
+    }
+    return 1;
+  }
+};
+
+/// The edits of a library that also finds the last child and the one before another. In addition
+/// its `Adapter` has InsertOneBeforeLast(), for a root element that has children, RemoveLastOne()
+/// and CountBackwards().
+template <class Adapter>
+class TwoWayTree : public EditedTree<Adapter> {
+ public:
+  std::size_t InsertBeforeLast(std::size_t count) override {
+    static_cast<Adapter*>(this)->AppendOne();
+    for (; count > 1; --count) static_cast<Adapter*>(this)->InsertOneBeforeLast();
+    return 1;
+  }
+
+  std::size_t RemoveLast(std::size_t count) override {
+    for (; count > 0; --count) static_cast<Adapter*>(this)->RemoveLastOne();
     return 1;
   }
 };

@@ -104,6 +104,14 @@ const std::vector<Operation>& AllOperations() {
        [](Work& work) { return work.tree->InsertFirst(work.sample.nodes); }},
       {"remove-first", kLists, false, PrepareFullList,
        [](Work& work) { return work.tree->RemoveFirst(work.sample.nodes); }},
+      {"insert-last", kLists, false, PrepareTree,
+       [](Work& work) { return work.tree->InsertBeforeLast(work.sample.nodes); }},
+      {"remove-last", kLists, false, PrepareFullList,
+       [](Work& work) { return work.tree->RemoveLast(work.sample.nodes); }},
+      {"backwards", kLists, false, PrepareFullList,
+       [](Work& work) { return work.tree->CountBackwards(); }},
+      {"queue", kLists, false, PrepareFullList,
+       [](Work& work) { return work.tree->Queue(work.sample.nodes); }},
   };
   return operations;
 }

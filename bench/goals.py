@@ -24,9 +24,13 @@ OPERATIONS = {
     "first-found": Operation("select first, found", "pugixml", "pugixml", 0.3, None),
     "first-absent": Operation("select first, not there", "pugixml", "pugixml", 1.0, None),
     "compare": Operation("compare with an equal tree", "plain", "plain", 1.0, None),
-    "append": Operation("append one by one", "pugixml", "pugixml", 1.5, None),
-    "insert-first": Operation("insert before the first", "pugixml", "pugixml", 1.5, None),
-    "remove-first": Operation("remove the first", "pugixml", "pugixml", 1.5, None),
+    "append": Operation("append one by one", "pugixml", "pugixml", 2.0, None),
+    "insert-first": Operation("insert before the first", "pugixml", "pugixml", 2.2, None),
+    "remove-first": Operation("remove the first", "pugixml", "pugixml", 1.9, None),
+    "insert-last": Operation("insert before the last", "pugixml", "pugixml", 2.5, None),
+    "remove-last": Operation("remove the last", "pugixml", "pugixml", 4.0, None),
+    "backwards": Operation("go backwards over siblings", "pugixml", None, None, None),
+    "queue": Operation("append one, remove the first", "pugixml", None, None, None),
 }
 
 # The goals that are no ratios between libraries.
@@ -36,7 +40,7 @@ PEAK_ALLOWANCE = 128 * 1024  # what Expat needs besides, and whole pages
 MOST_GROWTH = 1.5
 MOST_CHILD_GROWTH = 3.0
 MOST_SEARCH_RATIO = 2.0
-MOST_KIBIBYTES = 112
+MOST_KIBIBYTES = 116
 
 
 def fixed(value, decimals=2):

@@ -22,7 +22,7 @@ bool TakeText(xmlChar* text) {
   return any;
 }
 
-class Libxml2Tree : public EditedTree<Libxml2Tree> {
+class Libxml2Tree : public TwoWayTree<Libxml2Tree> {
  public:
   ~Libxml2Tree() override {
     if (m_queries != nullptr) xmlXPathFreeContext(m_queries);
@@ -76,14 +76,24 @@ class Libxml2Tree : public EditedTree<Libxml2Tree> {
     }
   }
 
-  void RemoveOne() {
-    xmlNodePtr child = Root()->children;
-    xmlUnlinkNode(child);
-    xmlFreeNode(child);
+  void RemoveOne() { Remove(Root()->children); }
+
+  void InsertOneBeforeLast() { xmlAddPrevSibling(xmlGetLastChild(Root()), NewElement()); }
+  void RemoveLastOne() { Remove(xmlGetLastChild(Root())); }
+
+  std::size_t CountBackwards() override {
+    std::size_t count = 0;
+    for (xmlNodePtr child = xmlGetLastChild(Root()); child != nullptr; child = child->prev) ++count;
+    return count;
   }
 
  private:
   xmlNodePtr Root() const { return xmlDocGetRootElement(m_document); }
+
+  static void Remove(xmlNodePtr child) {
+    xmlUnlinkNode(child);
+    xmlFreeNode(child);
+  }
 
   xmlNodePtr NewElement() const {
     return xmlNewDocNode(m_document, nullptr, Chars(kChildName), nullptr);

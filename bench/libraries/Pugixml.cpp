@@ -30,7 +30,7 @@ void CollectText(const pugi::xml_node& node, std::string& out) {
   }
 }
 
-class PugixmlTree : public EditedTree<PugixmlTree> {
+class PugixmlTree : public TwoWayTree<PugixmlTree> {
  public:
   bool Load(const std::string& text) {
     return FindRoot(m_document.load_buffer(text.data(), text.size()));
@@ -59,6 +59,16 @@ class PugixmlTree : public EditedTree<PugixmlTree> {
   void AppendOne() { m_root.append_child(kChildName); }
   void InsertOne() { m_root.prepend_child(kChildName); }
   void RemoveOne() { m_root.remove_child(m_root.first_child()); }
+  void InsertOneBeforeLast() { m_root.insert_child_before(kChildName, m_root.last_child()); }
+  void RemoveLastOne() { m_root.remove_child(m_root.last_child()); }
+
+  std::size_t CountBackwards() override {
+    std::size_t count = 0;
+    for (pugi::xml_node child = m_root.last_child(); child; child = child.previous_sibling()) {
+      ++count;
+    }
+    return count;
+  }
 
  private:
   bool FindRoot(bool isLoaded) {

@@ -6,7 +6,7 @@ namespace bench {
 
 namespace {
 
-class Tinyxml2Tree : public EditedTree<Tinyxml2Tree> {
+class Tinyxml2Tree : public TwoWayTree<Tinyxml2Tree> {
  public:
   bool Load(const std::string& text) {
     return m_document.Parse(text.data(), text.size()) == tinyxml2::XML_SUCCESS;
@@ -25,6 +25,23 @@ class Tinyxml2Tree : public EditedTree<Tinyxml2Tree> {
   void AppendOne() { Root()->InsertEndChild(m_document.NewElement(kChildName)); }
   void InsertOne() { Root()->InsertFirstChild(m_document.NewElement(kChildName)); }
   void RemoveOne() { Root()->DeleteChild(Root()->FirstChild()); }
+  void RemoveLastOne() { Root()->DeleteChild(Root()->LastChild()); }
+
+  /// The library inserts behind a node only.
+  void InsertOneBeforeLast() {
+    tinyxml2::XMLNode* before = Root()->LastChild()->PreviousSibling();
+    tinyxml2::XMLNode* child = m_document.NewElement(kChildName);
+    before == nullptr ? Root()->InsertFirstChild(child) : Root()->InsertAfterChild(before, child);
+  }
+
+  std::size_t CountBackwards() override {
+    std::size_t count = 0;
+    for (tinyxml2::XMLNode* child = Root()->LastChild(); child != nullptr;
+         child = child->PreviousSibling()) {
+      ++count;
+    }
+    return count;
+  }
 
  private:
   tinyxml2::XMLElement* Root() { return m_document.RootElement(); }

@@ -50,7 +50,7 @@ class StrictErrors : public xercesc::ErrorHandler {
   void resetErrors() override {}
 };
 
-class XercesTree : public EditedTree<XercesTree> {
+class XercesTree : public TwoWayTree<XercesTree> {
  public:
   bool Load(const std::string& text) {
     const XMLByte* bytes = reinterpret_cast<const XMLByte*>(text.data());
@@ -93,6 +93,17 @@ class XercesTree : public EditedTree<XercesTree> {
   void AppendOne() { Root()->appendChild(NewElement()); }
   void InsertOne() { Root()->insertBefore(NewElement(), Root()->getFirstChild()); }
   void RemoveOne() { Root()->removeChild(Root()->getFirstChild())->release(); }
+  void InsertOneBeforeLast() { Root()->insertBefore(NewElement(), Root()->getLastChild()); }
+  void RemoveLastOne() { Root()->removeChild(Root()->getLastChild())->release(); }
+
+  std::size_t CountBackwards() override {
+    std::size_t count = 0;
+    for (xercesc::DOMNode* child = Root()->getLastChild(); child != nullptr;
+         child = child->getPreviousSibling()) {
+      ++count;
+    }
+    return count;
+  }
 
  private:
   /// `source` is whatever the parser takes. Result: whether it has accepted that.

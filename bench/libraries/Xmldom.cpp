@@ -26,7 +26,7 @@ std::size_t ChainBytes(IXMLDOMNode* node) {
   return bytes;
 }
 
-class XmldomTree : public EditedTree<XmldomTree> {
+class XmldomTree : public TwoWayTree<XmldomTree> {
  public:
   XmldomTree() { Create(m_document.Out()); }
 
@@ -68,7 +68,7 @@ class XmldomTree : public EditedTree<XmldomTree> {
   void AppendOne() { xmldom::Adopt(Root()->AddChild(kChildName, nullptr)); }
 
   void InsertOne() {
-    IXMLDOMNode* child = new IXMLDOMNode(m_document.Get(), kChildName, nullptr, NODE_ELEMENT);
+    IXMLDOMNode* child = NewChild();
     if (Root()->m_pFirstChild == nullptr) {
       Root()->appendChild(child, nullptr);
     } else {
@@ -81,10 +81,36 @@ class XmldomTree : public EditedTree<XmldomTree> {
     Root()->removeChild(Root()->m_pFirstChild, child.Out());
   }
 
+  void InsertOneBeforeLast() {
+    XMLPtr<IXMLDOMNode> last;
+    Root()->get_lastChild(last.Out());
+    Root()->insertBefore(NewChild(), last.Get(), nullptr);
+  }
+
+  void RemoveLastOne() {
+    XMLPtr<IXMLDOMNode> last;
+    XMLPtr<IXMLDOMNode> child;
+    Root()->get_lastChild(last.Out());
+    Root()->removeChild(last.Get(), child.Out());
+  }
+
+  std::size_t CountBackwards() override {
+    std::size_t count = 0;
+    XMLPtr<IXMLDOMNode> child;
+    for (Root()->get_lastChild(child.Out()); child; child->get_previousSibling(child.Out())) {
+      ++count;
+    }
+    return count;
+  }
+
   std::size_t RecordBytes() const override { return ChainBytes(Root()); }
 
  private:
   IXMLDOMNode* Root() const { return m_document->m_pFirstChild; }
+
+  IXMLDOMNode* NewChild() const {
+    return new IXMLDOMNode(m_document.Get(), kChildName, nullptr, NODE_ELEMENT);
+  }
 
   XMLPtr<IXMLDOMDocument2> m_document;
 };

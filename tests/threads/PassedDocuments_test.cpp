@@ -26,7 +26,7 @@ class PassedDocument {
   void Change(std::mt19937& random) {
     IXMLDOMNode* const root = Root(m_document);
     const std::size_t place = m_names.empty() ? 0 : random() % m_names.size();
-    switch (m_names.size() > 60 ? 0 : random() % 20) {
+    switch (m_names.size() > 60 ? 0 : random() % 22) {
       case 0:
         Reload();
         break;
@@ -58,6 +58,9 @@ class PassedDocument {
         break;
       case 11:
         AppendAttributes(root);
+        break;
+      case 12:
+        GoBackwards(root);
         break;
       default:
         for (int i = 0; i < 3; ++i) Append(root);
@@ -135,6 +138,17 @@ class PassedDocument {
     const int before = node->CountChildNodes();
     for (int i = 0; i < 3; ++i) Node(node->AddChild("t", nullptr));
     EXPECT_EQ(before + 3, node->CountChildNodes());
+  }
+
+  void GoBackwards(IXMLDOMNode* root) {
+    Node node;
+    root->get_lastChild(node.Out());
+    for (auto name = m_names.rbegin(); name != m_names.rend(); ++name) {
+      ASSERT_TRUE(node);
+      EXPECT_EQ(*name, node->m_pszNodeName);
+      node->get_previousSibling(node.Out());
+    }
+    EXPECT_FALSE(node);
   }
 
   void Reload() {

@@ -14,18 +14,24 @@
 
 namespace xmldom {
 
+/// Whether the process is known to have one thread. False where the C library cannot tell.
+__attribute__((always_inline)) inline bool HasOneThread() {
+#ifdef XMLDOM_HAS_SINGLE_THREADED
+  return __libc_single_threaded != 0;
+#else
+  return false;
+#endif
+}
+
 /// Adds to a counter that other threads may change at the same time. Only the sum matters, so that
-/// nothing else is ordered by it. While the process has one thread, as the C library tells where it
-/// can, a plain addition does, which takes a fraction of the time. Always inlined, because a call
-/// is longer than the instructions.
+/// nothing else is ordered by it. While the process has one thread, a plain addition does, which
+/// takes a fraction of the time. Always inlined, because a call is longer than the instructions.
 template <class Number>
 __attribute__((always_inline)) inline void AddToCount(Number& count, int change) {
-#ifdef XMLDOM_HAS_SINGLE_THREADED
-  if (__libc_single_threaded) {
+  if (HasOneThread()) {
     count += change;
     return;
   }
-#endif
   __atomic_fetch_add(&count, change, __ATOMIC_RELAXED);
 }
 

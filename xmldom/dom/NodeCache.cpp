@@ -3,31 +3,46 @@
 //
 // Each thread has a cache of its own, so that threads with documents of their own need no lock. A
 // document may also pass from one thread to another and come back, and the other thread may have
-// destroyed nodes that the first has in its cache. So an entry is valid until one of two things
-// happens:
-//  - The thread itself destroys or unlinks a node, any node. It clears the bits of all its entries.
-//  - Another thread destroys or unlinks a node of the entry, or another node of the same chain. It
-//    enters a new token in g_aulTokens: for the region of memory where that node is, and for the
-//    region of the parent, which stands for the parent's chains. Of a subtree that is destroyed as
-//    a whole, the parent of its top node is enough: the other parents are destroyed too.
+// destroyed nodes that the first has in its cache.
 //
-// An entry holds the tokens that were in the table for its nodes when it was made, and may be used
-// only while the same ones are there.
+// What the thread itself does keeps its cache right: before it destroys a node, it takes all
+// pointers to that node out, and every entry whose chain is headed by a field of that node
+// (ForgetNode). An entry never has pointers to a chain that is gone, because a member cuts a chain
+// in only three ways: it destroys the node with the head of the chain, which drops the entry; it
+// unlinks one node and links its neighbours, after which the rest of the chain is linked as before;
+// or it cuts off all siblings that follow a node, and then everything is forgotten
+// (ForgetFollowers). Applications can cut chains by hand; so every entry is compared with the links
+// when it is used.
+//
+// What other threads do is learned from tokens. A thread that destroys or unlinks a node enters a
+// new token in g_aulTokens: for the region of memory where that node is, and for the region of the
+// parent, which stands for the parent's chains. Of a subtree that is destroyed as a whole, the
+// parent of its top node is enough: the other parents are destroyed too. An entry holds the tokens
+// that were in the table for its nodes when it was made. It may be used only while the same ones
+// are there, or one that this thread has entered itself.
 //
 // Why this is enough: let thread A cache a node, pass the document on, and thread B destroy the
 // node. B enters a token that nobody has used before. Passing a document on synchronises the two
 // threads, as passing any data does. So A finds that token when the document is back, or one that
-// was entered after it, and neither is the token in A's entry, which was there before. Each token
-// is entered once, so that an earlier one never comes back, in whatever order other threads enter
-// theirs. That is why relaxed loads and stores are enough, and no token is lost that matters when
-// two threads enter theirs at the same time.
+// was entered after it. Neither is the token in A's entry, which was there before; each token is
+// entered once, so that an earlier one never comes back. If the token that A finds is A's own, then
+// the first of A's tokens behind that of B took the place of a token of another thread. A sees that
+// when it enters its token, because it takes the old one out in the same operation, and forgets
+// everything. A's entry was made earlier than that: A had no document with the node in it between
+// B's change and the return of the document. Relaxed operations are enough for this, because only
+// the order of the changes of one element matters.
+//
+// While the process has one thread, no other has anything cached, and no tokens are entered.
 //
 // Regions that share an element of the table, and threads that share a region, only make more
 // entries invalid, and only when nodes are destroyed or unlinked there. Threads take tokens from a
-// common counter, some thousand at once. On a machine of 32 bits they begin again after four
-// thousand million; an entry would then have to be as old as that to be taken for a new one.
+// common counter, in groups that tell from whom a token is. On a machine of 32 bits the counter
+// begins again after 65,536 groups; an entry, or a group in use, would then have to be as old as
+// that to be taken for another one.
 
 #include <xmldom/dom/NodeCache.h>
+
+#include <xmldom/base/LiveCount.h>
 
 namespace xmldom {
 
@@ -37,39 +52,72 @@ unsigned long g_aulTokens[1 << kIndexBits];
 
 namespace {
 
-const unsigned kTokensAtOnce = 4096;
+// The first token of the next group. The first group of all is nobody's, so that 0 is no token.
+unsigned long g_ulNextTokens = kTokensAtOnce;
 
-unsigned long g_ulTokens = 0;  // how many tokens threads have taken
-
-/// A token that nobody has used.
-inline unsigned long NewToken(NodeCache& cache) {
-  if (cache.tokensLeft == 0) {
-    cache.tokensLeft = kTokensAtOnce;
-    cache.token = __atomic_fetch_add(&g_ulTokens, kTokensAtOnce, __ATOMIC_RELAXED);
+/// Enters a new token for the region of a node, if there are other threads to find it. A token of
+/// another thread that was there may be for a change that this thread has not seen yet, and its own
+/// token would hide that.
+inline void Enter(NodeCache& cache, const IXMLDOMNode* node) {
+  if (HasOneThread()) return;
+  // Tokens are used in falling order; the last of a group is never used, as that of no group is 0.
+  if (cache.token % kTokensAtOnce == 0) {
+    cache.token = __atomic_add_fetch(&g_ulNextTokens, kTokensAtOnce, __ATOMIC_RELAXED) - 1;
   }
-  --cache.tokensLeft;
-  return ++cache.token;
+  const unsigned long old = __atomic_exchange_n(&ElementOf(node), cache.token, __ATOMIC_RELAXED);
+  if (old != 0 && (old ^ cache.token) >= kTokensAtOnce) cache.valid = 0;
+  --cache.token;
 }
 
-inline void Enter(const IXMLDOMNode* node, unsigned long token) {
-  __atomic_store_n(&ElementOf(node), token, __ATOMIC_RELAXED);
+/// Whether an address is that of a node or of a field of it.
+inline bool IsWithin(const IXMLDOMNode* node, const void* address) {
+  return reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(node) <
+         sizeof(IXMLDOMNode);
+}
+
+/// Takes every pointer to a node out of the cache.
+XMLDOM_NOINLINE void TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
+  unsigned left = cache.valid & (NodeCache::kMarksBit - 1);
+  for (; left != 0; left &= left - 1) {
+    const ChainEnd& end = cache.ends[__builtin_ctz(left)];
+    if (IsWithin(node, end.head) || end.first == node || end.previous.node == node ||
+        end.last.node == node) {
+      cache.valid &= ~(left & -left);
+    }
+  }
+  ChainMarks& marks = cache.marks;
+  if (marks.parent == node || marks.first == node) cache.valid &= ~NodeCache::kMarksBit;
+  if (marks.before.node == node) marks.before.node = nullptr;
+  for (std::size_t i = 0; i < marks.count; ++i) {
+    if (marks.marks[i].node == node) marks.marks[i].node = nullptr;
+  }
 }
 
 }  // namespace
 
-XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) { Enter(node, NewToken(CacheOfThread())); }
-
-XMLDOM_NOINLINE void InvalidateCaches(const IXMLDOMNode* node) {
-  NodeCache& cache = CacheOfThread();
-  cache.valid = 0;
-  const unsigned long token = NewToken(cache);
-  Enter(node, token);
-  Enter(node->m_pParent, token);  // It may be null, or dangle: only the address counts.
+bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent) {
+  return cached.node != nullptr && IsUnchanged(cache, cached) && cached.node->m_pParent == parent;
 }
 
-XMLDOM_COLD XMLDOM_NOINLINE void InvalidateFollowers(const IXMLDOMNode* node) {
+XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) {
+  NodeCache& cache = CacheOfThread();
+  cache.valid &= ~NodeCache::kOwnedBit;
+  Enter(cache, node);
+}
+
+XMLDOM_NOINLINE bool ForgetNode(const IXMLDOMNode* node) {
+  NodeCache& cache = CacheOfThread();
+  cache.valid &= ~NodeCache::kOwnedBit;
+  if (cache.valid != 0) TakeOut(cache, node);
+  Enter(cache, node);
+  return cache.valid != 0;
+}
+
+XMLDOM_COLD XMLDOM_NOINLINE void ForgetFollowers(const IXMLDOMNode* node) {
   for (node = node->m_pNextSibling; node != nullptr; node = node->m_pNextSibling) {
-    InvalidateCaches(node);
+    ForgetAll();
+    NoteChange(node);
+    NoteChange(node->m_pParent);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <xmldom/base/Export.h>
 #include <xmldom/dom/XMLNode.h>
 
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 
@@ -12,17 +13,32 @@
 
 namespace xmldom {
 
-/// The end of a chain that was appended to, and its first node, which PrependToChain keeps up to
+/// A node that may be used as long as IsUnchanged says so.
+struct CachedNode {
+  IXMLDOMNode* node;    // or null
+  unsigned long token;  // what TokenOf gave for it
+};
+
+/// The end of a chain, and its first node, which insertions and removals at the front keep up to
 /// date. Only `previous` and `last` are dereferenced.
 struct ChainEnd {
   IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;
-  const IXMLDOMNode* previous;  // the node before the last
-  IXMLDOMNode* last;
-  // What TokenOf gave for the parent and for these two.
   unsigned long parentToken;
-  unsigned long previousToken;
-  unsigned long lastToken;
+  CachedNode previous;  // the node before the last; null when it is not known
+  CachedNode last;
+};
+
+/// Nodes of one chain from which the node before another can be found (ChainMarks.h).
+struct ChainMarks {
+  static const std::size_t kMost = 24;
+
+  const IXMLDOMNode* parent;  // only compared, as the next
+  const IXMLDOMNode* first;
+  unsigned long parentToken;
+  CachedNode before;  // what was found last
+  std::size_t count;
+  CachedNode marks[kMost];
 };
 
 /// What the last insertion visited: with this number of owner changes `node`, all siblings that
@@ -39,14 +55,15 @@ struct OwnedChain {
 };
 
 /// All that one thread has cached. An entry may be used only while its bit in `valid` is set and
-/// TokenOf gives the same for each of its nodes, the parent among them.
+/// each of its nodes, the parent among them, is unchanged.
 struct NodeCache {
-  static const std::size_t kEnds = 16;
-  static const unsigned kOwnedBit = 1u << kEnds;  // of `owned`; the bits of `ends` are below it
+  static const std::size_t kEnds = 8;
+  static const unsigned kMarksBit = 1u << kEnds;  // of `marks`; the bits of `ends` are below it
+  static const unsigned kOwnedBit = kMarksBit << 1;
 
   unsigned valid;
-  unsigned tokensLeft;  // how many tokens behind `token` this thread may use
-  unsigned long token;  // the one that it has used last
+  unsigned long token;  // the next that this thread may enter
+  ChainMarks marks;
   ChainEnd ends[kEnds];
   OwnedChain owned;
 };
@@ -68,10 +85,16 @@ const int kIndexBits = 10;
 /// there. No two changes have the same token; 0 stands for none. Several regions share an element.
 extern unsigned long g_aulTokens[1 << kIndexBits];
 
+/// How many tokens a thread takes at once: all that have the upper half of their bits in common.
+const unsigned long kTokensAtOnce = 1ul << (sizeof(long) * CHAR_BIT / 2);
+
 /// The region of memory where a node begins: 64 KiB, which hold some hundred nodes.
 inline std::uintptr_t RegionOf(const IXMLDOMNode* node) {
   return reinterpret_cast<std::uintptr_t>(node) >> 16;
 }
+
+/// The region of no node.
+const std::uintptr_t kNoRegion = ~static_cast<std::uintptr_t>(0);
 
 /// The element for a node's region. The heaps of different threads begin at multiples of one power
 /// of two; the multiplication spreads them over the table.
@@ -84,17 +107,40 @@ __attribute__((always_inline)) inline unsigned long TokenOf(const IXMLDOMNode* n
   return __atomic_load_n(&ElementOf(node), __ATOMIC_RELAXED);
 }
 
-/// Notes a change in the region of a node. To be called before the node is destroyed.
+/// Whether no other thread has changed anything in the region of a node since TokenOf gave `token`
+/// for it. The node need not exist any more.
+inline bool IsUnchanged(const NodeCache& cache, const IXMLDOMNode* node, unsigned long token) {
+  const unsigned long now = TokenOf(node);
+  return now == token || (now ^ cache.token) < kTokensAtOnce;
+}
+
+inline bool IsUnchanged(const NodeCache& cache, const CachedNode& cached) {
+  return IsUnchanged(cache, cached.node, cached.token);
+}
+
+/// Whether a node can be used as one of the children of `parent`.
+bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent);
+
+inline CachedNode Cached(IXMLDOMNode* node) { return CachedNode{node, TokenOf(node)}; }
+
+/// Tells other threads of a change in the region of a node, which may be null or dangle. To be
+/// called for the parent of a node before the node leaves its chain; for the node itself too, when
+/// what is cached of owners may have it (NodeOwners.cpp).
 void NoteChange(const IXMLDOMNode* node);
 
-/// Makes invalid all that this thread has cached, and what others have cached about `node` and its
-/// parent's chains. To be called before a node is destroyed or leaves its chain.
-void InvalidateCaches(const IXMLDOMNode* node);
+/// Takes every pointer to a node out of this thread's cache, and tells other threads of the change.
+/// To be called before the node is destroyed. Result: whether anything else is cached. If not, the
+/// call holds for all nodes of the region that are destroyed with this one.
+bool ForgetNode(const IXMLDOMNode* node);
 
-/// Does so for each sibling that follows a node. To be called before they leave its chain. The
-/// parent alone does not do, because a sibling need not name it: AddChild and appendChild link
-/// siblings along as they are.
-void InvalidateFollowers(const IXMLDOMNode* node);
+/// Forgets all that this thread has cached.
+inline void ForgetAll() { g_nodeCache.valid = 0; }
+
+/// Forgets all that this thread has cached, and what others have cached about the siblings that
+/// follow a node, if there are any. To be called before they leave its chain. The parent alone does
+/// not do, because a sibling need not name it: AddChild and appendChild link siblings along as they
+/// are.
+void ForgetFollowers(const IXMLDOMNode* node);
 
 }  // namespace xmldom
 

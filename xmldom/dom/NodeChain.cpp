@@ -1,10 +1,11 @@
 // The cache of chain ends: the record of a node has no room for the last node of its chains, and
 // finding it takes time linear in the chain. A slot, chosen by the address of the field that heads
-// a chain, holds the end of the chain that was appended to last. Tested by
-// tests/dom/NodeChain_test.cpp.
+// a chain, holds the end of the long chain that was gone through last. Short chains take no slot,
+// because many of them are made beside each long one. Tested by tests/dom/NodeChain_test.cpp.
 
 #include <xmldom/dom/NodeChain.h>
 
+#include <xmldom/dom/ChainMarks.h>
 #include <xmldom/dom/NodeCache.h>
 
 #include <cstddef>
@@ -20,64 +21,112 @@ std::size_t SlotOf(IXMLDOMNode** head) {
   return (address >> 4 ^ address >> 9) % NodeCache::kEnds;
 }
 
-/// The last node of the chain that starts at `head` and whose nodes have the parent `parent`, if
-/// the entry has it; else null. The bit of the entry is set.
-///
-/// Links that an application changes by hand leave an entry valid. So the chain must also begin
-/// with the same node, and the node before the last must still link to it. More cannot be known
-/// without reading the whole chain.
-inline IXMLDOMNode* LastIn(const ChainEnd& end, IXMLDOMNode*& head, const IXMLDOMNode* parent) {
-  const bool isTrue = end.head == &head && end.first == head &&
-                      TokenOf(parent) == end.parentToken && TokenOf(end.last) == end.lastToken &&
-                      TokenOf(end.previous) == end.previousToken &&
-                      end.previous->m_pNextSibling == end.last && end.last->m_pParent == parent;
-  return isTrue ? end.last : nullptr;
+/// Whether an entry, right or wrong, is that of the chain.
+XMLDOM_ALWAYS_INLINE inline bool IsOf(const NodeCache& cache, std::size_t slot,
+                                      IXMLDOMNode** head) {
+  return cache.ends[slot].head == head && (cache.valid >> slot & 1) != 0;
 }
 
-/// Walks from `node` to the end of its chain, and notes the tokens of the last node and of the
-/// parent in an entry. Result: the last node.
-XMLDOM_COLD XMLDOM_NOINLINE IXMLDOMNode* WalkToEnd(IXMLDOMNode* node, const IXMLDOMNode* parent,
-                                                   ChainEnd& end) {
-  node = LastOf(node);
-  end.parentToken = TokenOf(parent);
-  end.lastToken = TokenOf(node);
-  return node;
+/// Whether the last node of an entry is in the chain that starts at `head`, and whose nodes have
+/// the parent `parent`. Others may follow that an application has added by hand.
+///
+/// Links that an application changes by hand leave an entry valid. So the chain must also begin
+/// with the same node, and the node before the last must still link to it, or another one must that
+/// has taken its place. More cannot be known without reading the whole chain.
+bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* head,
+             const IXMLDOMNode* parent) {
+  IXMLDOMNode* const last = end.last.node;
+  if (end.first != head || !IsUnchanged(cache, parent, end.parentToken) ||
+      !IsIn(cache, end.last, parent)) {
+    return false;
+  }
+  if (last == head) return true;
+  const bool isKnown = end.previous.node != nullptr && IsUnchanged(cache, end.previous) &&
+                       end.previous.node->m_pNextSibling == last;
+  if (!isKnown && parent != nullptr) end.previous = Cached(FindBefore(last));
+  return end.previous.node != nullptr && (isKnown || parent != nullptr);
+}
+
+/// Finds the last node of a chain. Result: the entry that has it now; null for a short chain.
+ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent, IXMLDOMNode*& last) {
+  NodeCache& cache = CacheOfThread();
+  const std::size_t slot = SlotOf(&head);
+  ChainEnd& end = cache.ends[slot];
+  last = head;
+  std::size_t steps = 0;
+  if (IsOf(cache, slot, &head)) {
+    if (IsRight(cache, end, head, parent)) {
+      last = end.last.node;
+      if (last->m_pNextSibling == nullptr) return &end;
+      steps = kFewNodes;
+    } else {
+      cache.valid &= ~(1u << slot);
+    }
+  }
+  IXMLDOMNode* previous = nullptr;
+  for (; last->m_pNextSibling != nullptr; ++steps) {
+    previous = last;
+    last = last->m_pNextSibling;
+  }
+  if (steps < kFewNodes) return nullptr;
+  end = ChainEnd{&head, head, TokenOf(parent), Cached(previous), Cached(last)};
+  cache.valid |= 1u << slot;
+  return &end;
 }
 
 }  // namespace
 
+IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent) {
+  IXMLDOMNode* last;
+  EndOf(head, parent, last);
+  return last;
+}
+
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
-  NodeCache& cache = CacheOfThread();
-  const std::size_t slot = SlotOf(&head);
   if (head == nullptr) {
-    // Finding this end again is as quick as caching it. What is cached may be the end of a chain
-    // that was here before and was taken away by hand.
-    cache.valid &= ~(1u << slot);
+    // What is cached may be the end of a chain that was here before and was taken away by hand.
+    NodeCache& cache = CacheOfThread();
+    const std::size_t slot = SlotOf(&head);
+    if (cache.ends[slot].head == &head) cache.valid &= ~(1u << slot);
     head = node;
     return;
   }
-  ChainEnd& end = cache.ends[slot];
-  const bool isValid = (cache.valid >> slot & 1) != 0;
-  IXMLDOMNode* last = isValid ? LastIn(end, head, node->m_pParent) : nullptr;
-  // An application may have added more nodes by hand.
-  if (last == nullptr || last->m_pNextSibling != nullptr) {
-    last = WalkToEnd(last == nullptr ? head : last, node->m_pParent, end);
-  }
+  IXMLDOMNode* last;
+  ChainEnd* end = EndOf(head, node->m_pParent, last);
   last->m_pNextSibling = node;
-  end.head = &head;
-  end.first = head;
-  end.previous = last;
-  end.previousToken = end.lastToken;
-  end.last = node;
-  end.lastToken = TokenOf(node);
-  cache.valid |= 1u << slot;
+  if (end == nullptr) return;
+  end->previous = end->last;
+  end->last = Cached(node);
 }
 
-void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
+CachedNode BeforeEnd(IXMLDOMNode* parent) {
+  const NodeCache& cache = CacheOfThread();
+  IXMLDOMNode** const head = &parent->m_pFirstChild;
+  const std::size_t slot = SlotOf(head);
+  return IsOf(cache, slot, head) ? cache.ends[slot].previous : CachedNode{nullptr, 0};
+}
+
+void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node) {
+  if (before != nullptr) {
+    before->m_pNextSibling = node;
+    return;
+  }
   NodeCache& cache = CacheOfThread();
+  IXMLDOMNode*& head = parent->m_pFirstChild;
   ChainEnd& end = cache.ends[SlotOf(&head)];
   if (end.head == &head && end.first == head) end.first = node;
+  if (cache.marks.parent == parent && cache.marks.first == head) cache.marks.first = node;
   head = node;
+}
+
+void Unlink(IXMLDOMNode* before, IXMLDOMNode* node) {
+  IXMLDOMNode* const parent = node->m_pParent;
+  LinkBehind(before, parent, node->m_pNextSibling);
+  IXMLDOMNode** const head = &parent->m_pFirstChild;
+  ChainEnd& end = CacheOfThread().ends[SlotOf(head)];
+  if (end.head != head) return;
+  if (end.last.node == node) end.last = Cached(before);
+  if (end.previous.node == node) end.previous.node = nullptr;
 }
 
 }  // namespace xmldom

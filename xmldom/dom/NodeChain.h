@@ -2,31 +2,42 @@
 #define XMLDOM_DOM_NODECHAIN_H
 
 #include <xmldom/base/Text.h>
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/dom/XMLNode.h>
 
+#include <cstddef>
+
 // Chains of nodes that are linked through m_pNextSibling: the children of a node, or its
-// attributes. The ends of the chains that grew last are cached, so that appending to one of them is
+// attributes. The ends of some long chains are cached, so that appending to one of them is
 // constant.
 
 namespace xmldom {
 
-/// The last node of the chain that starts at `node`, which must not be null. Cost: linear in the
-/// chain.
-inline IXMLDOMNode* LastOf(IXMLDOMNode* node) {
-  while (node->m_pNextSibling != nullptr) node = node->m_pNextSibling;
-  return node;
-}
+/// A walk of so many nodes is as quick as a look into the cache.
+const std::size_t kFewNodes = 16;
 
-/// Links `node`, whose parent is set, at the end of the chain that starts at `head`, and caches
-/// that end. Cost: constant when the end of the chain is cached; otherwise linear in the chain. An
-/// end stays cached until the thread destroys or unlinks a node anywhere, another thread does so
-/// in a region of memory of the parent or of the last two nodes, a node is linked before the last
-/// one, or another chain takes its slot.
+/// The last node of the chain that starts at `head`, which must not be null, and whose nodes have
+/// the parent `parent`. The end of a long chain is cached then. Cost: constant when the end of the
+/// chain is cached; otherwise linear in the chain. An end stays cached until another thread
+/// destroys or unlinks a node in a region of memory of the parent or of the last two nodes, another
+/// chain takes its slot, or the thread forgets everything (NodeCache.h).
+IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent);
+
+/// The node before the last child of `parent`, as it is cached; it may be null, or not be right any
+/// more.
+CachedNode BeforeEnd(IXMLDOMNode* parent);
+
+/// Links `node`, whose parent is set, at the end of the chain that starts at `head`. Cost: as for
+/// LastOfChain.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
-/// Makes `node`, whose next sibling is the present head, the new head of a chain. The end stays
-/// cached.
-void PrependToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
+/// Lets `before`, or `parent` itself when that is null, link to `node` as the next or the first of
+/// its children. `node` may be null. The end stays cached.
+void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node);
+
+/// Takes `node` out of the children of its parent, where it stands behind `before`, or first when
+/// that is null. Its own fields stay as they are. The end stays cached.
+void Unlink(IXMLDOMNode* before, IXMLDOMNode* node);
 
 /// Links `node` at the end of a chain whose last node the caller knows; `last` is null for an empty
 /// chain. The cache is not used.

@@ -4,11 +4,11 @@
 
 #include <xmldom/dom/XMLNode.h>
 
+#include <xmldom/dom/ChainMarks.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeContent.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/dom/XMLNodeList.h>
-#include <xmldom/support/LogException.h>
 #include <xmldom/support/variant.h>
 
 #include <cassert>
@@ -54,7 +54,8 @@ HRESULT IXMLDOMNode::get_firstChild(IXMLDOMNode** out) {
 
 HRESULT IXMLDOMNode::get_lastChild(IXMLDOMNode** out) {
   if (out == nullptr) return E_ARGUMENT;
-  return HandOut(m_pFirstChild == nullptr ? nullptr : xmldom::LastOf(m_pFirstChild), out);
+  return HandOut(m_pFirstChild == nullptr ? nullptr : xmldom::LastOfChain(m_pFirstChild, this),
+                 out);
 }
 
 HRESULT IXMLDOMNode::get_nextSibling(IXMLDOMNode** out) {
@@ -69,13 +70,7 @@ HRESULT IXMLDOMNode::get_previousSibling(IXMLDOMNode** out) {
     *out = nullptr;
     return S_FALSE;
   }
-  IXMLDOMNode* node = m_pParent->m_pFirstChild;
-  while (node != nullptr && node->m_pNextSibling != this) node = node->m_pNextSibling;
-  if (node == nullptr) {
-    throw Exception("IXMLDOMNode::get_previousSibling", "Call failed, no previous sibling",
-                    nullptr);
-  }
-  return HandOut(node, out);
+  return HandOut(xmldom::PreviousOf(this), out);
 }
 
 HRESULT IXMLDOMNode::get_nodeName(char** out) {

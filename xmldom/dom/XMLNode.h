@@ -75,10 +75,12 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   //
   // Applications may read the fields, and the members below write them. An application that changes
   // links or owners by hand must know two things, which no member can notice in constant time:
-  //  - The end of a chain may be cached. When an application has cut links in the middle of a chain
-  //    by hand, and left its first and its last two nodes as they were, a new node is linked behind
-  //    the former last node. Destroying any node, or taking any node out with a member, makes the
-  //    cache of the thread that does it invalid.
+  //  - The end of a long chain may be cached, and some of its nodes, from which the one before
+  //    another is found. Each is compared with its parent and with the links next to it. When an
+  //    application has cut links elsewhere in a chain by hand, and left the parent of what it cut
+  //    off, or the next sibling of a node that it took out, as they were, then a new node may be
+  //    linked behind the former last node, and a node that was cut off may still be found before
+  //    another. RecurseSetDocument makes the thread forget all that it has cached.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
   //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been
@@ -120,7 +122,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Sets the owner document of this node, of its following siblings and of all nodes below them.
   /// Attributes keep theirs.
   /// Effects: when this node has a parent, later insertions anywhere visit the siblings that follow
-  /// the new node. Cost: linear in the nodes visited.
+  /// the new node. The thread forgets what it has cached of chains. Cost: linear in the nodes
+  /// visited.
   void RecurseSetDocument(IXMLDOMDocument2* doc);
 
   /// Sets the owner document of this node, of its following siblings and of all nodes below them to
@@ -140,13 +143,16 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   HRESULT get_parentNode(IXMLDOMNode** out);
   /// Asserts. Result: S_OK; S_FALSE when there is none.
   HRESULT get_firstChild(IXMLDOMNode** out);
-  /// Result: S_OK; S_FALSE when there is none. Cost: linear in the children.
+  /// Result: S_OK; S_FALSE when there is none. Cost: as for building (below).
   HRESULT get_lastChild(IXMLDOMNode** out);
   /// Asserts. Result: S_OK; S_FALSE when there is none.
   HRESULT get_nextSibling(IXMLDOMNode** out);
   /// Result: S_OK; S_FALSE for a first child and for a node without parent.
   /// Effects: throws a CLogException* when the parent does not list this node among its children,
-  /// as for an attribute. Cost: linear in the preceding siblings.
+  /// as for an attribute. Cost: constant among the first children and for the last one, and close
+  /// behind the place among the same children where this thread looked for a previous sibling, or
+  /// edited, last; the logarithm of their number, on average, for those who go backwards; otherwise
+  /// linear in the preceding siblings.
   HRESULT get_previousSibling(IXMLDOMNode** out);
   /// Asserts. Out: the name as a new BSTR, the caller's; null for a node without name.
   /// Result: S_OK.
@@ -203,9 +209,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // this node is not checked.
   // Effects: std::bad_alloc when memory is out, and the tree is unchanged.
   // Bad input: names must not be null.
-  // Cost: constant when this chain is among the last that this thread has added to (it remembers up
-  // to 16), and this thread has destroyed no node and taken none out of a tree since, nor another
-  // thread one nearby in memory; otherwise linear in the chain.
+  // Cost: constant when the end of the chain is cached, and when the chain is short; otherwise
+  // linear in the chain. A thread caches the ends of up to 8 chains, those that it has added to or
+  // asked for the last child. It forgets an end when another such chain takes its slot, and when
+  // another thread has taken nodes out or destroyed some nearby in memory.
 
   /// Links a node that hangs nowhere as last child. The node, its following siblings and all nodes
   /// below them, attributes aside, get this node's owner document.
@@ -244,10 +251,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // new child or hangs below it. Ownership: insertBefore and replaceChild take a new child that has
   // no parent away from the siblings that follow it, and release these when the child is in place.
   // When nobody but these siblings refers to this node, it is destroyed with them. Effects: throws
-  // a CLogException* when the parent of a node does not list it among its children. Cost: linear in
-  // the children that stand before the place and in the subtree of the new child. insertBefore and
-  // replaceChild also visit the siblings that follow the place and all nodes below them, when these
-  // may need this node's owner document: always when this node has no owner, and, once
+  // a CLogException* when the parent of a node does not list it among its children. Cost: that of
+  // get_previousSibling for the places, and linear in the subtree of the new child. insertBefore
+  // and replaceChild also visit the siblings that follow the place and all nodes below them, when
+  // these may need this node's owner document: always when this node has no owner, and, once
   // RecurseSetDocument or RecurseClearDocument has been called for any node that has a parent,
   // unless the call just before inserted in front of the same siblings.
 

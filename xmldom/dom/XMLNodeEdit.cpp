@@ -2,13 +2,13 @@
 // arguments first, then takes the new child out of where it is, and links it last. Tested by
 // tests/dom/XMLNodeEdit_test.cpp, XMLNodeEditInPlace_test.cpp and XMLNodeEditRefusals_test.cpp.
 
+#include <xmldom/dom/ChainMarks.h>
 #include <xmldom/dom/NodeCache.h>
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/dom/NodeOwners.h>
 #include <xmldom/dom/TreeWalk.h>
 #include <xmldom/dom/XMLNode.h>
 #include <xmldom/ptr/XMLPtr.h>
-#include <xmldom/support/LogException.h>
 
 namespace {
 
@@ -76,15 +76,17 @@ IXMLDOMNode* NodeToPlace(IXMLDOMNode* newChild, const IXMLDOMNode* parent, Follo
   return newChild == nullptr || MovesWith(newChild, parent, followers) ? nullptr : newChild;
 }
 
-/// The node before `node`, which must have a parent and not be its first child; borrowed.
+/// The node before `node`, which must have a parent; borrowed. Null for a first child.
 /// Effects: throws a CLogException* when the parent does not list `node` among its children.
-IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
-  IXMLDOMNode* previous = nullptr;
-  if (node->get_previousSibling(&previous) != S_OK) {
-    throw Exception(where, "get_previousSibling failed", nullptr);
-  }
-  previous->RealRelease();
-  return previous;
+IXMLDOMNode* PreviousOrNull(IXMLDOMNode* node) {
+  return node->m_pParent->m_pFirstChild == node ? nullptr : xmldom::PreviousOf(node);
+}
+
+/// Takes `node` out of the chain of its parent. Its own fields stay as they are.
+void UnlinkAndNote(IXMLDOMNode* previous, IXMLDOMNode* node) {
+  if (xmldom::OwnerGeneration() != 0) xmldom::NoteChange(node);
+  xmldom::NoteChange(node->m_pParent);
+  xmldom::Unlink(previous, node);
 }
 
 /// Takes a node out of its tree, or out of the chain that it heads when it has no parent.
@@ -93,7 +95,7 @@ IXMLDOMNode* PreviousOf(IXMLDOMNode* node, const char* where) {
 IXMLDOMNode* Detach(IXMLDOMNode* node) {
   node->RemoveNodeFromTree();
   IXMLDOMNode* followers = node->m_pNextSibling;
-  xmldom::InvalidateFollowers(node);
+  xmldom::ForgetFollowers(node);
   node->m_pNextSibling = nullptr;
   return followers;
 }
@@ -133,10 +135,9 @@ HRESULT IXMLDOMNode::appendChild(IXMLDOMNode* newChild, IXMLDOMNode** out) {
 
 HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, IXMLDOMNode** out) {
   if (newChild == nullptr || refChild == nullptr || refChild->m_pParent != this) return E_ARGUMENT;
-  IXMLDOMNode* previous = nullptr;
-  IXMLDOMNode* child = m_pFirstChild;
-  for (; child != nullptr && child != refChild; child = child->m_pNextSibling) previous = child;
-  if (child == nullptr) return S_FALSE;
+  const bool isFirst = refChild == m_pFirstChild;
+  IXMLDOMNode* previous = isFirst ? nullptr : xmldom::FindBefore(refChild);
+  if (!isFirst && previous == nullptr) return S_FALSE;
 
   IXMLDOMNode* node = NodeToPlace(newChild, this, FOLLOWERS_STAY);
   if (node == nullptr) return E_ARGUMENT;
@@ -144,11 +145,7 @@ HRESULT IXMLDOMNode::insertBefore(IXMLDOMNode* newChild, IXMLDOMNode* refChild, 
   if (node != refChild && node != previous) {
     IXMLDOMNode* followers = Detach(node);
     PlaceBefore(node, this, refChild);
-    if (previous == nullptr) {
-      xmldom::PrependToChain(m_pFirstChild, node);
-    } else {
-      previous->m_pNextSibling = node;
-    }
+    xmldom::LinkBehind(previous, this, node);
     if (!DropFollowers(followers, this)) node = nullptr;
   }
   StoreIn(out, node);
@@ -162,13 +159,10 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
   if (node != oldChild) {
     // Released when the previous sibling of `oldChild` cannot be found, which throws.
     XMLPtr<IXMLDOMNode> followers = xmldom::Adopt(Detach(node));
-    IXMLDOMNode** link = &m_pFirstChild;
-    if (m_pFirstChild != oldChild) {
-      link = &PreviousOf(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling;
-    }
-    xmldom::InvalidateCaches(oldChild);
+    IXMLDOMNode* previous = PreviousOrNull(oldChild);
     PlaceBefore(node, this, oldChild->m_pNextSibling);
-    *link = node;
+    UnlinkAndNote(previous, oldChild);
+    xmldom::LinkBehind(previous, this, node);
     oldChild->m_pNextSibling = nullptr;
     oldChild->m_pParent = nullptr;
     xmldom::SetOwners(oldChild, nullptr);
@@ -187,12 +181,7 @@ HRESULT IXMLDOMNode::removeChild(IXMLDOMNode* oldChild, IXMLDOMNode** out) {
 
 void IXMLDOMNode::RemoveNodeFromTree() {
   if (m_pParent == nullptr) return;
-  xmldom::InvalidateCaches(this);
-  if (m_pParent->m_pFirstChild == this) {
-    m_pParent->m_pFirstChild = m_pNextSibling;
-  } else {
-    PreviousOf(this, "IXMLDOMNode::RemoveNodeFromTree")->m_pNextSibling = m_pNextSibling;
-  }
+  UnlinkAndNote(PreviousOrNull(this), this);
   m_pOwnerDocument = nullptr;
   m_pNextSibling = nullptr;
   m_pParent = nullptr;

@@ -152,32 +152,34 @@ inline IXMLDOMNode* TakeLink(IXMLDOMNode* node, Clearing siblings, Clearing& cle
   return target;
 }
 
-/// The nodes that the loop destroys. They are counted together, and caches are made invalid once
-/// for all nodes of a region of memory, because doing so for each would take noticeably longer.
+/// The nodes that the loop destroys. They are counted together. While nothing is cached, those of a
+/// region of memory are forgotten together too, because doing so for each would take noticeably
+/// longer.
 class Destroyed {
  public:
-  /// For `top` itself the caches are invalid already.
-  explicit Destroyed(const IXMLDOMNode* top) : m_region(xmldom::RegionOf(top)), m_number(0) {}
+  /// `top` itself is forgotten already; `isCached` is what ForgetNode gave for it.
+  Destroyed(const IXMLDOMNode* top, bool isCached)
+      : m_region(isCached ? xmldom::kNoRegion : xmldom::RegionOf(top)), m_number(0) {}
 
   /// Destroys a bare node of no derived class.
   void Add(IXMLDOMNode* node) {
     if (xmldom::RegionOf(node) != m_region) {
-      m_region = xmldom::RegionOf(node);
-      xmldom::NoteChange(node);
+      m_region = xmldom::ForgetNode(node) ? xmldom::kNoRegion : xmldom::RegionOf(node);
     }
     ++m_number;
     Destroy(node);
   }
 
   /// Counts the nodes that have been destroyed so far. To be called before code of an application
-  /// runs, which may read the counter.
+  /// runs, which may read the counter, and do what is cached.
   void Count() {
+    m_region = xmldom::kNoRegion;
     xmldom::AddToCount(IXMLDOMNode::m_iObjCount, -m_number);
     m_number = 0;
   }
 
  private:
-  std::uintptr_t m_region;  // of the node that was destroyed last
+  std::uintptr_t m_region;  // that ForgetNode need not be called for; kNoRegion for none
   int m_number;             // destroyed and not counted yet
 };
 
@@ -192,15 +194,16 @@ XMLDOM_NOINLINE void ReleaseOther(IXMLDOMNode* node, Clearing clearing) {
 /// each destructor had cleared what is below it and had then called the next (see the model above).
 ///
 /// A node whose last reference goes is taken apart by this loop. A node that stays is cleared with
-/// all that it keeps alive. A node of a derived class is destroyed by its own destructor.
+/// all that it keeps alive. A node of a derived class is destroyed by its own destructor. `top` is
+/// forgotten already; `isCached` is what ForgetNode gave for it.
 ///
 /// Not inlined into the destructor: it runs once per node, and most nodes have nothing to release.
-XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top) {
+XMLDOM_NOINLINE void ReleaseLinks(IXMLDOMNode* top, bool isCached) {
   IXMLDOMNode* node = top;
   Clearing siblings = top->m_pOwnerDocument != nullptr ? CLEARING_TOP : CLEARING_NOTHING;
   if (siblings == CLEARING_TOP) top->m_pParent = nullptr;
   WayBack::Set(top, nullptr, siblings);
-  Destroyed destroyed(top);
+  Destroyed destroyed(top, isCached);
   for (;;) {
     Clearing clearing;
     IXMLDOMNode* target = TakeLink(node, siblings, clearing);
@@ -265,16 +268,20 @@ IXMLDOMNode::IXMLDOMNode(const xmldom::Uncounted&)
       m_eNodeType(NODE_INVALID) {}
 
 IXMLDOMNode::~IXMLDOMNode() {
-  xmldom::InvalidateCaches(this);
-  if (!IsBare(*this)) ReleaseLinks(this);
+  const bool isCached = xmldom::ForgetNode(this);
+  const bool isBare = IsBare(*this);
+  // A bare node without parent, as a member leaves it that took it out, heads no chain.
+  if (!isBare || m_pParent != nullptr) xmldom::NoteChange(m_pParent);
+  if (!isBare) ReleaseLinks(this, isCached);
   std::free(m_pszNodeName);
   std::free(m_pszValue);
   xmldom::AddToCount(m_iObjCount, -1);
 }
 
 void IXMLDOMNode::ClearNode(bool bFreeName) {
-  xmldom::InvalidateCaches(this);
-  xmldom::InvalidateFollowers(this);
+  xmldom::ForgetNode(this);
+  xmldom::NoteChange(m_pParent);
+  xmldom::ForgetFollowers(this);
   // Deliberate: the reverse of the order of destruction.
   Release(m_pFirstAttribute);
   Release(m_pFirstChild);
@@ -288,12 +295,14 @@ void IXMLDOMNode::ClearNode(bool bFreeName) {
 }
 
 void IXMLDOMNode::RecurseSetDocument(IXMLDOMDocument2* doc) {
+  xmldom::ForgetAll();
   xmldom::NoteOwnersDiffer(this);
   xmldom::SetOwners(this, doc);
 }
 
 void IXMLDOMNode::RecurseClearDocument(int depth) {
   if (this == nullptr || m_pOwnerDocument == nullptr) return;
+  xmldom::ForgetAll();
   xmldom::NoteOwnersDiffer(this);
   ClearChain(this, depth);
 }

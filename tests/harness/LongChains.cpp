@@ -1,0 +1,335 @@
+#include "harness/LongChains.h"
+
+#include <algorithm>
+#include <new>
+#include <thread>
+
+#include "harness/AllocationFailure.h"
+
+namespace {
+
+const std::size_t kChains = 3;
+const std::size_t kMostChildren = 400;
+
+}  // namespace
+
+LongChains::LongChains(unsigned int seed)
+    : m_random(seed), m_document(NewDocument()), m_owner(nullptr), m_chains(kChains) {
+  // Nodes without owner keep the links to parents that are gone.
+  if (seed % 2 == 0) m_owner = m_document;
+  for (Chain& chain : m_chains) {
+    chain.parent = NewElement(m_owner, "p");
+    for (int i = Below(300); i > 0; --i) {
+      IXMLDOMNode* child = NewChild();
+      chain.parent->AddChild(child);
+      chain.children.push_back(child);
+    }
+  }
+}
+
+LongChains::~LongChains() = default;
+
+std::string LongChains::Step() {
+  typedef std::string (LongChains::*Call)();
+  static const Call calls[] = {
+      &LongChains::Append,
+      &LongChains::Append,
+      &LongChains::AppendWithoutMemory,
+      &LongChains::InsertSomewhere,
+      &LongChains::InsertSomewhere,
+      &LongChains::InsertSomewhere,
+      &LongChains::RemoveSomewhere,
+      &LongChains::RemoveSomewhere,
+      &LongChains::RemoveFromTheEnd,
+      &LongChains::RemoveFromTheEnd,
+      &LongChains::GoBackwards,
+      &LongChains::GoBackwards,
+      &LongChains::Queue,
+      &LongChains::Replace,
+      &LongChains::Move,
+      &LongChains::Move,
+      &LongChains::UnlinkByHand,
+      &LongChains::UnlinkByHand,
+      &LongChains::InsertByHand,
+      &LongChains::MoveTailByHand,
+      &LongChains::ReverseByHand,
+      &LongChains::CutTailOff,
+      &LongChains::DestroyAll,
+  };
+  const std::size_t count = sizeof calls / sizeof calls[0];
+  // The last ones change so much that nothing remembered would last if they came often.
+  const std::size_t most = Below(4) == 0 ? count : count - 4;
+  const Call call = calls[Below(most)];
+  std::string what;
+  const auto run = [&] { what = (this->*call)(); };
+  if (Below(12) == 0) {
+    std::thread(run).join();
+    what += " in another thread";
+  } else {
+    run();
+  }
+  return what;
+}
+
+std::string LongChains::Difference() {
+  for (const Chain& chain : m_chains) {
+    const IXMLDOMNode* linked = chain.parent->m_pFirstChild;
+    for (const IXMLDOMNode* child : chain.children) {
+      Expect(linked == child, "a link");
+      if (linked == nullptr) break;
+      Expect(linked->m_pParent == chain.parent.Get(), "a parent");
+      linked = linked->m_pNextSibling;
+    }
+    Expect(linked == nullptr, "a child too many");
+  }
+  return m_unexpected;
+}
+
+int LongChains::Below(std::size_t limit) {
+  return limit == 0 ? 0 : static_cast<int>(m_random() % limit);
+}
+
+LongChains::Chain& LongChains::AnyChain() {
+  // Mostly the same one, so that something of it is remembered.
+  Chain& chain = m_chains[Below(3) == 0 ? static_cast<std::size_t>(Below(kChains)) : 0];
+  if (chain.children.empty()) {
+    IXMLDOMNode* child = NewChild();
+    chain.parent->AddChild(child);
+    chain.children.push_back(child);
+  }
+  return chain;
+}
+
+LongChains::Place LongChains::AnyPlace(Chain& chain) {
+  const std::size_t size = chain.children.size();
+  std::size_t place = static_cast<std::size_t>(Below(size));
+  const int kind = Below(8);
+  if (kind < 3) place = size - 1 - std::min<std::size_t>(size - 1, static_cast<unsigned>(kind));
+  if (kind == 3) place %= 20;
+  return chain.children.begin() + static_cast<std::ptrdiff_t>(place);
+}
+
+/// Some children have a child of their own, so that more than one node goes with them.
+IXMLDOMNode* LongChains::NewChild() {
+  IXMLDOMNode* child = NewElement(m_owner, "c").Detach();
+  if (Below(4) == 0) child->AddTextChild("t");
+  return child;
+}
+
+IXMLDOMNode* LongChains::TakeOut(Chain& chain, Place place) {
+  IXMLDOMNode* const child = *place;
+  IXMLDOMNode* removed = nullptr;
+  const HRESULT result = chain.parent->removeChild(child, &removed);
+  Expect(result == S_OK && removed == child, "a removal");
+  chain.children.erase(place);
+  return child;
+}
+
+void LongChains::Insert(Chain& chain, Place place, IXMLDOMNode* node) {
+  if (place == chain.children.end()) {
+    Expect(chain.parent->appendChild(node, nullptr) == S_OK, "an addition");
+  } else {
+    Expect(chain.parent->insertBefore(node, *place, nullptr) == S_OK, "an insertion");
+  }
+  chain.children.insert(place, node);
+}
+
+void LongChains::Expect(bool isTrue, const std::string& what) {
+  if (!isTrue) m_unexpected += what + "\n";
+}
+
+void LongChains::Ask(Chain& chain, Place place) {
+  Node before;
+  (*place)->get_previousSibling(before.Out());
+  IXMLDOMNode* const expected = place == chain.children.begin() ? nullptr : *(place - 1);
+  Expect(before.Get() == expected, "a previous sibling");
+  if (Below(2) == 0) return;
+  Node last;
+  chain.parent->get_lastChild(last.Out());
+  Expect(last.Get() == chain.children.back(), "a last child");
+}
+
+std::string LongChains::Append() {
+  Chain& chain = AnyChain();
+  for (int i = Below(20); i >= 0 && chain.children.size() < kMostChildren; --i) {
+    IXMLDOMNode* child = NewChild();
+    chain.parent->AddChild(child);
+    chain.children.push_back(child);
+  }
+  return "AddChild";
+}
+
+std::string LongChains::AppendWithoutMemory() {
+  Chain& chain = AnyChain();
+  chain.children.reserve(kMostChildren * 2);
+  const Place place = AnyPlace(chain);
+  IXMLDOMNode* const expected = place == chain.children.begin() ? nullptr : *(place - 1);
+  Node before;
+  bool isThrown = false;
+  {
+    const AllocationFailure failure(Below(5));
+    (*place)->get_previousSibling(before.Out());
+    try {
+      for (;;) {
+        const Node child(chain.parent->AddChild("n", "v"));
+        chain.children.push_back(child);
+      }
+    } catch (const std::bad_alloc&) {
+      isThrown = true;
+    }
+  }
+  Expect(before.Get() == expected, "a previous sibling");
+  Expect(isThrown, "no exception");
+  return "AddChild without memory";
+}
+
+std::string LongChains::InsertSomewhere() {
+  Chain& chain = AnyChain();
+  Place place = AnyPlace(chain);
+  for (int i = Below(20); i >= 0 && chain.children.size() < kMostChildren; --i) {
+    const std::ptrdiff_t position = place - chain.children.begin();
+    Insert(chain, place, NewChild());
+    place = chain.children.begin() + position + Below(2);
+  }
+  return "insertBefore";
+}
+
+std::string LongChains::RemoveSomewhere() {
+  Chain& chain = AnyChain();
+  TakeOut(chain, AnyPlace(chain))->RealRelease();
+  return "removeChild";
+}
+
+std::string LongChains::RemoveFromTheEnd() {
+  Chain& chain = AnyChain();
+  for (int i = Below(60); i >= 0 && !chain.children.empty(); --i) {
+    if (Below(4) == 0) Ask(chain, chain.children.end() - 1);
+    TakeOut(chain, chain.children.end() - 1)->RealRelease();
+  }
+  return "removeChild of the last";
+}
+
+std::string LongChains::GoBackwards() {
+  Chain& chain = AnyChain();
+  Place place = AnyPlace(chain);
+  for (int i = Below(200); i > 0 && place != chain.children.begin(); --i) {
+    Ask(chain, place);
+    --place;
+    // Some of what is gone by is removed, or gets a new neighbour.
+    const std::ptrdiff_t position = place - chain.children.begin();
+    if (Below(20) == 0) TakeOut(chain, place + 1)->RealRelease();
+    if (Below(20) == 0) Insert(chain, chain.children.begin() + position, NewChild());
+    place = chain.children.begin() + position;
+  }
+  return "get_previousSibling";
+}
+
+std::string LongChains::Queue() {
+  Chain& chain = AnyChain();
+  for (int i = Below(40); i >= 0; --i) {
+    Insert(chain, chain.children.end(), NewChild());
+    TakeOut(chain, chain.children.begin())->RealRelease();
+  }
+  return "a queue";
+}
+
+std::string LongChains::Replace() {
+  Chain& chain = AnyChain();
+  const Place place = AnyPlace(chain);
+  IXMLDOMNode* child = NewChild();
+  Node old;
+  const HRESULT result = chain.parent->replaceChild(child, *place, old.Out());
+  Expect(result == S_OK && old.Get() == *place, "a replacement");
+  *place = child;
+  return "replaceChild";
+}
+
+std::string LongChains::Move() {
+  Chain& from = AnyChain();
+  Chain& to = AnyChain();
+  const Place place = AnyPlace(from);
+  IXMLDOMNode* const node = *place;
+  from.children.erase(place);
+  if (to.children.empty() || Below(2) == 0) {
+    Expect(to.parent->appendChild(node, nullptr) == S_OK, "an addition");
+    to.children.push_back(node);
+  } else {
+    const Place target = AnyPlace(to);
+    Expect(to.parent->insertBefore(node, *target, nullptr) == S_OK, "an insertion");
+    to.children.insert(target, node);
+  }
+  return "a move";
+}
+
+std::string LongChains::DestroyAll() {
+  Chain& chain = AnyChain();
+  Node kept = Keep(*AnyPlace(chain));
+  if (Below(2) == 0) {
+    chain.parent->ClearNode(false);
+  } else {
+    chain.parent = NewElement(m_owner, "p");
+  }
+  chain.children.clear();
+  return "the end of all children but one";
+}
+
+std::string LongChains::UnlinkByHand() {
+  Chain& chain = AnyChain();
+  const Place place = AnyPlace(chain);
+  IXMLDOMNode* const node = *place;
+  (place == chain.children.begin() ? chain.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
+      node->m_pNextSibling;
+  node->m_pNextSibling = nullptr;
+  if (Below(2) == 0) node->m_pParent = nullptr;
+  chain.children.erase(place);
+  node->RealRelease();
+  return "an unlinking by hand";
+}
+
+std::string LongChains::InsertByHand() {
+  Chain& chain = AnyChain();
+  const Place place = AnyPlace(chain) + 1;
+  IXMLDOMNode* node = NewChild();
+  node->m_pParent = chain.parent.Get();
+  node->m_pNextSibling = place == chain.children.end() ? nullptr : *place;
+  (*(place - 1))->m_pNextSibling = node;
+  chain.children.insert(place, node);
+  return "an insertion by hand";
+}
+
+std::string LongChains::MoveTailByHand() {
+  Chain& from = AnyChain();
+  Chain& to = AnyChain();
+  if (&from == &to) return "nothing";
+  const Place place = AnyPlace(from);
+  IXMLDOMNode* const head = *place;
+  (place == from.children.begin() ? from.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
+      nullptr;
+  to.children.back()->m_pNextSibling = head;
+  for (Place moved = place; moved != from.children.end(); ++moved) (*moved)->m_pParent = to.parent.Get();
+  to.children.insert(to.children.end(), place, from.children.end());
+  from.children.erase(place, from.children.end());
+  return "a move by hand";
+}
+
+std::string LongChains::ReverseByHand() {
+  Chain& chain = AnyChain();
+  std::reverse(chain.children.begin(), chain.children.end());
+  IXMLDOMNode** link = &chain.parent.Get()->m_pFirstChild;
+  for (IXMLDOMNode* child : chain.children) {
+    *link = child;
+    link = &child->m_pNextSibling;
+  }
+  *link = nullptr;
+  return "a reversal by hand";
+}
+
+/// Destroys what follows a child, except one that is kept for a moment.
+std::string LongChains::CutTailOff() {
+  Chain& chain = AnyChain();
+  const Place place = AnyPlace(chain);
+  const Node kept = Keep(chain.children.back());
+  (*place)->ClearNode(false);
+  chain.children.erase(place + 1, chain.children.end());
+  return "ClearNode";
+}

@@ -1,0 +1,74 @@
+#ifndef XMLDOM_TESTS_HARNESS_LONGCHAINS_H
+#define XMLDOM_TESTS_HARNESS_LONGCHAINS_H
+
+#include <xmldom/xmldom.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "harness/Trees.h"
+
+/// Some parents with long chains of children, edited at random by members, by hand, by other
+/// threads and without memory. Beside each parent stands the list of its children as it ought to
+/// be, so that whatever a member remembers of a chain is compared with a list that remembers
+/// nothing.
+class LongChains {
+ public:
+  explicit LongChains(unsigned int seed);
+  ~LongChains();
+
+  LongChains(const LongChains&) = delete;
+  LongChains& operator=(const LongChains&) = delete;
+
+  /// One change of one chain, or of two. Result: what it was.
+  std::string Step();
+
+  /// The first thing that is not as it ought to be; empty when all is.
+  std::string Difference();
+
+ private:
+  struct Chain {
+    XMLPtr<IXMLDOMNode> parent;
+    std::vector<IXMLDOMNode*> children;
+  };
+  typedef std::vector<IXMLDOMNode*>::iterator Place;
+
+  int Below(std::size_t limit);
+  Chain& AnyChain();
+  /// Mostly the last places, or one of the first, sometimes any; the chain is not empty.
+  Place AnyPlace(Chain& chain);
+  IXMLDOMNode* NewChild();
+  /// Takes a child out by a member, and destroys it or leaves it for another place.
+  IXMLDOMNode* TakeOut(Chain& chain, Place place);
+  void Insert(Chain& chain, Place place, IXMLDOMNode* node);
+  void Expect(bool isTrue, const std::string& what);
+  /// Compares what stands before a place, and what stands last, with the list.
+  void Ask(Chain& chain, Place place);
+
+  // ---- What Step does. Each returns what it was.
+
+  std::string Append();
+  std::string AppendWithoutMemory();
+  std::string InsertSomewhere();
+  std::string RemoveSomewhere();
+  std::string RemoveFromTheEnd();
+  std::string GoBackwards();
+  std::string Queue();
+  std::string Replace();
+  std::string Move();
+  std::string DestroyAll();
+  std::string UnlinkByHand();
+  std::string InsertByHand();
+  std::string MoveTailByHand();
+  std::string ReverseByHand();
+  std::string CutTailOff();
+
+  std::mt19937 m_random;
+  Document m_document;
+  IXMLDOMDocument2* m_owner;  // of all nodes; null in every second session
+  std::vector<Chain> m_chains;
+  std::string m_unexpected;
+};
+
+#endif

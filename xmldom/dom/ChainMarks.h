@@ -1,0 +1,26 @@
+#ifndef XMLDOM_DOM_CHAINMARKS_H
+#define XMLDOM_DOM_CHAINMARKS_H
+
+#include <xmldom/dom/XMLNode.h>
+
+// The node before another among the children of a node. Siblings are linked forwards only, so that
+// finding it may need a walk from the first child.
+
+namespace xmldom {
+
+/// The node before `node`, which has a parent and is not its first child; borrowed. Null when the
+/// parent does not list `node` among its children.
+/// Effects: the thread caches what was found, and when it goes backwards through long chains, marks
+/// on the way. Nothing is allocated.
+/// Cost: constant close to the first child, close behind what the thread found last, and for the
+/// last child whose place is cached; going backwards, the logarithm of the number of children on
+/// average; otherwise linear in the siblings before `node`.
+IXMLDOMNode* FindBefore(IXMLDOMNode* node);
+
+/// The node before `node`, as FindBefore. Effects: throws the CLogException* of get_previousSibling
+/// when there is none.
+IXMLDOMNode* PreviousOf(IXMLDOMNode* node);
+
+}  // namespace xmldom
+
+#endif
