@@ -142,6 +142,10 @@ const FailingCall kStoring[] = {
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetAttribute(Root(document), "v", kLongText));
      }},
+    {"AddElement",
+     [](IXMLDOMDocument2* document) {
+       Note(xmldom::AddElement(Root(document), "n")->m_pszNodeName);
+     }},
 };
 
 class AllocationShortCalls : public testing::TestWithParam<FailingCall> {};
