@@ -31,6 +31,50 @@ void NoteLoad(const xmldom::LoadResult& result) {
 
 void NoteStored(const xmldom::StoreResult& result) { Note(result.Reason()); }
 
+/// A folder with a file to be saved over.
+class SavedFile {
+ public:
+  SavedFile() : m_path(m_folder.Path("saved.xml")) {}
+
+  const std::string& Path() const { return m_path; }
+
+  void Begin() const {
+    const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (file < 0 || write(file, "<old/>", 6) != 6) ADD_FAILURE() << "cannot write " << m_path;
+    close(file);
+  }
+
+  bool IsOld() const {
+    char text[7] = "";
+    const int file = open(m_path.c_str(), O_RDONLY);
+    const ssize_t size = read(file, text, 6);
+    close(file);
+    return size == 6 && std::strcmp(text, "<old/>") == 0;
+  }
+
+ private:
+  TemporaryFolder m_folder;
+  std::string m_path;
+};
+
+void SaveOver(IXMLDOMDocument2* document) {
+  static const SavedFile saved;
+  saved.Begin();
+  try {
+    const std::error_code error =
+        xmldom::Save(document, saved.Path(), xmldom::Prolog::kDeclaration);
+    if (error) {
+      NoteFailure();
+      if (!saved.IsOld()) NoteFault("an error, and another file");
+    } else if (saved.IsOld()) {
+      NoteFault("no error, and the old file");
+    }
+  } catch (const std::bad_alloc&) {
+    if (!saved.IsOld()) NoteFault("memory is out, and another file");
+    throw;
+  }
+}
+
 const FailingCall kReading[] = {
     {"LoadText", [](IXMLDOMDocument2*) { NoteLoad(xmldom::LoadText("<a k='1'>text<b/></a>")); }},
     {"LoadText, that does not parse",
@@ -111,6 +155,7 @@ const FailingCall kReading[] = {
        Note(xmldom::AdoptBstr(document->GetXML()).Get());
        Note(xmldom::AdoptHeapStr(document->GetTextAsStr()).Get());
      }},
+    {"Save", SaveOver},
 };
 
 const FailingCall kStoring[] = {
