@@ -35,6 +35,7 @@ std::string Times(int count, const std::string& text);
 // The rows, by subject.
 
 std::vector<Growing> BuildingRows();
+std::vector<Growing> EditingRows();
 std::vector<Growing> LoadingRows();
 std::vector<Growing> ReadingRows();
 std::vector<Growing> SelectingRows();

@@ -28,7 +28,9 @@ void Run(const Growing& row, int size) {
 
 // What has been freed before is tidied up before, not in the middle of what is counted.
 Counted::Counted() {
+#ifdef __GLIBC__
   malloc_trim(0);
+#endif
   CALLGRIND_TOGGLE_COLLECT;
 }
 
@@ -50,8 +52,8 @@ int main(int argc, char** argv) {
   CLogger::SetSink(Ignore, nullptr);
   SetDebugEntities(false);
   int part = 1;
-  for (const auto& rows :
-       {BuildingRows(), LoadingRows(), ReadingRows(), SelectingRows(), SupportRows()}) {
+  for (const auto& rows : {BuildingRows(), EditingRows(), LoadingRows(), ReadingRows(),
+                           SelectingRows(), SupportRows()}) {
     for (const Growing& row : rows) {
       const std::string line = std::string(row.operation) + "\t" + row.shape;
       if (argc > 1 && line.find(argv[1]) == std::string::npos) continue;
