@@ -17,42 +17,6 @@
 
 namespace {
 
-void Drop(CRefCountedObject* object) {
-  if (object != nullptr) object->RealRelease();
-}
-
-const FailingCall kLoading[] = {
-    {"loadXML", [](IXMLDOMDocument2* document) { document->loadXML(kDeepXml.c_str()); }},
-    {"a text that does not parse",
-     [](IXMLDOMDocument2* document) {
-       document->loadXML("<a v='1'>x<b>y</b>z<c>");
-       IXMLDOMParseError* error = nullptr;
-       document->get_parseError(&error);
-       Drop(error);
-     }},
-    {"load",
-     [](IXMLDOMDocument2* document) {
-       static TemporaryFile file(kDeepXml);
-       short success = VARIANT_FALSE;
-       document->load(file.Path(), &success);
-     }},
-    {"ReleaseParser",
-     [](IXMLDOMDocument2* document) {
-       document->ReleaseParser();
-       IXMLDOMParseError* error = nullptr;
-       document->get_parseError(&error);
-       Drop(error);
-     }},
-};
-
-class FailureLoading : public testing::TestWithParam<FailingCall> {};
-
-TEST_P(FailureLoading, Of_each_allocation_leaves_a_whole_tree_and_nothing_behind) {
-  ExpectWholeTreeAfterEachFailure(GetParam(), FailingCall::CHANGES_TREE);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, FailureLoading, testing::ValuesIn(kLoading));
-
 /// Loads with memory for `allowed` allocations of anybody, the parser's own ones included. Result:
 /// whether the text was loaded.
 typedef bool (*LimitedLoad)(CXMLSax& sax, const char* xml, int allowed);

@@ -15,11 +15,13 @@ static_assert(sizeof(Form) <= kHeaderSize, "the form must fit the header");
 
 const int kUnlimited = -1;
 int l_nAllowed = kUnlimited;
+bool l_bOnce = false;
 bool l_bHasStruck = false;
 
 void* Allocate(std::size_t size, Form form) {
   if (l_nAllowed == 0 || size > SIZE_MAX - kHeaderSize) {
     l_bHasStruck = true;
+    if (l_bOnce) l_nAllowed = kUnlimited;
     throw std::bad_alloc();
   }
   if (l_nAllowed > 0) --l_nAllowed;
@@ -41,14 +43,17 @@ void Deallocate(void* p, Form form) {
 
 }  // namespace
 
-OutOfMemory::OutOfMemory(int allowed) {
+OutOfMemory::OutOfMemory(int allowed, bool once) : m_allowed(allowed) {
   l_nAllowed = allowed;
+  l_bOnce = once;
   l_bHasStruck = false;
 }
 
 OutOfMemory::~OutOfMemory() { l_nAllowed = kUnlimited; }
 
 bool OutOfMemory::HasStruck() const { return l_bHasStruck; }
+
+int OutOfMemory::Succeeded() const { return m_allowed - l_nAllowed; }
 
 void* operator new(std::size_t size) { return Allocate(size, PLAIN); }
 void* operator new[](std::size_t size) { return Allocate(size, ARRAY); }

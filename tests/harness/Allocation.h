@@ -9,14 +9,21 @@
 /// While it lives, operator new throws std::bad_alloc once `allowed` more calls have succeeded.
 class OutOfMemory {
  public:
-  explicit OutOfMemory(int allowed = 0);
+  /// With `once`, those after the call that was refused succeed again.
+  explicit OutOfMemory(int allowed = 0, bool once = false);
   ~OutOfMemory();
 
   /// Whether a call has been refused.
   bool HasStruck() const;
 
+  /// How many calls have succeeded before one was refused.
+  int Succeeded() const;
+
   OutOfMemory(const OutOfMemory&) = delete;
   OutOfMemory& operator=(const OutOfMemory&) = delete;
+
+ private:
+  const int m_allowed;
 };
 
 /// Runs `call` with its first allocation failing, then with its second, and so on until it gets

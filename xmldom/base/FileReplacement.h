@@ -237,13 +237,15 @@ XMLDOM_NODISCARD inline std::error_code ReplaceFile(const std::string& path, Tex
   NamedFile file;
   std::error_code error = FindFile(path, file);
   if (error) return error;
+  // Nothing may need memory once the file has taken its place.
+  const std::string folder = file.Folder();
   FileSuccessor successor;
   error = successor.Create(file);
   if (!error) error = successor.Write(text);
   if (!error && file.exists) error = CopyAttributes(file, successor.Descriptor());
   if (!error) error = successor.Finish();
   if (!error) error = successor.TakePlace(file.path);
-  return error ? error : SyncFolder(file.Folder());
+  return error ? error : SyncFolder(folder);
 }
 
 }  // namespace xmldom

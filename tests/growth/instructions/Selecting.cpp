@@ -1,0 +1,197 @@
+// Searches and lists.
+
+#include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
+
+#include "growth/instructions/Growth.h"
+#include "harness/Lists.h"
+#include "harness/Trees.h"
+
+namespace {
+
+const char* const kElements = "An element in a predicate";
+
+std::string Records(int size) { return "<r>" + Times(size, "<a k='1'><b>t</b></a>") + "</r>"; }
+
+std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
+
+void SelectAll(const std::string& xml, const char* path) {
+  Document document = Load(xml);
+  const Counted counted;
+  List(document->SelectNodes(path));
+}
+
+void SelectOne(const std::string& xml, const char* path) {
+  Document document = Load(xml);
+  const Counted counted;
+  Node(document->SelectSingleNode(path));
+}
+
+void AddTo(IXMLDOMNodeList* list, IXMLDOMNode* node, int size) {
+  for (int i = 0; i < size; ++i) list->Add(node);
+}
+
+const Growing kSearches[] = {
+    {"SelectNodes", "//a of n records", 500, [](int size) { SelectAll(Records(size), "//a"); },
+     nullptr},
+    {"SelectNodes", "//a of n levels", 1000, [](int size) { SelectAll(Levels(size), "//a"); },
+     nullptr},
+    {"SelectNodes", "//a/a/a of n levels", 1000,
+     [](int size) { SelectAll(Levels(size), "//a/a/a"); }, nullptr},
+    {"SelectNodes", "/r/a[@k=1][b='t'] of n records", 500,
+     [](int size) { SelectAll(Records(size), "/r/a[@k=1][b='t']"); }, nullptr},
+    {"SelectNodes", "//a[*/b='t'] of n records", 500,
+     [](int size) { SelectAll(Records(size), "//r[*/b='x']"); }, nullptr},
+    {"SelectNodes", "//a[a='y'] of n levels", 300,
+     [](int size) { SelectAll(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
+     kElements},
+    {"SelectNodes", "//a[a='y'] of n levels with texts and references", 100,
+     [](int size) { SelectAll(Times(size, "<a>x&lt;") + Times(size, "</a>"), "//a[a='y']"); },
+     kElements},
+    {"SelectNodes", "n steps into n levels", 500,
+     [](int size) { SelectAll(Levels(size), ("a" + Times(size - 1, "/a")).c_str()); }, nullptr},
+    {"SelectNodes", "n predicates of a step", 500,
+     [](int size) { SelectAll("<a k='1'/>", ("a" + Times(size, "[@k=1]")).c_str()); }, nullptr},
+    {"MatchQuery", "n segments of a predicate, n levels", 500,
+     [](int size) {
+       Document document = Load(Levels(size + 1));
+       const std::string step = "a[" + Times(size, "a/") + "a='x']";
+       const Counted counted;
+       Require(Root(document)->MatchQuery(step.c_str()) == 0);
+     },
+     nullptr},
+    {"MatchesSubquery, MatchSubqueryHelper", "n children", 500,
+     [](int size) {
+       Document document = Load(Records(size));
+       const Counted counted;
+       Root(document)->MatchesSubquery("a/b='x'");
+       document->MatchSubqueryHelper(Root(document), "r/a/b='x'");
+     },
+     nullptr},
+    {"ParseXPathQuery, ParseXPathSubquery", "n bytes", 2000,
+     [](int size) {
+       const std::string name = "n" + Times(size, "x");
+       char* texts[5] = {};
+       bool hasPath = false;
+       bool isQuoted = false;
+       const Document document = NewDocument();
+       const Counted counted;
+       document->ParseXPathQuery((name + "[@" + name + "=1]").c_str(), &texts[0], &texts[1]);
+       document->ParseXPathSubquery((name + "/@" + name + "='" + name + "'").c_str(), &hasPath,
+                                    &texts[2], &texts[3], &texts[4], &isQuoted);
+       for (char* text : texts) std::free(text);
+     },
+     nullptr},
+    {"SelectSingleNode", "the last of n records", 500,
+     [](int size) { SelectOne("<x>" + Records(size) + "<y/></x>", "//y"); }, nullptr},
+    {"SelectSingleNode", "nothing behind //a/a/b in n levels", 1000,
+     [](int size) { SelectOne(Levels(size), "//a/a/b"); }, nullptr},
+    {"SelectSingleNode", "nothing behind //a/../a/.. in n records", 200,
+     [](int size) { SelectOne(Records(size), "//a/../a/../a/x"); }, nullptr},
+    {"SelectSingleNode", "nothing behind //a/../a in n levels", 200,
+     [](int size) { SelectOne(Levels(size), "//a/../a/a/x"); }, nullptr},
+    {"SelectSingleNode", "n steps up and down", 300,
+     [](int size) { SelectOne("<a><b/></a>", ("a" + Times(size, "/b/..") + "/x").c_str()); },
+     nullptr},
+    {"SelectSingleNode", "//a[a='y'] of n levels", 300,
+     [](int size) { SelectOne(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
+     kElements},
+    {"SelectSingleNode", "tests that log, n levels", 200,
+     [](int size) { SelectOne(Levels(size), "//a[@k=1]x/a[@k=1]x/b"); }, nullptr},
+    {"selectSingleNode2, selectNodes2", "n records", 500,
+     [](int size) {
+       Document document = Load(Records(size));
+       char path[] = "//none";
+       const Counted counted;
+       List list;
+       document->selectNodes2(path, list.Out());
+       Node node;
+       document->selectSingleNode2(path, node.Out());
+     },
+     nullptr},
+    {"CXPathList::ParsePath", "n steps", 1000,
+     [](int size) {
+       const std::string path = "//" + Times(size, "a[b='/']/");
+       const Counted counted;
+       CXPathList steps;
+       steps.ParsePath(path.c_str());
+     },
+     nullptr},
+    {"xmldom::CheckPath", "n steps", 1000,
+     [](int size) {
+       const std::string path = "a" + Times(size, "/a[b/c='1']");
+       const Counted counted;
+       Require(!xmldom::CheckPath(path));
+     },
+     nullptr},
+    {"xmldom::Select", "n records that are removed in the loop", 500,
+     [](int size) {
+       Document document = Load(Records(size));
+       const Counted counted;
+       for (const XMLPtr<IXMLDOMNode>& node : xmldom::Select(document, "//a")) {
+         node->RemoveNodeFromTree();
+         node->RealRelease();
+       }
+     },
+     nullptr},
+};
+
+const Growing kLists[] = {
+    {"get_childNodes, NextNode", "n children", 500,
+     [](int size) {
+       Document document = Load(Records(size));
+       const Counted counted;
+       const List list(ChildrenOf(Root(document)));
+       while (Node(list->NextNode()) != nullptr) {
+       }
+     },
+     nullptr},
+    {"IXMLDOMNodeList::Add", "n nodes", 1000,
+     [](int size) {
+       Document document = NewDocument();
+       const Counted counted;
+       const List list(new IXMLDOMNodeList);
+       AddTo(list, document, size);
+     },
+     nullptr},
+    {"IXMLDOMNodeList::GetItem", "n items, forwards and backwards", 1000,
+     [](int size) {
+       Document document = NewDocument();
+       const List list(new IXMLDOMNodeList);
+       AddTo(list, document, size);
+       const Counted counted;
+       for (int i = 0; i < size; ++i) Node(list->GetItem(i));
+       for (int i = size - 1; i >= 0; --i) Node(list->GetItem(i));
+     },
+     nullptr},
+    {"IXMLDOMNodeList::GetItem", "n items, from both ends in turns", 500,
+     [](int size) {
+       Document document = NewDocument();
+       const List list(new IXMLDOMNodeList);
+       AddTo(list, document, size);
+       const Counted counted;
+       for (int i = 0; i < size / 2; ++i) {
+         Node(list->GetItem(i));
+         Node(list->GetItem(size - 1 - i));
+       }
+     },
+     "Items of a list"},
+    {"get_attributes, GetNamedItem", "the last of n", 500,
+     [](int size) {
+       std::string xml = "<r";
+       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v'";
+       Document document = Load(xml + "/>");
+       const Counted counted;
+       const Map map(AttributesOf(Root(document)));
+       Require(Node(map->GetNamedItem("none")) == nullptr);
+     },
+     nullptr},
+};
+
+}  // namespace
+
+std::vector<Growing> SelectingRows() {
+  std::vector<Growing> rows(std::begin(kSearches), std::end(kSearches));
+  rows.insert(rows.end(), std::begin(kLists), std::end(kLists));
+  return rows;
+}

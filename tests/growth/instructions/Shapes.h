@@ -1,0 +1,36 @@
+#ifndef XMLDOM_TESTS_GROWTH_INSTRUCTIONS_SHAPES_H
+#define XMLDOM_TESTS_GROWTH_INSTRUCTIONS_SHAPES_H
+
+#include <xmldom/xmldom.h>
+
+#include <string>
+
+#include "growth/instructions/Growth.h"
+#include "harness/Trees.h"
+
+// Trees that the rows of building and editing begin with, and the exceptions that they share.
+
+const char* const kAdditions = "Additions";
+const char* const kLookups = "Lookups by name";
+
+inline Document Wide(int size) { return Load("<r>" + Times(size, "<a/>") + "</r>"); }
+
+inline Document Deep(int size) { return Load(Times(size, "<a>") + Times(size, "</a>")); }
+
+inline std::string Attributes(int size) {
+  std::string text;
+  for (int i = 0; i < size; ++i) text += " k" + std::to_string(i) + "='v'";
+  return text;
+}
+
+inline Document WithAttributes(int size) { return Load("<r" + Attributes(size) + "/>"); }
+
+inline IXMLDOMNode* LastChild(IXMLDOMNode* node) {
+  Node last;
+  node->get_lastChild(last.Out());
+  return last;
+}
+
+inline Node NewNode() { return Node(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT)); }
+
+#endif
