@@ -66,8 +66,10 @@ class DiffCommand : public Command {
     return SayTrouble(DisplayName(m_first) + ", " + DisplayName(m_second), [&] {
       Side first;
       Side second;
-      const bool areLoaded = Load(m_first, first) & Load(m_second, second);
-      if (!areLoaded) return ExitStatus::kTrouble;
+      // What is wrong with the second one is told even if something is wrong with the first.
+      const bool isFirstLoaded = Load(m_first, first);
+      const bool isSecondLoaded = Load(m_second, second);
+      if (!isFirstLoaded || !isSecondLoaded) return ExitStatus::kTrouble;
       const std::vector<Difference> differences =
           FindDifferences(*first.document, *second.document, m_all);
       if (differences.empty()) return ExitStatus::kDone;
