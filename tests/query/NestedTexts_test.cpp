@@ -47,6 +47,7 @@ const Shape kShapes[] = {
     {"OtherElementsAtEachLevel", "<a><b>1</b><c/><b><c>2</c>3</b>", "x", "<b/></a>", "//a[a='x']",
      0},
     {"ReferencesThatNobodyIsToldOf", "<a>", "&lt;x", "</a>", "//a[a='<x']", -1},
+    {"ReferencesThatBecomeNothing", "<a>", "<c>&#x41;</c><c>x</c>", "</a>", "//a[a='x']", -1},
     {"CandidatesFurtherDown", "<a>", "x", "</a>", "//a[a/a/a='x']", -3},
 };
 
