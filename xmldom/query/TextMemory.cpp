@@ -1,5 +1,5 @@
 // Reading the text of an element in one walk that notes where the text of each element below begins
-// and ends. Tested by tests/query/NestedTexts_test.cpp.
+// and ends. Tested by tests/query/TextMemory_test.cpp.
 
 #include <xmldom/query/TextMemory.h>
 
