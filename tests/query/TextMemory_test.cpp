@@ -101,6 +101,12 @@ TEST(TextMemoryOfNestedElements, Has_number_0_without_digits_whatever_stands_beh
   SetDebugEntities(true);
 }
 
+TEST(TextMemoryOfNestedElements, Keeps_the_numbers_of_different_texts_apart) {
+  const std::string many = Repeat("<c/>", kSomeLevels);
+  const Document document = Load("<a><a><a>12" + many + "</a></a><a>34" + many + "</a></a>");
+  EXPECT_EQ(0, CountSelected(document, "//a[a=0]"));
+}
+
 TEST(TextMemoryOfNestedElements, Leaves_out_what_is_logged_or_printed_each_time) {
   const Document document = Load(Nested("<a>", "x&amp;", "</a>", kSomeLevels));
   StdoutCapture output;

@@ -38,7 +38,10 @@ TextRange TextMemory::TextOf(IXMLDOMNode* element) {
   const char* text = "";
   IXMLDOMNode* content = ContentOf(element);
   if (content != nullptr) text = Read(content);
-  if (m_ranges.Size() != known) m_kept.Write(text, m_text.m_uLength);
+  if (m_ranges.Size() != known) {
+    m_kept.Write(text, m_text.m_uLength);
+    m_kept.Write("", 1);  // a NUL, so that a number ends where its text does
+  }
   return TextRange{text, text + m_text.m_uLength};
 }
 
