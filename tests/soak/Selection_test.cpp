@@ -114,7 +114,8 @@ std::string CompareNestedTexts(Random random, Observer& observer) {
   observer.Resume();
   static const char* const kPaths[] = {
       "//a[a=", "//*[a=", "//a[*/a=", "//a[a=1][b=", "a/*[a=", "//a/a[a="};
-  const std::string literal = random.OneIn(4) ? "1]" : "'" + std::string(text.GetAsStr()) + "']";
+  const std::string literal =
+      random.OneIn(4) ? (random.OneIn(2) ? "1]" : "0]") : "'" + std::string(text.GetAsStr()) + "']";
   const std::string path = random.OneOf(kPaths) + literal;
   const std::string library = observer.Observe([&](std::string& results) {
     results += NamesOf(forest, Ref<IXMLDOMNodeList>(document->SelectNodes(path.c_str())));

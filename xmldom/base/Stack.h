@@ -40,6 +40,7 @@ class Stack {
 
   /// The items, the first one first. Valid until the next Push.
   const T* Items() const { return m_items; }
+  T* Items() { return m_items; }
 
   bool IsEmpty() const { return m_size == 0; }
   std::size_t Size() const { return m_size; }

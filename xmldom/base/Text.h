@@ -1,6 +1,8 @@
 #ifndef XMLDOM_BASE_TEXT_H
 #define XMLDOM_BASE_TEXT_H
 
+#include <xmldom/base/Export.h>
+
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -50,8 +52,9 @@ struct TextRange {
 /// The range of a whole NUL-terminated text.
 inline TextRange WholeText(const char* text) { return TextRange{text, text + std::strlen(text)}; }
 
-/// Whether a NUL-terminated text equals a range. Null equals no range.
-inline bool Equals(const char* text, const TextRange& range) {
+/// Whether a NUL-terminated text equals a range. Null equals no range. Always inlined, because
+/// searches test the name of each node with it.
+XMLDOM_ALWAYS_INLINE inline bool Equals(const char* text, const TextRange& range) {
   if (text == nullptr) return false;
   const std::size_t length = range.Length();
   // Most names that differ do so in the first byte, and then strncmp need not be called.

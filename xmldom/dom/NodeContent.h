@@ -3,6 +3,8 @@
 
 #include <xmldom/dom/XMLDocument.h>
 
+#include <cstddef>
+
 namespace xmldom {
 
 /// Whether this is a document, or a node made without arguments: a node that is its own owner
@@ -28,10 +30,14 @@ inline IXMLDOMNode* ContentOf(const IXMLDOMNode* node) {
   return const_cast<IXMLDOMNode*>(node);
 }
 
+/// The result of AppendTexts when there was nothing to append.
+const std::size_t kNoText = static_cast<std::size_t>(-1);
+
 /// Appends the decoded values of the texts among a node, which may be null, and its later siblings,
-/// with a blank before each unless the position of the file is 0. Result: whether none of them is
-/// empty. Effects: those of TranslateEntities for each. Defined in text/TextCollector.cpp.
-bool AppendTexts(const IXMLDOMNode* node, CMemFile& out);
+/// with a blank before each unless the position of the file is 0. Result: where in the file the
+/// first of them that is not empty begins, or kNoText. Effects: those of TranslateEntities for
+/// each. Defined in text/TextCollector.cpp.
+std::size_t AppendTexts(const IXMLDOMNode* node, CMemFile& out);
 
 /// What get_nodeValue and get_nodeTypedValue give for the nodes of a type.
 enum ValueKind {

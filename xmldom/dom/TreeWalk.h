@@ -10,9 +10,10 @@
 // call stack. During a walk, the nodes above the current one are kept in a trail, of which there
 // are two kinds.
 //
-// These walks are for everything that visits each node of a tree once. Three loops are not such
+// These walks are for everything that visits each node of a tree once. Other loops are not such
 // walks: SingleNodeSearch::Run tests nodes repeatedly, the destructor of a node takes the links
-// apart while it follows them, and TextCollector goes back to the chains that are open.
+// apart while it follows them, and TextCollector, TextMemory and WalkEverywhere keep more of each
+// open chain than the node that they are below.
 
 namespace xmldom {
 

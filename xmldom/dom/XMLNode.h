@@ -369,7 +369,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Appends the path of `pNode` to `out`; nothing for null.
   void GetPathToNodeHelper(IXMLDOMNode* pNode, CMemFile& out);
 
-  // ---- Steps of a path (XMLNodeStep.cpp, NodeMatch.cpp)
+  // ---- Steps of a path (XMLNodeStep.cpp, XMLNodeMatch.cpp)
 
   /// Splits a step into its name and its predicates, which begin with the first '['.
   /// Out: copies on the C heap, the caller's (free); without predicates the second is null.
@@ -382,7 +382,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
                          char** attributeName, char** value, bool* quoted);
   /// Result: 1 when this is an element that has the name of the step and satisfies all its
   /// predicates; else 0. Effects: malformed predicates, and a null step, are logged (type 18,
-  /// severity 3).
+  /// severity 3). Cost: linear in the nodes and texts that the predicates look at.
   int MatchQuery(const char* step);
   /// Result: 1 when a child or an attribute of this node satisfies the predicate, which is the text
   /// between the brackets; 0 when none does, and for null.
@@ -397,7 +397,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // node. Effects: those of MatchQuery for each node that is tested.
 
   /// Result: a new list of all selected nodes, the caller's; never null.
-  /// Cost: no node is tested more often than the path has steps.
+  /// Cost: no node is tested more often than the path has steps. The text of an element is read once
+  /// for all predicates, unless reading it logs or prints.
   IXMLDOMNodeList* SelectNodes(const char* path);
   IXMLDOMNodeList* SelectNodes(_bstr_t path);
   /// Out: the list of SelectNodes. Result: S_OK, also for an empty list; E_ARGUMENT for a null

@@ -8,7 +8,8 @@ namespace xmldom {
 
 /// Whether all predicates of a step hold for an element. A malformed predicate makes the step fail
 /// and is reported (type 18, severity 3) when the predicates before it hold.
-/// Cost: linear in the candidates of the predicates and in their texts.
+/// Cost: linear in the candidates of the predicates and in their texts, which the table of the step
+/// remembers for elements with others below them.
 bool AllPredicatesHold(IXMLDOMNode* node, const XPathStep& step);
 
 /// Whether a child or an attribute of a node satisfies a predicate, whose first segment is given,

@@ -1,5 +1,5 @@
 // Reading the text of an element in one walk that notes where the text of each element below begins
-// and ends. Tested by tests/query/NestedTexts_test.cpp.
+// and ends. Tested by tests/query/TextMemory_test.cpp.
 
 #include <xmldom/query/TextMemory.h>
 
@@ -14,12 +14,12 @@ namespace {
 /// Elements with no more nodes below them are not remembered.
 const std::size_t kFewNodes = 32;
 
-/// A node that is being read, and what was so before it.
+/// A node that is being read.
 struct OpenNode {
   IXMLDOMNode* node;
-  std::size_t begin;
-  std::size_t nodes;
-  unsigned long obstacles;
+  std::size_t begin;      // of its first text that is not empty; kNoText before that was read
+  std::size_t nodes;      // how many had been read before it
+  unsigned long reports;  // their number before it
 };
 
 }  // namespace
@@ -38,25 +38,27 @@ TextRange TextMemory::TextOf(IXMLDOMNode* element) {
   const char* text = "";
   IXMLDOMNode* content = ContentOf(element);
   if (content != nullptr) text = Read(content);
-  if (m_ranges.Size() != known) m_kept.Write(text, m_text.m_uLength);
+  if (m_ranges.Size() != known) {
+    m_kept.Write(text, m_text.m_uLength);
+    m_kept.Write("", 1);  // a NUL, so that a number ends where its text does
+  }
   return TextRange{text, text + m_text.m_uLength};
 }
 
 /// Reads the text of a node into m_text, and remembers where its parts will be in m_kept. Result:
 /// the text.
 const char* TextMemory::Read(IXMLDOMNode* top) {
-  // What keeps a text from being remembered: reports, and empty texts, whose blanks depend on what
-  // stands before them.
   const ReportCount reports;
-  unsigned long emptyTexts = 0;
   std::size_t nodes = 0;
+  std::size_t begun = 0;  // how many of the open nodes, from the outermost on, have a text
   Stack<OpenNode, 16> open;
   IXMLDOMNode* node = top;
   do {
     if (node == nullptr) {
       const OpenNode closed = open.Pop();
-      const bool isClear = reports.Now() + emptyTexts == closed.obstacles;
-      if (isClear && nodes - closed.nodes > kFewNodes) Remember(closed.node, closed.begin);
+      if (begun > open.Size()) begun = open.Size();
+      const bool isSilent = reports.Now() == closed.reports;
+      if (isSilent && nodes - closed.nodes > kFewNodes) Remember(closed.node, closed.begin);
       node = closed.node->m_pNextSibling;
       continue;
     }
@@ -66,9 +68,11 @@ const char* TextMemory::Read(IXMLDOMNode* top) {
     if (node->m_pFirstChild == nullptr || isRead) {
       node = node->m_pNextSibling;
     } else {
-      open.Push(OpenNode{node, m_text.m_uLength, nodes, reports.Now() + emptyTexts});
+      open.Push(OpenNode{node, kNoText, nodes, reports.Now()});
       node = node->m_pFirstChild;
-      emptyTexts += !AppendTexts(node, m_text);
+      const std::size_t begin = AppendTexts(node, m_text);
+      if (begin == kNoText) continue;
+      for (; begun < open.Size(); ++begun) open.Items()[begun].begin = begin;
     }
   } while (!open.IsEmpty());
   return m_text.GetAsStr();
@@ -79,8 +83,8 @@ void TextMemory::Remember(IXMLDOMNode* element, std::size_t begin) {
   std::size_t& number = m_places.At(element, 0).visit;
   if (number != 0) return;
   const std::size_t end = m_text.m_uLength;
-  // A part begins with a blank when anything stands before it.
-  if (begin != 0 && begin != end) ++begin;
+  // Nothing but blanks is read of empty texts with nothing before them.
+  if (begin == kNoText) begin = end;
   m_ranges.Push(Range{m_kept.m_uLength + begin, m_kept.m_uLength + end});
   number = m_ranges.Size();
 }

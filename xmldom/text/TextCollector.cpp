@@ -131,16 +131,16 @@ XMLDOM_COLD void TextCollector::WriteBuffer(std::size_t* begin, std::size_t end)
   *begin = end;
 }
 
-XMLDOM_COLD bool AppendTexts(const IXMLDOMNode* node, CMemFile& out) {
-  bool isAnyEmpty = false;
+XMLDOM_COLD std::size_t AppendTexts(const IXMLDOMNode* node, CMemFile& out) {
+  std::size_t first = kNoText;
   for (; node != nullptr; node = node->m_pNextSibling) {
     if (node->m_eNodeType != NODE_TEXT) continue;
     if (out.m_uPosition != 0) WriteLiteral(out, " ");
-    const unsigned int length = out.m_uLength;
+    const std::size_t begin = out.m_uLength;
     TranslateEntities(node->m_pszValue, out);
-    if (out.m_uLength == length) isAnyEmpty = true;
+    if (first == kNoText && out.m_uLength != begin) first = begin;
   }
-  return !isAnyEmpty;
+  return first;
 }
 
 void TextCollector::Flush() {

@@ -47,19 +47,20 @@ const Shape kShapes[] = {
     {"OtherElementsAtEachLevel", "<a><b>1</b><c/><b><c>2</c>3</b>", "x", "<b/></a>", "//a[a='x']",
      0},
     {"ReferencesThatNobodyIsToldOf", "<a>", "&lt;x", "</a>", "//a[a='<x']", -1},
+    {"ReferencesThatBecomeNothing", "<a>", "<c>&#x41;</c><c>x</c>", "</a>", "//a[a='x']", -1},
     {"CandidatesFurtherDown", "<a>", "x", "</a>", "//a[a/a/a='x']", -3},
 };
 
-class NestedTexts : public testing::TestWithParam<Shape> {};
+class TextMemory : public testing::TestWithParam<Shape> {};
 
-INSTANTIATE_TEST_SUITE_P(All, NestedTexts, testing::ValuesIn(kShapes),
+INSTANTIATE_TEST_SUITE_P(All, TextMemory, testing::ValuesIn(kShapes),
                          [](const testing::TestParamInfo<Shape>& row) {
                            return std::string(row.param.name);
                          });
 
 }  // namespace
 
-TEST_P(NestedTexts, Are_compared_in_linear_time) {
+TEST_P(TextMemory, Of_nested_elements_is_read_in_linear_time) {
   const Shape& shape = GetParam();
   SetDebugEntities(false);
   ExpectLinearTime(kLevels, [&](int levels) {
@@ -72,7 +73,7 @@ TEST_P(NestedTexts, Are_compared_in_linear_time) {
   SetDebugEntities(true);
 }
 
-TEST(NestedTexts, Are_compared_in_linear_time_by_a_single_search) {
+TEST(TextMemoryOfNestedElements, Is_read_in_linear_time_by_a_single_search) {
   ExpectLinearTime(kLevels, [](int levels) {
     const Document document = Load(Nested("<a>", "x", "</a>", levels));
     return OnSmallStack(
@@ -80,7 +81,7 @@ TEST(NestedTexts, Are_compared_in_linear_time_by_a_single_search) {
   });
 }
 
-TEST(NestedTexts, Are_those_of_each_element) {
+TEST(TextMemoryOfNestedElements, Has_the_text_of_each_element) {
   std::string xml;
   for (int i = 0; i < kSomeLevels; ++i) xml += "<a>" + std::to_string(i);
   const Document document = Load(xml + Repeat("</a>", kSomeLevels));
@@ -91,7 +92,7 @@ TEST(NestedTexts, Are_those_of_each_element) {
   EXPECT_EQ(0, CountSelected(document, "//a[a=0]"));
 }
 
-TEST(NestedTexts, Without_digits_are_the_number_0_whatever_stands_behind_them) {
+TEST(TextMemoryOfNestedElements, Has_number_0_without_digits_whatever_stands_behind) {
   const std::string inner = "<a>&#32;" + Repeat("<c/>", kSomeLevels) + "</a>";
   const Document document = Load("<a><a>" + inner + "<d>7</d></a></a>");
   SetDebugEntities(false);
@@ -100,7 +101,13 @@ TEST(NestedTexts, Without_digits_are_the_number_0_whatever_stands_behind_them) {
   SetDebugEntities(true);
 }
 
-TEST(NestedTexts, That_are_logged_or_printed_are_so_each_time) {
+TEST(TextMemoryOfNestedElements, Keeps_the_numbers_of_different_texts_apart) {
+  const std::string many = Repeat("<c/>", kSomeLevels);
+  const Document document = Load("<a><a><a>12" + many + "</a></a><a>34" + many + "</a></a>");
+  EXPECT_EQ(0, CountSelected(document, "//a[a=0]"));
+}
+
+TEST(TextMemoryOfNestedElements, Leaves_out_what_is_logged_or_printed_each_time) {
   const Document document = Load(Nested("<a>", "x&amp;", "</a>", kSomeLevels));
   StdoutCapture output;
   EXPECT_EQ(kSomeLevels - 1, CountSelected(document, "//a[a='x&']"));
