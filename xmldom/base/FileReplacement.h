@@ -136,11 +136,11 @@ class FileSuccessor {
     for (unsigned int i = 0; i < 4096 && m_descriptor < 0; ++i) {
       char name[32];
       std::snprintf(name, sizeof name, ".xmldom-%06x", (start + i) & 0xFFFFFF);
-      const std::string path = file.Folder() + name;
+      std::string path = file.Folder() + name;
       m_descriptor =
           open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, file.exists ? 0600 : 0666);
       if (m_descriptor >= 0) {
-        m_path = path;
+        m_path.swap(path);  // needs no memory, without which the file would be left
       } else if (errno != EEXIST) {
         break;
       }
