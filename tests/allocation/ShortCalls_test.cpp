@@ -3,6 +3,7 @@
 #include <expat.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
@@ -44,6 +45,26 @@ class SavedFile {
     close(file);
   }
 
+  /// Whether there is nothing else in the folder. Asks the system itself, because memory may be
+  /// out.
+  bool IsAlone() const {
+    const std::string::size_type end = m_path.rfind('/');
+    char folder[256] = "";
+    m_path.copy(folder, end);
+    alignas(8) char entries[4096];
+    const int descriptor = open(folder, O_RDONLY | O_DIRECTORY);
+    const long size = syscall(SYS_getdents64, descriptor, entries, sizeof entries);
+    close(descriptor);
+    const long kLengthPlace = 16;
+    int count = 0;
+    for (long at = 0; at < size; ++count) {
+      unsigned short length = 0;
+      std::memcpy(&length, entries + at + kLengthPlace, sizeof length);
+      at += length;
+    }
+    return count == 3;  // with "." and ".."
+  }
+
   bool IsOld() const {
     char text[7] = "";
     const int file = open(m_path.c_str(), O_RDONLY);
@@ -71,8 +92,10 @@ void SaveOver(IXMLDOMDocument2* document) {
     }
   } catch (const std::bad_alloc&) {
     if (!saved.IsOld()) NoteFault("memory is out, and another file");
+    if (!saved.IsAlone()) NoteFault("memory is out, and a file is left");
     throw;
   }
+  if (!saved.IsAlone()) NoteFault("a file is left");
 }
 
 const FailingCall kReading[] = {
