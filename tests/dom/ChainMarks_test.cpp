@@ -143,7 +143,7 @@ TEST_F(ChainMarks, Of_one_chain_are_not_used_for_another) {
   ExpectChain(0);
 }
 
-TEST(LongChains, Are_edited_as_lists_that_remember_nothing) {
+TEST_F(ChainMarks, Do_not_change_what_random_edits_give) {
   for (unsigned int seed = 0; seed < 20; ++seed) {
     LongChains chains(seed);
     std::string last;
