@@ -135,6 +135,10 @@ edit_refuses_what_cannot_be_done() {
   _refuses '<a/>' 'nothing can stand beside the root element' --insert-before /a '<b/>'
   _refuses '<a/>' 'nothing can stand beside the root element' --insert-after / '<b/>'
   _refuses '<a><b/></a>' 'the element holds elements, which a text cannot replace' --set /a x
+  given a.xml '<a><b/></a>'
+  run edit a.xml --append /a '<c/>' --set-attr //b c 1 --set /a x
+  expect 2 '' "a.xml:1:1: --set /a, after the edits before it: the element holds elements, which a \
+text cannot replace\n  <a><b c=\"1\"/><c/></a>\n  ^\n"
 }
 
 edit_refuses_to_change_an_element_that_an_entity_brings() {
