@@ -80,9 +80,9 @@ __attribute__((constructor(101))) void ExpectLackOfMemory() {
 }
 
 int Run(int argc, char** argv) {
-  // Without this signal, a write beyond the size limit of files fails, and is reported like any other
-  // failed write. Where a pipe is closed, in contrast, whoever reads has seen enough: the tool ends by
-  // that signal and says nothing, unless its caller ignores the signal.
+  // Without this signal, a write beyond the size limit of files fails, and is reported like any
+  // other failed write. Where a pipe is closed, in contrast, whoever reads has seen enough: the
+  // tool ends by that signal and says nothing, unless its caller ignores the signal.
   std::signal(SIGXFSZ, SIG_IGN);
   try {
     Output output(KeepStandardOutput());

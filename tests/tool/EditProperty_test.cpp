@@ -42,7 +42,7 @@ Edit RandomEdit(std::mt19937& engine, RandomText& random) {
     return std::string(texts.begin()[engine() % texts.size()]);
   };
   const EditKind& kind = kinds[engine() % kinds.size()];
-  Edit edit = {&kind, {oneOf({"/", "//a", "//b", "//c", "/*/*", "/a/b", "/c//*"})}};
+  Edit edit = {&kind, {oneOf({"/", "//a", "//b", "//c", "/*/*", "/a/b", "//c/*"})}};
   const std::string operands = kind.operands;
   if (operands.find("NAME") != operands.npos) edit.operands.push_back(oneOf({"y", "z"}));
   if (operands.find("XML") != operands.npos) {

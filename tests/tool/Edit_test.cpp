@@ -187,7 +187,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"<!DOCTYPE a [<!ATTLIST a b CDATA '1'>]><a c='2'/>",
                         "--rename",
                         {"/", "d"},
-                        "<!DOCTYPE a [<!ATTLIST a b CDATA '1'>]><d c='2'/>"}));
+                        "<!DOCTYPE a [<!ATTLIST a b CDATA '1'>]><d c='2'/>"},
+                    Row{"<!DOCTYPE a [<!ATTLIST d b CDATA '1&lt;' c CDATA '3'>]><a c='2'/>",
+                        "--rename",
+                        {"/", "d"},
+                        "<!DOCTYPE a [<!ATTLIST d b CDATA '1&lt;' c CDATA '3'>]><d c='2'/>"}));
 
 const std::string kLatin1 = "<?xml version='1.0' encoding='ISO-8859-1'?>";
 const std::string kAscii = "<?xml version='1.0' encoding='us-ascii'?>";

@@ -37,6 +37,8 @@ TEST(SourceEncoding, Declaration_names_utf_8_in_as_many_bytes) {
             Decoded("<?xml version='1.0' encoding='iso-8859-1'?><a>\xe9</a>"));
   EXPECT_EQ("<?xml version='1.0' encoding = \"UTF-8\"    standalone='yes' ?>\n<a/>",
             Decoded("<?xml version='1.0' encoding = \"US-ASCII\" standalone='yes' ?>\n<a/>"));
+  EXPECT_EQ("\xef\xbb\xbf<?xml version='1.0' encoding='UTF-8'     ?><a>\xc3\xa9</a>",
+            Decoded("\xef\xbb\xbf<?xml version='1.0' encoding='iso-8859-1'?><a>\xe9</a>"));
   EXPECT_EQ("\xef\xbb\xbf<?xml version='1.0' encoding='UTF-8' ?><a/>",
             Decoded("\xff\xfe" + Utf16("<?xml version='1.0' encoding='UTF-16'?><a/>", false)));
 }

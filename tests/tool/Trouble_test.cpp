@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <tools/command/Trouble.h>
+#include <tools/document/SourceMap.h>
 #include <tools/io/Output.h>
 #include <xmldom/support/LogException.h>
 
@@ -31,6 +32,8 @@ INSTANTIATE_TEST_SUITE_P(
                         ExitStatus::kTrouble, "xmldom: a.xml: Node::Load: no parser\n"},
                     Row{[]() -> ExitStatus { throw std::length_error("basic_string"); },
                         ExitStatus::kTrouble, "xmldom: a.xml: the result is too large\n"},
+                    Row{[]() -> ExitStatus { throw tool::SourceMapError(3, "no attribute"); },
+                        ExitStatus::kTrouble, "xmldom: a.xml: no attribute\n"},
                     Row{[]() -> ExitStatus { throw std::bad_alloc(); }, ExitStatus::kTrouble,
                         "xmldom: a.xml: out of memory\n"}));
 

@@ -166,12 +166,12 @@ contents; --in-place=write writes into the file itself\n"
   expect_file a.xml '<a/>'
   run edit --in-place=write --set / x a.xml
   expect 0 '' ''
-  expect_file b.xml '<a>x</a>\n'
+  expect_file b.xml '<a>x</a>'
   [ "$(stat -c '%i %a %u %g' a.xml)" = "$before" ] || fail
   run edit -i.old --in-place write --set / y a.xml
   expect 0 '' ''
-  expect_file b.xml '<a>y</a>\n'
-  expect_file a.xml.old '<a>x</a>\n'
+  expect_file b.xml '<a>y</a>'
+  expect_file a.xml.old '<a>x</a>'
   expect_names . a.xml a.xml.old b.xml
 }
 
@@ -179,7 +179,7 @@ in_place_is_renaming_or_writing() {
   given a.xml '<a/>'
   run edit --in-place=rename --set / x a.xml
   expect 0 '' ''
-  expect_file a.xml '<a>x</a>\n'
+  expect_file a.xml '<a>x</a>'
   run edit --in-place=copy --set / x a.xml
   expect_status 2
   expect_part stderr rename

@@ -54,7 +54,12 @@ format_tells_what_is_lost_or_moved() {
   run format a.xml
   expect_part stderr 'a.xml:1:4: a comment inside the root element was moved into a text'
   grep -q other "$scratch/stderr" && fail
-  return 0
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?><a>\xe9</a>\n'
+  run format a.xml
+  expect_part stderr ': the encoding became UTF-8'
+  given a.xml '<a b="x&#9;y"/>\n'
+  run format a.xml
+  expect_part stderr ': a tab or line break in an attribute value became a blank'
 }
 
 run_cases

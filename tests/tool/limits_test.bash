@@ -113,6 +113,20 @@ many_elements_are_edited_at_once_in_linear_time() {
   expect 0 "$count\n" ''
 }
 
+elements_below_a_long_indentation_are_filled_in_linear_time() {
+  local count=$(scaled 50000)
+  { echo '<r>'; printf '%*s<o>\n' "$count" ''; yes '<a/>' | head -n "$count"; echo '</o></r>'; } > a.xml
+  run_shell '(ulimit -t 8; "$tool" edit --all --append //a "<c/>" a.xml) | grep -c "^  <c/>"'
+  expect 0 "$count\n" ''
+}
+
+fields_of_the_parent_are_searched_once_for_all_its_children() {
+  local count=$(scaled 50000)
+  { echo '<r><t>x</t>'; yes '<a/>' | head -n "$count"; echo '</r>'; } > a.xml
+  run_shell '(ulimit -t 8; "$tool" value -f ../t -f ../none //a a.xml) | grep -c "^x"'
+  expect 0 "$count\n" ''
+}
+
 a_million_names_are_handled_with_little_stack() {
   {
     echo '<r>'

@@ -109,7 +109,7 @@ a_file_that_is_mounted_is_only_written_into() {
   expect_names . a.xml error mounted.xml
   run edit --in-place=write --set / x a.xml
   expect 0 '' ''
-  expect_file mounted.xml '<b>x</b>\n'
+  expect_file mounted.xml '<b>x</b>'
 }
 
 # Each command has to find the element that the one before has added.

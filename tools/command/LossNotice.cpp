@@ -15,8 +15,9 @@ namespace {
 
 /// Turns what would happen to a file into what has happened.
 std::string InPast(std::string reason) {
+  // "would be" is also how "would become" begins.
   static const char* const kVerbs[][2] = {
-      {"would be", "was"}, {"would become", "became"}, {"would change", "changed"}};
+      {"would become", "became"}, {"would be", "was"}, {"would change", "changed"}};
   for (const auto& verb : kVerbs) {
     const std::size_t at = reason.find(verb[0]);
     if (at != std::string::npos) reason.replace(at, std::string(verb[0]).size(), verb[1]);

@@ -5,6 +5,7 @@
 #include <tools/command/Trouble.h>
 
 #include <tools/io/Diagnostics.h>
+#include <tools/io/Output.h>
 
 #include <xmldom/support/LogException.h>
 
@@ -25,6 +26,12 @@ ExitStatus SayTrouble(const std::string& name, const std::function<ExitStatus()>
     reason = "the result is too large";
   } catch (const std::bad_alloc&) {
     reason = "out of memory";
+  } catch (const OutputError&) {
+    throw;
+  } catch (const UsageError&) {
+    throw;
+  } catch (const std::exception& error) {
+    reason = error.what();
   }
   ComplainAbout(name, reason);
   return ExitStatus::kTrouble;

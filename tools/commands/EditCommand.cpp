@@ -60,7 +60,7 @@ class EditCommand : public FileCommand {
     if (tree == nullptr) return ExitStatus::kTrouble;
     EditedText edited(decoded.text, tree, encoding);
     for (const Edit& edit : m_edits) {
-      const ExitStatus status = Try(edit, edited, input.name, session);
+      const ExitStatus status = Try(edit, edited, decoded.text, input.name, session);
       if (status != ExitStatus::kDone) return status;
     }
     return Write(edited, input, results);
@@ -69,9 +69,16 @@ class EditCommand : public FileCommand {
  private:
   /// Makes one edit. Effects: a message to standard error when it cannot be made, and with
   /// --verbose also when it was.
-  ExitStatus Try(const Edit& edit, EditedText& edited, const std::string& file,
-                 const Session& session) const {
-    const std::string title = std::string(edit.kind->option) + " " + edit.operands.front() + ": ";
+  /// `text` is that of the file.
+  ExitStatus Try(const Edit& edit, EditedText& edited, const std::string& text,
+                 const std::string& file, const Session& session) const {
+    const std::string name = std::string(edit.kind->option) + " " + edit.operands.front();
+    const std::string title = name + ": ";
+    const auto complainAt = [&](std::size_t offset, const std::string& reason) {
+      // Lines and columns need not be those of the file any more.
+      const char* const when = edited.Text() == text ? ": " : ", after the edits before it: ";
+      ComplainAt({file, edited.Text()}, offset, name + when + reason);
+    };
     try {
       const EditOutcome outcome = edited.Apply(edit, m_all);
       if (outcome.changed == 0) {
@@ -85,9 +92,9 @@ class EditCommand : public FileCommand {
       }
       return ExitStatus::kDone;
     } catch (const EditRefusal& refusal) {
-      ComplainAt({file, edited.Text()}, refusal.Offset(), title + refusal.what());
+      complainAt(refusal.Offset(), refusal.what());
     } catch (const SourceMapError& error) {
-      ComplainAt({file, edited.Text()}, error.Offset(), error.what());
+      complainAt(error.Offset(), error.what());
     } catch (const ProofFailure& failure) {
       SayUnproved(file, title, failure);
     }

@@ -109,8 +109,9 @@ class ValueCommand : public FileCommand {
     std::vector<IXMLDOMNode*> cells;
     if (!m_fields.empty()) {
       const std::vector<SearchPath> fields = Fields();
+      std::vector<FieldSearch> searches(fields.begin(), fields.end());
       for (IXMLDOMNode* node : nodes) {
-        for (const SearchPath& field : fields) cells.push_back(SelectFirst(field, node));
+        for (FieldSearch& search : searches) cells.push_back(search.From(node));
       }
       return cells;
     }

@@ -186,4 +186,16 @@ IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start) {
   return selected.empty() ? nullptr : selected.front();
 }
 
+IXMLDOMNode* FieldSearch::From(IXMLDOMNode* node) {
+  const IXMLDOMNode* arrived = node;
+  for (const PathStep& step : m_field.steps) {
+    if (!HasDots(step) || arrived == nullptr) break;
+    if (step.name == "..") arrived = arrived->m_pParent;
+  }
+  if (arrived == nullptr || arrived == node) return SelectFirst(m_field, node);
+  const auto placed = m_found.emplace(arrived, nullptr);
+  if (placed.second) placed.first->second = SelectFirst(m_field, node);
+  return placed.first->second;
+}
+
 }  // namespace tool

@@ -1,6 +1,7 @@
 #ifndef XMLDOM_TOOLS_DOCUMENT_PATHSEARCH_H
 #define XMLDOM_TOOLS_DOCUMENT_PATHSEARCH_H
 
+#include <unordered_map>
 #include <vector>
 
 class IXMLDOMNode;
@@ -23,6 +24,21 @@ std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start);
 /// does. Result: the node, borrowed from the tree; null when there is none. Cost: that of
 /// SelectAll.
 IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start);
+
+/// Does what SelectFirst does for a field, from any number of nodes of one tree.
+class FieldSearch {
+ public:
+  /// `field` is borrowed.
+  explicit FieldSearch(const SearchPath& field) : m_field(field) {}
+
+  /// Cost: that of SelectFirst, but where the field begins with ".." only once for all nodes from
+  /// which that leads to the same place.
+  IXMLDOMNode* From(IXMLDOMNode* node);
+
+ private:
+  const SearchPath& m_field;
+  std::unordered_map<const IXMLDOMNode*, IXMLDOMNode*> m_found;  // by the place where ".." leads
+};
 
 }  // namespace tool
 

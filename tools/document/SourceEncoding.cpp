@@ -110,8 +110,10 @@ bool SourceEncoding::Decode(const std::string& bytes, std::string& text,
       return false;
     }
   } else {
-    for (const char c : bytes) {
-      const unsigned char byte = static_cast<unsigned char>(c);
+    // The parser takes a byte order mark of UTF-8 in front of any declaration.
+    if (BeginsWith(bytes, kByteOrderMark)) text = kByteOrderMark;
+    for (std::size_t at = text.size(); at < bytes.size(); ++at) {
+      const unsigned char byte = static_cast<unsigned char>(bytes[at]);
       if (m_kind == kAscii && byte >= 0x80) {
         reason = "no character in US-ASCII";
         return false;
@@ -162,7 +164,9 @@ std::string SourceEncoding::Encode(const std::string& text) const {
       at += character.length;
     }
   };
-  append(declared, 0);
+  const bool keepsMark = !IsUtf16() && BeginsWith(declared, kByteOrderMark);
+  if (keepsMark) bytes = kByteOrderMark;
+  append(declared, bytes.size());
   append(text, declared.size());
   return bytes;
 }

@@ -10,6 +10,8 @@
 
 #include <xmldom/dom/XMLDocument.h>
 
+#include <algorithm>
+
 namespace tool {
 
 namespace {
@@ -46,10 +48,13 @@ void Fill(EditStep& step, const SourcePlace& element, const std::string& content
 std::string StepBefore(const EditStep& step, const EditTarget& target) {
   const std::string indent = IndentBefore(step.text, target.place->begin);
   if (IsRoot(target)) return kDefaultStep;
+  // No more is looked at of the indentation around than fits here: many elements may share it.
   const std::size_t outer = step.PlaceOf(target.node->m_pParent)->begin;
-  const std::string outerIndent = IndentBefore(step.text, outer);
+  const std::size_t begin = outer - std::min(outer, indent.size() + 1);
+  const std::string before = step.text.substr(begin, outer - begin);
+  const std::string outerIndent = IndentBefore(before, before.size());
   const bool isInside = indent.compare(0, outerIndent.size(), outerIndent) == 0;
-  if (BeginsLine(step.text, outer) && isInside) return indent.substr(outerIndent.size());
+  if (isInside && BeginsLine(step.text, outer)) return indent.substr(outerIndent.size());
   return indent.find('\t') == std::string::npos ? kDefaultStep : "\t";
 }
 

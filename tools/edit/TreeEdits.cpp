@@ -3,6 +3,7 @@
 
 #include <tools/edit/TreeEdits.h>
 
+#include <tools/document/DocumentLoad.h>
 #include <tools/edit/EditStep.h>
 #include <tools/edit/Fragment.h>
 
@@ -107,6 +108,27 @@ void MoveBehindWritten(const EditStep& step, IXMLDOMNode* element, const std::st
   *link = attribute.Detach();
 }
 
+/// Loads an element without attributes of its own, which so has all those that the document type
+/// supplies for its name. It is the child of the root element.
+XMLPtr<IXMLDOMDocument2> SampleOf(const EditStep& step, const std::string& name) {
+  LoadProblem problem;
+  const XMLPtr<IXMLDOMDocument2> sample =
+      LoadText(step.DocumentType() + "<x><" + name + "/></x>", problem);
+  if (sample == nullptr) throw std::logic_error(problem.reason);
+  return sample;
+}
+
+/// Gives an element those attributes of a sample that it lacks.
+void AddDefaults(IXMLDOMNode* element, const IXMLDOMNode* sample) {
+  for (const IXMLDOMNode* supplied = sample->m_pFirstAttribute; supplied != nullptr;
+       supplied = supplied->m_pNextSibling) {
+    const std::string name = supplied->m_pszNodeName;
+    if (*LinkTo(element, name) != nullptr) continue;
+    Require(xmldom::SetAttribute(element, name.c_str(), std::string()));
+    xmldom::ReplaceValue(*LinkTo(element, name), supplied->m_pszValue);
+  }
+}
+
 /// The form in which a load stores the value of an attribute.
 std::string LoadedForm(const std::string& value) {
   CMemFile form(static_cast<unsigned int>(value.size()) + 64);
@@ -203,6 +225,7 @@ void ChangeRemoveAttribute(EditStep& step) {
 }
 
 void ChangeRename(EditStep& step) {
+  const XMLPtr<IXMLDOMDocument2> sample = SampleOf(step, step.edit.operands[1]);
   for (const EditTarget& target : step.targets) {
     char* name = strdup(step.edit.operands[1].c_str());
     if (name == nullptr) throw std::bad_alloc();
@@ -215,6 +238,7 @@ void ChangeRename(EditStep& step) {
         TakeOut(link);
       }
     }
+    AddDefaults(target.node.Get(), sample->m_pFirstChild->m_pFirstChild);
   }
 }
 

@@ -19,7 +19,7 @@ void ChangeRemove(EditStep& step);
 void ChangeSetText(EditStep& step);
 void ChangeSetAttribute(EditStep& step);
 void ChangeRemoveAttribute(EditStep& step);
-/// Default attributes of the element go with its old name.
+/// Default attributes of the element go with its old name, and come with its new one.
 void ChangeRename(EditStep& step);
 
 }  // namespace tool

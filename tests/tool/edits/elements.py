@@ -1,5 +1,6 @@
 """Where the elements of a document stand in its bytes, as Python's parser tells."""
 
+import re
 from xml.parsers import expat
 
 
@@ -34,7 +35,11 @@ class Reader:
     def settle(self):
         """The first event behind a start tag tells where the tag ends."""
         if self.unclosed is not None:
-            self.unclosed.end_of_tag = self.parser.CurrentByteIndex
+            at = self.parser.CurrentByteIndex
+            # References to entities without text make no event.
+            tag = ascii_of(self.data[self.unclosed.begin:at])
+            references = re.search(rb'(&[^&;<>]+;)*$', tag).group()
+            self.unclosed.end_of_tag = at - unit(self.data) * len(references)
             self.unclosed = None
 
     def start(self, name, attributes):
