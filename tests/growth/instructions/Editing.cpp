@@ -16,7 +16,7 @@ const Growing kEditing[] = {
        while (from->m_pFirstChild != nullptr) to->appendChild(from->m_pFirstChild, nullptr);
      },
      nullptr},
-    {"appendChild", "a tree of n levels, to and fro", 1000,
+    {"appendChild", "a tree of n levels, back and forth", 1000,
      [](int size) {
        Document document =
            Load("<r><b/><c>" + Times(size, "<a>") + Times(size, "</a>") + "</c></r>");
