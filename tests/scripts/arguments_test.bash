@@ -31,11 +31,24 @@ every_script_refuses_what_it_does_not_know_before_it_installs_anything() {
   expect_names copy scripts
 }
 
+every_script_begins_as_all_do_and_is_named_in_README() {
+  local script
+  for script in $scripts; do
+    grep -q '/common/script.bash"$' "$project/scripts/$script" ||
+      { echo "  $script begins otherwise"; fail; }
+  done
+  for script in "$project"/scripts/*; do
+    [ -f "$script" ] || continue
+    grep '^| `scripts/`' "$project/README.md" | grep -qF "\`${script##*/}\`" ||
+      { echo "  README.md does not name ${script##*/}"; fail; }
+  done
+}
+
 names_of_presets_and_machines_are_checked() {
   _given_a_copy
   _given_no_packages
   local line
-  for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'fuzz lod' 'bench --part no' \
+  for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'growth a b' 'fuzz lod' 'bench --part no' \
       'bench --filter' 'packages a b' 'install-packages a;b'; do
     # shellcheck disable=SC2086  # words
     keep copy/scripts/$line

@@ -397,8 +397,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // node. Effects: those of MatchQuery for each node that is tested.
 
   /// Result: a new list of all selected nodes, the caller's; never null.
-  /// Cost: no node is tested more often than the path has steps. The text of an element is read once
-  /// for all predicates, unless reading it logs or prints.
+  /// Cost: no node is tested more often than the path has steps. The text of an element is read
+  /// once for all predicates, unless reading it logs or prints.
   IXMLDOMNodeList* SelectNodes(const char* path);
   IXMLDOMNodeList* SelectNodes(_bstr_t path);
   /// Out: the list of SelectNodes. Result: S_OK, also for an empty list; E_ARGUMENT for a null

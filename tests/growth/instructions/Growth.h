@@ -35,10 +35,13 @@ std::string Times(int count, const std::string& text);
 // The rows, by subject.
 
 std::vector<Growing> BuildingRows();
+std::vector<Growing> ChainRows();
 std::vector<Growing> EditingRows();
 std::vector<Growing> LoadingRows();
 std::vector<Growing> ReadingRows();
 std::vector<Growing> SelectingRows();
 std::vector<Growing> SupportRows();
+/// Those that set owners by hand, and have to be the last, because all that follows is changed.
+std::vector<Growing> OwnerRows();
 
 #endif

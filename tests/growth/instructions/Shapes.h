@@ -17,6 +17,9 @@ inline Document Wide(int size) { return Load("<r>" + Times(size, "<a/>") + "</r>
 
 inline Document Deep(int size) { return Load(Times(size, "<a>") + Times(size, "</a>")); }
 
+/// A name that begins otherwise than most others, so that comparing them costs the same wherever.
+inline std::string NameOf(int i) { return char('A' + i % 26) + std::to_string(i); }
+
 inline std::string Attributes(int size) {
   std::string text;
   for (int i = 0; i < size; ++i) text += " k" + std::to_string(i) + "='v'";
@@ -32,5 +35,18 @@ inline IXMLDOMNode* LastChild(IXMLDOMNode* node) {
 }
 
 inline Node NewNode() { return Node(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT)); }
+
+inline void ReplaceEach(IXMLDOMNode* root) {
+  IXMLDOMNode* present = root->m_pFirstChild;
+  const Counted counted;
+  while (present != nullptr) {
+    IXMLDOMNode* const next = present->m_pNextSibling;
+    Node node(NewNode());
+    Node replaced;
+    Require(root->replaceChild(node, present, replaced.Out()) == S_OK);
+    node.Detach();
+    present = next;
+  }
+}
 
 #endif
