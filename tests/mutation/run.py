@@ -22,7 +22,7 @@ from mutants import Mutant, apply, mutants_of
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 FOLDER = os.path.join(ROOT, "build", "mutants")
 LIBRARIES = ["xmldom", "xmldom-support"]
-PROGRAMS = ["xmldom-tests", "xmldom-soak-tests", "xmldom-threads-tests"]
+PROGRAMS = ["xmldom-tests", "xmldom-allocation-tests", "xmldom-soak-tests", "xmldom-threads-tests"]
 
 
 class Result:
