@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/xmldom.h>
 
 #include <functional>
@@ -64,6 +65,12 @@ TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_another_thread_has_cut_off
   InAnotherThread([&] { parent->ClearNode(false); });
   EXPECT_EQ("Call failed, no previous sibling",
             ThrownMessage([&] { last->get_previousSibling(found.Out()); }));
+}
+
+TEST(NodeCacheTokens, Never_come_from_the_first_group) {
+  unsigned long next = 0ul - xmldom::kTokensAtOnce;
+  EXPECT_EQ(~0ul, xmldom::LastOfNextGroup(next));
+  EXPECT_EQ(2 * xmldom::kTokensAtOnce - 1, xmldom::LastOfNextGroup(next));
 }
 
 TEST_F(NodeCache, A_last_child_that_another_thread_has_destroyed_is_not_used) {
