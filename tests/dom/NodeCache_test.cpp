@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <xmldom/dom/NodeCache.h>
 #include <xmldom/xmldom.h>
 
 #include <functional>
@@ -8,6 +9,7 @@
 #include "harness/CompactXml.h"
 #include "harness/LinearTime.h"
 #include "harness/NodeFacts.h"
+#include "harness/RefusingLog.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
@@ -43,6 +45,33 @@ class NodeCache : public testing::Test {
 };
 
 void InAnotherThread(const std::function<void()>& work) { std::thread(work).join(); }
+
+/// Nodes with memory of their own between other nodes, so that what is destroyed on one side of
+/// them says nothing of what is on the other.
+std::vector<Node> Filler() {
+  std::vector<Node> nodes;
+  for (int i = 0; i < 3000; ++i) nodes.push_back(NewElement(nullptr, "f"));
+  return nodes;
+}
+
+TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_another_thread_has_cut_off) {
+  const Node parent(NewElement(nullptr, "p"));
+  for (int i = 0; i < 40; ++i) parent->AddChild(NewElement(nullptr, "x").Detach());
+  const std::vector<Node> filler = Filler();
+  const Node previous(parent->AddChild("y", nullptr));
+  const Node last(parent->AddChild("z", nullptr));
+  Node found;
+  ASSERT_EQ(S_OK, parent->get_lastChild(found.Out()));
+  InAnotherThread([&] { parent->ClearNode(false); });
+  EXPECT_EQ("Call failed, no previous sibling",
+            ThrownMessage([&] { last->get_previousSibling(found.Out()); }));
+}
+
+TEST(NodeCacheTokens, Never_come_from_the_first_group) {
+  unsigned long next = 0ul - xmldom::kTokensAtOnce;
+  EXPECT_EQ(~0ul, xmldom::LastOfNextGroup(next));
+  EXPECT_EQ(2 * xmldom::kTokensAtOnce - 1, xmldom::LastOfNextGroup(next));
+}
 
 TEST_F(NodeCache, A_last_child_that_another_thread_has_destroyed_is_not_used) {
   InAnotherThread([this] {

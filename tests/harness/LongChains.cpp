@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <new>
-#include <thread>
+#include <utility>
 
 #include "harness/AllocationFailure.h"
 
@@ -14,7 +14,11 @@ const std::size_t kMostChildren = 400;
 }  // namespace
 
 LongChains::LongChains(unsigned int seed)
-    : m_random(seed), m_document(NewDocument()), m_owner(nullptr), m_chains(kChains) {
+    : m_random(seed),
+      m_passesOften(seed / 2 % 2 == 0),
+      m_document(NewDocument()),
+      m_owner(nullptr),
+      m_chains(kChains) {
   // Nodes without owner keep the links to parents that are gone.
   if (seed % 2 == 0) m_owner = m_document;
   for (Chain& chain : m_chains) {
@@ -48,23 +52,33 @@ std::string LongChains::Step() {
       &LongChains::Replace,
       &LongChains::Move,
       &LongChains::Move,
+      &LongChains::TakeOutAndKeep,
+      &LongChains::TakeOutAndKeep,
+      &LongChains::PutBack,
+      &LongChains::DestroyOwn,
       &LongChains::UnlinkByHand,
       &LongChains::UnlinkByHand,
+      &LongChains::UnlinkByHandAndKeep,
       &LongChains::InsertByHand,
       &LongChains::MoveTailByHand,
       &LongChains::ReverseByHand,
       &LongChains::CutTailOff,
       &LongChains::DestroyAll,
+      &LongChains::Outlive,
   };
   const std::size_t count = sizeof calls / sizeof calls[0];
   // The last ones change so much that nothing remembered would last if they came often.
-  const std::size_t most = Below(4) == 0 ? count : count - 4;
+  const std::size_t most = Below(4) == 0 ? count : count - 5;
   const Call call = calls[Below(most)];
   std::string what;
   const auto run = [&] { what = (this->*call)(); };
-  if (Below(12) == 0) {
-    std::thread(run).join();
+  // Every second session passes its documents on all the time.
+  std::unique_ptr<Worker>& worker = m_workers[Below(2)];
+  if (Below(m_passesOften ? 2 : 12) == 0) {
+    if (worker == nullptr) worker.reset(new Worker);
+    worker->Run(run);
     what += " in another thread";
+    if (Below(20) == 0) worker.reset();
   } else {
     run();
   }
@@ -306,7 +320,8 @@ std::string LongChains::MoveTailByHand() {
   (place == from.children.begin() ? from.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
       nullptr;
   to.children.back()->m_pNextSibling = head;
-  for (Place moved = place; moved != from.children.end(); ++moved) (*moved)->m_pParent = to.parent.Get();
+  for (Place moved = place; moved != from.children.end(); ++moved)
+    (*moved)->m_pParent = to.parent.Get();
   to.children.insert(to.children.end(), place, from.children.end());
   from.children.erase(place, from.children.end());
   return "a move by hand";
@@ -332,4 +347,88 @@ std::string LongChains::CutTailOff() {
   (*place)->ClearNode(false);
   chain.children.erase(place + 1, chain.children.end());
   return "ClearNode";
+}
+
+std::string LongChains::TakeOutAndKeep() {
+  Chain& chain = AnyChain();
+  for (int i = Below(30); i >= 0 && !chain.children.empty(); --i) {
+    m_kept.push_back(xmldom::Adopt(TakeOut(chain, AnyPlace(chain))));
+  }
+  return "removeChild of nodes that stay";
+}
+
+std::string LongChains::PutBack() {
+  Chain& chain = AnyChain();
+  for (int i = Below(30); i >= 0 && !m_kept.empty(); --i) {
+    std::swap(m_kept[static_cast<std::size_t>(Below(m_kept.size()))], m_kept.back());
+    IXMLDOMNode* const node = m_kept.back().Detach();
+    m_kept.pop_back();
+    if (Below(4) == 0 || chain.children.size() >= kMostChildren) {
+      node->RealRelease();
+    } else {
+      Insert(chain, AnyPlace(chain), node);
+    }
+  }
+  return "insertBefore of nodes that were taken out";
+}
+
+/// Destroys a parent, or all its children but the last ones, which go on naming it when they have
+/// no owner. No parent lists them, not even a new one at the same address.
+std::string LongChains::Outlive() {
+  m_outlived.clear();
+  Chain& chain = AnyChain();
+  const std::size_t count = chain.children.size();
+  const std::size_t kept = std::min<std::size_t>(count, 1 + static_cast<std::size_t>(Below(40)));
+  for (std::size_t i = count - kept; i < count; ++i) m_outlived.push_back(Keep(chain.children[i]));
+  if (Below(2) == 0) {
+    chain.parent->ClearNode(false);
+  } else {
+    chain.parent = nullptr;
+    chain.parent = NewElement(m_owner, "p");
+  }
+  chain.children.clear();
+  for (int i = Below(100); i > 0; --i) {
+    IXMLDOMNode* child = NewChild();
+    chain.parent->AddChild(child);
+    chain.children.push_back(child);
+  }
+  for (std::size_t i = 0; i < m_outlived.size(); ++i) {
+    if (m_outlived[i]->m_pParent != chain.parent.Get()) continue;
+    Node before;
+    bool isThrown = false;
+    try {
+      m_outlived[i]->get_previousSibling(before.Out());
+    } catch (CLogException* exception) {
+      isThrown = true;
+      delete exception;
+    }
+    Expect(isThrown, "no exception for a node that its parent does not list");
+  }
+  return "the end of a parent";
+}
+
+/// The node goes on naming the next sibling, but not the parent.
+std::string LongChains::UnlinkByHandAndKeep() {
+  Chain& chain = AnyChain();
+  const Place place = AnyPlace(chain);
+  IXMLDOMNode* const node = *place;
+  (place == chain.children.begin() ? chain.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
+      node->m_pNextSibling;
+  node->m_pParent = nullptr;
+  chain.children.erase(place);
+  for (int i = Below(8); i > 0 && !chain.children.empty(); --i) Ask(chain, AnyPlace(chain));
+  node->m_pNextSibling = nullptr;
+  m_kept.push_back(xmldom::Adopt(node));
+  return "an unlinking by hand of a node that stays";
+}
+
+/// Builds something beside the chains and destroys it.
+std::string LongChains::DestroyOwn() {
+  const Node own(NewElement(nullptr, "o"));
+  for (int i = Below(60); i > 0; --i) own->AddChild(NewElement(nullptr, "c").Detach());
+  while (own->m_pFirstChild != nullptr && Below(40) != 0) {
+    Node removed;
+    own->removeChild(own->m_pFirstChild, removed.Out());
+  }
+  return "the end of other nodes";
 }

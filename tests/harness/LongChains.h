@@ -3,11 +3,13 @@
 
 #include <xmldom/xmldom.h>
 
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "harness/Trees.h"
+#include "harness/Worker.h"
 
 /// Some parents with long chains of children, edited at random by members, by hand, by other
 /// threads and without memory. Beside each parent stands the list of its children as it ought to
@@ -63,11 +65,21 @@ class LongChains {
   std::string MoveTailByHand();
   std::string ReverseByHand();
   std::string CutTailOff();
+  std::string TakeOutAndKeep();
+  std::string PutBack();
+  std::string Outlive();
+  std::string UnlinkByHandAndKeep();
+  std::string DestroyOwn();
 
   std::mt19937 m_random;
+  const bool m_passesOften;  // from thread to thread
   Document m_document;
   IXMLDOMDocument2* m_owner;  // of all nodes; null in every second session
   std::vector<Chain> m_chains;
+  std::vector<XMLPtr<IXMLDOMNode>> m_kept;  // taken out of chains
+  std::vector<XMLPtr<IXMLDOMNode>>
+      m_outlived;  // whose parents are gone; some name parents that do not list them
+  std::unique_ptr<Worker> m_workers[2];
   std::string m_unexpected;
 };
 

@@ -62,7 +62,7 @@ inline void Enter(NodeCache& cache, const IXMLDOMNode* node) {
   if (HasOneThread()) return;
   // Tokens are used in falling order; the last of a group is never used, as that of no group is 0.
   if (cache.token % kTokensAtOnce == 0) {
-    cache.token = __atomic_add_fetch(&g_ulNextTokens, kTokensAtOnce, __ATOMIC_RELAXED) - 1;
+    cache.token = LastOfNextGroup(g_ulNextTokens);
   }
   const unsigned long old = __atomic_exchange_n(&ElementOf(node), cache.token, __ATOMIC_RELAXED);
   if (old != 0 && (old ^ cache.token) >= kTokensAtOnce) cache.valid = 0;

@@ -88,6 +88,17 @@ extern unsigned long g_aulTokens[1 << kIndexBits];
 /// How many tokens a thread takes at once: all that have the upper half of their bits in common.
 const unsigned long kTokensAtOnce = 1ul << (sizeof(long) * CHAR_BIT / 2);
 
+/// Takes the next group of tokens from a counter of all tokens. Result: the last of the group,
+/// which is used first. The group that begins at 0 is left out when the counter begins again: a
+/// thread that has taken no tokens yet would take them for its own.
+inline unsigned long LastOfNextGroup(unsigned long& next) {
+  unsigned long last;
+  do {
+    last = __atomic_add_fetch(&next, kTokensAtOnce, __ATOMIC_RELAXED) - 1;
+  } while (last < kTokensAtOnce);
+  return last;
+}
+
 /// The region of memory where a node begins: 64 KiB, which hold some hundred nodes.
 inline std::uintptr_t RegionOf(const IXMLDOMNode* node) {
   return reinterpret_cast<std::uintptr_t>(node) >> 16;

@@ -103,7 +103,10 @@ CachedNode BeforeEnd(IXMLDOMNode* parent) {
   const NodeCache& cache = CacheOfThread();
   IXMLDOMNode** const head = &parent->m_pFirstChild;
   const std::size_t slot = SlotOf(head);
-  return IsOf(cache, slot, head) ? cache.ends[slot].previous : CachedNode{nullptr, 0};
+  const ChainEnd& end = cache.ends[slot];
+  // Another thread may have cut off all children, of which some may be left that name the parent.
+  const bool isCurrent = IsOf(cache, slot, head) && IsUnchanged(cache, parent, end.parentToken);
+  return isCurrent ? end.previous : CachedNode{nullptr, 0};
 }
 
 void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node) {
