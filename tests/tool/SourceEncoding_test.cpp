@@ -53,6 +53,37 @@ TEST(SourceEncoding, Utf_16_is_known_by_its_mark_or_its_first_character) {
             Decoded(std::string("\xfe\xff\0\xe9\x20\xac\xd8\x3d\xde\x42\xdb\xff\xdf\xff", 14)));
 }
 
+TEST(SourceEncoding, Utf_16_may_declare_itself_and_nothing_else) {
+  const auto isDecoded = [](const std::string& name, bool isBigEndian) {
+    const std::string bytes =
+        Utf16("<?xml version='1.0' encoding='" + name + "'?><a/>", isBigEndian);
+    std::string text;
+    std::string reason;
+    const bool isRight = SourceEncoding(bytes).Decode(bytes, text, reason);
+    if (!isRight) {
+      EXPECT_EQ("<?xml version='1.0' encoding=", text);
+    }
+    return isRight;
+  };
+  for (bool isBigEndian : {false, true}) {
+    EXPECT_TRUE(isDecoded("utf-16", isBigEndian));
+    EXPECT_EQ(!isBigEndian, isDecoded("UTF-16LE", isBigEndian));
+    EXPECT_EQ(isBigEndian, isDecoded("UTF-16BE", isBigEndian));
+    EXPECT_FALSE(isDecoded("UTF-8", isBigEndian));
+    EXPECT_FALSE(isDecoded("ISO-8859-1", isBigEndian));
+  }
+}
+
+TEST(SourceEncoding, Parts_are_encoded_as_they_stand) {
+  for (bool isBigEndian : {false, true}) {
+    const SourceEncoding encoding(Utf16("<a/>", isBigEndian));
+    EXPECT_EQ(Utf16("<b/>", isBigEndian), encoding.EncodePart("<b/>"));
+  }
+  EXPECT_EQ("\xe9",
+            SourceEncoding("<?xml version='1.0' encoding='ISO-8859-1'?>").EncodePart("\xc3\xa9"));
+  EXPECT_EQ("\xc3\xa9", SourceEncoding("<a/>").EncodePart("\xc3\xa9"));
+}
+
 TEST(SourceEncoding, Bytes_that_are_no_characters_are_refused_with_the_text_before_them) {
   const std::string ascii = "<?xml version='1.0' encoding='US-ASCII'?><a>";
   for (const std::string& bytes :

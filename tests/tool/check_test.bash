@@ -162,29 +162,40 @@ check_refuses_a_program_file() {
 
 _given_utf_16() { printf '<?xml version="1.0" encoding="utf-16"?>\n<a>é</a>\n' | iconv -f UTF-8 -t "$2" > "$1"; }
 
-check_reads_utf_16_and_the_others_say_how_to_convert_it() {
-  local from reason command
+check_reads_utf_16_of_which_the_encoding_would_be_lost() {
+  local from lost='the encoding would become UTF-8'
   for from in UTF-16 UTF-16LE UTF-16BE; do
     _given_utf_16 a.xml "$from"
     run check a.xml
     expect 0 '' ''
-    reason="the text looks like UTF-16, which has to be converted to UTF-8 first: "
-    command="iconv -f $from -t UTF-8 FILE | sed '1s/utf-16/UTF-8/I' > NEW"
-    run value a a.xml
-    expect_status 2
-    expect_part stderr ": NUL byte; $reason$command"
-    command=${command/FILE/a.xml}
-    bash -c "${command/NEW/b.xml}" || fail
-    run value a b.xml
-    expect 0 'é\n' ''
+    run check --lossless a.xml
+    expect_status 1
+    expect_part stderr "a.xml:1:1: $lost"
   done
+  run format -i a.xml
+  expect_status 2
+  run format -i --lossy --quiet a.xml
+  expect 0 '' ''
+  expect_file a.xml '<?xml version="1.0" encoding="UTF-8" ?>\n<a>é</a>\n'
+}
+
+text_that_is_not_what_utf_16_can_be_is_refused() {
+  printf '<?xml version="1.0" encoding="UTF-8"?>\n<a/>\n' | iconv -f UTF-8 -t UTF-16LE > a.xml
+  run check a.xml
+  expect_status 1
+  run tree a.xml
+  expect 2 '' 'a.xml:1:31: the text is in UTF-16, and declares another encoding
+  <?xml version="1.0" encoding=\n                               ^\n'
+  printf '<\0a\0/' > b.xml
+  run tree b.xml
+  expect 2 '' 'b.xml:1:3: no character in UTF-16\n  <a\n    ^\n'
 }
 
 unknown_encodings_are_named_with_those_that_are_known_and_a_conversion() {
   given a.xml '<?xml version="1.0" encoding="windows-1252"?>\n<a>\x80</a>\n'
   local command='iconv -f windows-1252 -t UTF-8 FILE' reason
   command+=" | sed '1s/windows-1252/UTF-8/I' > NEW"
-  reason="a.xml:1:31: unknown encoding windows-1252; UTF-8, ISO-8859-1 and US-ASCII are known; \
+  reason="a.xml:1:31: unknown encoding windows-1252; UTF-8, UTF-16, ISO-8859-1 and US-ASCII are known; \
 to convert: $command
   <?xml version=\"1.0\" encoding=\"windows-1252\"?>\n                                ^\n"
   run check a.xml

@@ -136,6 +136,18 @@ select_source_writes_the_bytes_of_the_file() {
   expect 1 '' ''
 }
 
+select_source_writes_the_bytes_of_a_file_in_utf_16() {
+  local from
+  for from in UTF-16 UTF-16LE UTF-16BE; do
+    printf '<?xml version="1.0" encoding="UTF-16"?>\n<a><b  x = "\xc3\xa9"  >&#65;\xf0\x9f\x99\x82</b ><b/></a>' |
+      iconv -f UTF-8 -t "$from" > a.xml
+    run_shell "\"\$tool\" select --source //b a.xml | iconv -f $from -t UTF-8"
+    expect 0 '<b  x = "é"  >&#65;\xf0\x9f\x99\x82</b >\n<b/>\n' ''
+    run select //b a.xml
+    expect 0 "<b x='é'>&#65;\xf0\x9f\x99\x82</b>\n<b/>\n" ''
+  done
+}
+
 select_source_tells_of_what_the_file_does_not_hold() {
   given a.xml '<!DOCTYPE a [<!ENTITY e "<b/>"><!ATTLIST c x CDATA "1">]>\n<a>&e;<c/><b/></a>'
   run select --source //b a.xml

@@ -6,6 +6,7 @@
 
 #include <tools/command/Arguments.h>
 #include <tools/command/Trouble.h>
+#include <tools/document/DocumentLoad.h>
 #include <tools/io/Output.h>
 
 #include <algorithm>
@@ -45,6 +46,7 @@ ExitStatus FileCommand::RunOnFile(const std::string& file, const Session& sessio
   Input input;
   const bool isRead = ReplacesFiles() ? ReadInputToReplace(file, input) : ReadInput(file, input);
   if (!isRead) return ExitStatus::kTrouble;
+  if (!KeepsEncoding() && !DecodeUtf16(input)) return ExitStatus::kTrouble;
   const bool named = (m_files.size() > 1 || m_withNames) && !m_withoutNames;
   ResultWriter results(session.output, named ? input.name + ":" : std::string());
   return RunOn(input, results, session);

@@ -54,7 +54,7 @@ class CheckCommand : public FileCommand {
 
  private:
   static bool IsLossless(const Input& input) {
-    const LossReport report = FindLoss(input.text, Surroundings::kKept);
+    const LossReport report = FindLoss(input, Surroundings::kKept);
     if (report.reason == nullptr) return true;
     ComplainAt(input, report.offset, report.reason);
     return false;
@@ -72,9 +72,8 @@ const CommandEntry kCheckCommand = {
     "Says nothing about a well-formed file, except with --verbose. For any other file it says "
     "what\n"
     "is wrong, with line and column, and shows the place.\n"
-    "Well-formed is all that this says: all others but 'edit' also refuse UTF-16, and all refuse "
-    "more than\n"
-    "2147483647 bytes.\n"
+    "Well-formed is all that this says: the other commands also refuse more than 2147483647 "
+    "bytes.\n"
     "With --lossless the same for what 'format -i' would lose or move in a file.\n"
     "Exit status: 0 when all files are well-formed (and lossless), 1 when one is not, 2 for "
     "trouble.\n"

@@ -27,7 +27,7 @@ struct Side {
 
 /// Reads and loads a file. Result: whether that was possible; a message says why not.
 bool Load(const std::string& file, Side& side) {
-  if (!ReadInput(file, side.input)) return false;
+  if (!ReadInput(file, side.input) || !DecodeUtf16(side.input)) return false;
   side.document = LoadDocument(side.input);
   return side.document != nullptr;
 }

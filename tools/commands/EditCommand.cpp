@@ -46,6 +46,7 @@ class EditCommand : public FileCommand {
     m_inPlace.DeclareOptions(arguments);
   }
 
+  bool KeepsEncoding() const override { return true; }
   bool ReplacesFiles() const override { return m_inPlace.IsAsked(); }
 
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session& session) override {

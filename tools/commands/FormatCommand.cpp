@@ -44,13 +44,13 @@ class FormatCommand : public FileCommand {
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_inPlace.IsAsked()) return Replace(input, *document);
     results.Write(m_layout.Write(*document));
-    m_notice.Say(input, FindLoss(input.text, Surroundings::kDropped));
+    m_notice.Say(input, FindLoss(input, Surroundings::kDropped));
     return ExitStatus::kDone;
   }
 
  private:
   ExitStatus Replace(const Input& input, IXMLDOMDocument2& document) const {
-    const LossReport report = FindLoss(input.text, Surroundings::kKept);
+    const LossReport report = FindLoss(input, Surroundings::kKept);
     if (report.reason != nullptr && !m_isLossy) {
       ComplainAt(input, report.offset, report.reason);
       Complain("nothing is replaced; --lossy does it all the same");

@@ -28,7 +28,7 @@ class MaskCommand : public FileCommand {
     if (document == nullptr) return ExitStatus::kTrouble;
     const _bstr_t xml = document->GetMaskedXML();
     results.Write(xml, std::strlen(xml));
-    m_notice.Say(input, FindLoss(input.text, Surroundings::kDropped, Values::kMasked));
+    m_notice.Say(input, FindLoss(input, Surroundings::kDropped, Values::kMasked));
     return ExitStatus::kDone;
   }
 

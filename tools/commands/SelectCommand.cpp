@@ -7,6 +7,7 @@
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/document/SourceMap.h>
 #include <tools/io/Diagnostics.h>
 
@@ -32,15 +33,16 @@ class SelectCommand : public FileCommand {
                       "Write the bytes of the file from the beginning of each node to its end");
   }
 
+  bool KeepsEncoding() const override { return WritesSource(); }
+
   ExitStatus RunOn(const Input& input, ResultWriter& results, const Session&) override {
+    if (WritesSource()) return RunOnSource(input, results);
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     const std::vector<IXMLDOMNode*> nodes = m_query.Select(document.Get());
     if (m_count) {
       results.Write(std::to_string(nodes.size()));
       results.EndLine();
-    } else if (m_fromSource) {
-      if (!WriteSource(input, *document, nodes, results)) return ExitStatus::kTrouble;
     } else {
       for (IXMLDOMNode* node : nodes) Write(*node, results);
     }
@@ -48,6 +50,8 @@ class SelectCommand : public FileCommand {
   }
 
  private:
+  bool WritesSource() const { return m_fromSource && !m_count; }
+
   /// Writes an element as lines, or an attribute as it stands in a tag.
   static void Write(IXMLDOMNode& node, ResultWriter& results) {
     if (node.m_eNodeType == NODE_ATTRIBUTE) {
@@ -61,26 +65,32 @@ class SelectCommand : public FileCommand {
   }
 
   /// Writes the bytes of nodes as they stand in the file, and tells of each node that does not
-  /// stand there. Result: whether all do.
-  static bool WriteSource(const Input& input, IXMLDOMDocument2& document,
-                          const std::vector<IXMLDOMNode*>& nodes, ResultWriter& results) {
-    if (nodes.empty()) return true;
-    const SourceMap map(input.text, document);
-    bool areWritten = true;
+  /// stand there.
+  ExitStatus RunOnSource(const Input& input, ResultWriter& results) const {
+    const SourceEncoding encoding(input.text);
+    Input source = {input.name, input.text};
+    if (!DecodeUtf16(source)) return ExitStatus::kTrouble;
+    const XMLPtr<IXMLDOMDocument2> document = LoadDocument(source);
+    if (document == nullptr) return ExitStatus::kTrouble;
+    const std::vector<IXMLDOMNode*> nodes = m_query.Select(document.Get());
+    if (nodes.empty()) return ExitStatus::kNo;
+    const SourceMap map(source.text, *document);
+    ExitStatus status = ExitStatus::kDone;
     for (const IXMLDOMNode* node : nodes) {
       const SourcePlace& place = *map.Find(node);
       if (place.IsWritten()) {
-        results.Write(input.text.data() + place.begin, place.end - place.begin);
-        results.EndLine();
+        // Text in any other encoding has been searched as it stands.
+        const std::string line = source.text.substr(place.begin, place.end - place.begin) + '\n';
+        results.Write(encoding.IsUtf16() ? encoding.EncodePart(line) : line);
         continue;
       }
-      ComplainAt(input, place.begin,
+      ComplainAt(source, place.begin,
                  place.origin == SourcePlace::kFromEntity
                      ? "what is selected is not written here, an entity brings it"
                      : "what is selected is not written here, the document type supplies it");
-      areWritten = false;
+      status = ExitStatus::kTrouble;
     }
-    return areWritten;
+    return status;
   }
 
   Query m_query{Query::kAll};

@@ -10,9 +10,9 @@ namespace tool {
 
 namespace {
 
-/// Turns a text in another encoding into UTF-8. Beside UTF-8 and UTF-16, which the tool refuses,
-/// the parser knows only ISO-8859-1 and US-ASCII, in which each byte is the code point of a
-/// character.
+/// Turns a text in another encoding into UTF-8. A text in UTF-16 has been turned into UTF-8 before;
+/// beside these the parser knows only ISO-8859-1 and US-ASCII, in which each byte is the code point
+/// of a character.
 std::string ToUtf8(const std::string& bytes) {
   std::string text;
   for (const char c : bytes) {

@@ -5,6 +5,7 @@
 #include <tools/document/DocumentLoad.h>
 
 #include <tools/document/EncodingAdvice.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/Input.h>
 
@@ -19,12 +20,6 @@ namespace {
 
 // How many characters of a tag a message shows.
 const std::size_t kTagLimit = 60;
-
-LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
-  std::string reason = "NUL byte";
-  if (LooksLikeUtf16(text)) reason += "; " + DescribeUtf16(text);
-  return {PositionOf(text, offset), reason};
-}
 
 LoadProblem ProblemOf(const IXMLDOMParseError& error, const std::string& text) {
   const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
@@ -46,7 +41,7 @@ LoadProblem ProblemOf(const IXMLDOMParseError& error, const std::string& text) {
 XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem) {
   const std::size_t nul = text.find('\0');
   if (nul != std::string::npos) {
-    problem = ProblemOfNul(text, nul);
+    problem = {PositionOf(text, nul), "NUL byte"};
     return nullptr;
   }
   XMLPtr<IXMLDOMDocument2> document;
@@ -61,6 +56,18 @@ XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem)
   document->get_parseError(error.Out());
   problem = ProblemOf(*error, text);
   return nullptr;
+}
+
+bool DecodeUtf16(Input& input) {
+  const SourceEncoding encoding(input.text);
+  if (!encoding.IsUtf16()) return true;
+  std::string text;
+  std::string reason;
+  const bool isDecoded = encoding.Decode(input.text, text, reason);
+  input.text.swap(text);
+  input.wasUtf16 = true;
+  if (!isDecoded) ComplainAt(input, input.text.size(), reason);
+  return isDecoded;
 }
 
 XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input) {

@@ -23,7 +23,12 @@ struct LoadProblem {
 /// Result: the document; null when the text is not well-formed. Out: `problem` then says why.
 XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
 
-/// Makes the tree of an input.
+/// Turns an input in UTF-16, at whose NUL bytes the library would take the text to end, into UTF-8.
+/// One in any other encoding stays as it is. Result: false when it is not right UTF-16. Effects:
+/// what is wrong is then written to standard error, with the place.
+bool DecodeUtf16(Input& input);
+
+/// Makes the tree of an input. Bad input: one in UTF-16 is refused, see DecodeUtf16.
 /// Result: the document; null when the input is not well-formed. Effects: what is wrong is then
 /// written to standard error, with the place.
 XMLPtr<IXMLDOMDocument2> LoadDocument(const Input& input);

@@ -12,8 +12,8 @@ namespace {
 // How far into a text the XML declaration is looked for.
 const std::size_t kDeclarationLimit = 1024;
 
-std::string Conversion(const std::string& from, const std::string& declared) {
-  return "iconv -f " + from + " -t UTF-8 FILE | sed '1s/" + declared + "/UTF-8/I' > NEW";
+std::string Conversion(const std::string& name) {
+  return "iconv -f " + name + " -t UTF-8 FILE | sed '1s/" + name + "/UTF-8/I' > NEW";
 }
 
 bool IsNameByte(char c) {
@@ -33,24 +33,11 @@ std::string DeclaredEncoding(const std::string& text) {
 
 }  // namespace
 
-bool LooksLikeUtf16(const std::string& text) {
-  for (const char* beginning : {"\xFF\xFE", "\xFE\xFF"}) {
-    if (text.compare(0, 2, beginning) == 0) return true;
-  }
-  return text.compare(0, 2, "<\0", 2) == 0 || text.compare(0, 2, "\0<", 2) == 0;
-}
-
-std::string DescribeUtf16(const std::string& text) {
-  const std::string from = text[0] == '<' ? "UTF-16LE" : text[0] == '\0' ? "UTF-16BE" : "UTF-16";
-  return "the text looks like UTF-16, which has to be converted to UTF-8 first: " +
-         Conversion(from, "utf-16");
-}
-
 std::string DescribeUnknownEncoding(const std::string& text) {
   const std::string name = DeclaredEncoding(text);
-  const std::string known = "; UTF-8, ISO-8859-1 and US-ASCII are known";
+  const std::string known = "; UTF-8, UTF-16, ISO-8859-1 and US-ASCII are known";
   if (name.empty()) return "unknown encoding" + known;
-  return "unknown encoding " + name + known + "; to convert: " + Conversion(name, name);
+  return "unknown encoding " + name + known + "; to convert: " + Conversion(name);
 }
 
 }  // namespace tool

@@ -6,6 +6,7 @@
 #include <tools/document/FormCheck.h>
 
 #include <tools/document/EncodingAdvice.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/io/SourceExcerpt.h>
 
 #include <algorithm>
@@ -94,7 +95,8 @@ bool FormCheck::Parse(const char* piece, std::size_t size, bool isLast) {
 }
 
 void FormCheck::Keep(const char* piece, std::size_t size) {
-  if (m_keptAt == 0 && m_kept.empty()) m_isWide = LooksLikeUtf16(std::string(piece, size));
+  if (m_keptAt == 0 && m_kept.empty())
+    m_isWide = SourceEncoding(std::string(piece, size)).IsUtf16();
   const std::size_t old = m_kept.size() > kKept ? m_kept.size() - kKept : 0;
   m_kept.erase(0, old);
   m_keptAt += old;

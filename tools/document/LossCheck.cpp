@@ -5,6 +5,7 @@
 #include <tools/document/LossCheck.h>
 
 #include <tools/document/References.h>
+#include <tools/io/Input.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/parse/ExpatImpl.h>
@@ -63,6 +64,9 @@ class LossFinder : public CExpatImpl<LossFinder> {
 
   LossFinder(const LossFinder&) = delete;
   LossFinder& operator=(const LossFinder&) = delete;
+
+  /// Reports the encoding of a file that has been turned into UTF-8 before.
+  void ReportEncoding() { Report(0, kEncoding); }
 
   LossReport Find() {
     if (m_text.size() > INT_MAX) throw std::length_error("larger than the parser can take");
@@ -243,6 +247,12 @@ class LossFinder : public CExpatImpl<LossFinder> {
 
 LossReport FindLoss(const std::string& text, Surroundings surroundings, Values values) {
   return LossFinder(text, surroundings, values).Find();
+}
+
+LossReport FindLoss(const Input& input, Surroundings surroundings, Values values) {
+  LossFinder finder(input.text, surroundings, values);
+  if (input.wasUtf16) finder.ReportEncoding();
+  return finder.Find();
 }
 
 }  // namespace tool

@@ -6,6 +6,8 @@
 
 namespace tool {
 
+struct Input;
+
 /// The first thing in a text that is lost or moved when the library loads it and writes it again,
 /// and where the parts of the text stand. All places are offsets of bytes.
 struct LossReport {
@@ -38,6 +40,9 @@ enum class Values { kWritten, kMasked };
 /// Bad input: a text that is not well-formed is reported as lost where the parser stops.
 /// Cost: one pass of the parser; the stack does not grow.
 LossReport FindLoss(const std::string& text, Surroundings surroundings,
+                    Values values = Values::kWritten);
+/// Does so with an input, of which UTF-16 is lost too.
+LossReport FindLoss(const Input& input, Surroundings surroundings,
                     Values values = Values::kWritten);
 
 }  // namespace tool

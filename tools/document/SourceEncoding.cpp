@@ -97,6 +97,15 @@ void SourceEncoding::FindDeclaredName(const std::string& text) {
   }
 }
 
+/// Whether the declaration of a text in UTF-16, if it names an encoding, names this one. The parser
+/// refuses any other name.
+bool SourceEncoding::IsDeclaredRightly() const {
+  if (m_declared.empty()) return true;
+  const std::string name = m_declared.substr(1, m_declared.size() - 2);
+  const char* const ordered = m_kind == kUtf16BigEndian ? "UTF-16BE" : "UTF-16LE";
+  return strcasecmp(name.c_str(), "UTF-16") == 0 || strcasecmp(name.c_str(), ordered) == 0;
+}
+
 bool SourceEncoding::Decode(const std::string& bytes, std::string& text,
                             std::string& reason) const {
   if (m_kind == kUtf8) {
@@ -107,6 +116,11 @@ bool SourceEncoding::Decode(const std::string& bytes, std::string& text,
   if (IsUtf16()) {
     if (!DecodeUtf16(bytes, text)) {
       reason = "no character in UTF-16";
+      return false;
+    }
+    if (!IsDeclaredRightly()) {
+      reason = "the text is in UTF-16, and declares another encoding";
+      text.resize(m_nameRange.begin);
       return false;
     }
   } else {
@@ -156,18 +170,19 @@ std::string SourceEncoding::Encode(const std::string& text) const {
   if (m_kind == kUtf8) return text;
   std::string declared = text.substr(0, m_nameRange.end);
   if (!m_declared.empty()) declared.replace(m_nameRange.begin, m_declared.size(), m_declared);
-  std::string bytes;
-  const auto append = [&](const std::string& part, std::size_t at) {
-    while (at < part.size()) {
-      const xmldom::Character character = xmldom::ReadCharacter(&part[at], part.size() - at);
-      AppendEncoded(character.code, bytes);
-      at += character.length;
-    }
-  };
   const bool keepsMark = !IsUtf16() && BeginsWith(declared, kByteOrderMark);
-  if (keepsMark) bytes = kByteOrderMark;
-  append(declared, bytes.size());
-  append(text, declared.size());
+  const std::string mark = keepsMark ? kByteOrderMark : "";
+  return mark + EncodePart(declared.substr(mark.size())) + EncodePart(text.substr(declared.size()));
+}
+
+std::string SourceEncoding::EncodePart(const std::string& part) const {
+  if (m_kind == kUtf8) return part;
+  std::string bytes;
+  for (std::size_t at = 0; at < part.size();) {
+    const xmldom::Character character = xmldom::ReadCharacter(&part[at], part.size() - at);
+    AppendEncoded(character.code, bytes);
+    at += character.length;
+  }
   return bytes;
 }
 

@@ -19,17 +19,23 @@ class SourceEncoding {
   /// declaration. One that is not known counts as UTF-8, and the parser will refuse the text.
   explicit SourceEncoding(const std::string& bytes);
 
+  bool IsUtf16() const { return m_kind == kUtf16LittleEndian || m_kind == kUtf16BigEndian; }
+
   /// The message for a character that the encoding cannot hold.
   std::string Refusal() const;
 
-  /// Result: whether `bytes`, from which this object was made, can be decoded. Out: `text` is then
-  /// the text in UTF-8; otherwise it is the part in front of what is wrong, which `reason` tells.
+  /// Result: whether `bytes`, from which this object was made, can be decoded: a text in UTF-16
+  /// that declares another encoding cannot. Out: `text` is then the text in UTF-8; otherwise it is
+  /// the part in front of what is wrong, which `reason` tells.
   /// Cost: linear in the bytes.
   bool Decode(const std::string& bytes, std::string& text, std::string& reason) const;
 
   /// The reverse of Decode. `text` begins with the same XML declaration as the text from Decode.
   /// Bad input: a character that the encoding cannot hold becomes '?'. Cost: linear in the text.
   std::string Encode(const std::string& text) const;
+
+  /// The reverse of Decode for a part of the text behind the XML declaration.
+  std::string EncodePart(const std::string& part) const;
 
   /// Finds a character that the encoding cannot hold. Result: its offset, from `from` on; npos when
   /// there is none. Cost: linear in the text.
@@ -49,7 +55,7 @@ class SourceEncoding {
   enum Kind { kUtf8, kUtf16LittleEndian, kUtf16BigEndian, kLatin1, kAscii };
 
   const char* Name() const;
-  bool IsUtf16() const { return m_kind == kUtf16LittleEndian || m_kind == kUtf16BigEndian; }
+  bool IsDeclaredRightly() const;
   void FindDeclaredName(const std::string& text);
   bool DecodeUtf16(const std::string& bytes, std::string& text) const;
   std::string Written(const std::string& text, std::string (*write)(const std::string&)) const;

@@ -14,6 +14,7 @@ class FileLock;
 struct Input {
   std::string name;  ///< As DisplayName gives it.
   std::string text;
+  bool wasUtf16 = false;  ///< Whether the text has been turned from UTF-16 into UTF-8.
   std::shared_ptr<const FileLock> lock = nullptr;  ///< Of a file that is going to be replaced.
 };
 
