@@ -184,7 +184,7 @@ text_that_is_not_what_utf_16_can_be_is_refused() {
   run check a.xml
   expect_status 1
   run tree a.xml
-  expect 2 '' 'a.xml:1:31: the text is in UTF-16, and declares another encoding
+  expect 2 '' 'a.xml:1:30: the text is in UTF-16, and declares another encoding
   <?xml version="1.0" encoding=\n                               ^\n'
   printf '<\0a\0/' > b.xml
   run tree b.xml
