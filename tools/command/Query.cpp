@@ -31,7 +31,7 @@ SearchPath CheckedPath(const std::string& text, PathPurpose purpose, const std::
 
 SearchPath CheckedElementPath(const std::string& text, PathPurpose purpose,
                               const std::string& reason) {
-  const SearchPath path = CheckedPath(text, purpose);
+  SearchPath path = CheckedPath(text, purpose);
   if (!path.attribute.empty()) RefusePath("path", text, text.rfind('@'), reason);
   return path;
 }
