@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 #include <tools/document/CharacterData.h>
 #include <tools/document/DocumentLoad.h>
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 #include <xmldom/dom/XMLDocument.h>
 
 #include <memory>

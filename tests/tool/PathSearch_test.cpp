@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 #include <tools/document/DocumentLoad.h>
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/ExactPaths.h>
 #include <tools/document/PathSearch.h>
 #include <tools/document/PathSyntax.h>

@@ -4,7 +4,7 @@
 
 #include <tools/document/PathSearch.h>
 
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/PathSteps.h>
 #include <tools/document/PathSyntax.h>
 

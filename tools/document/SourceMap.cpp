@@ -4,6 +4,7 @@
 
 #include <tools/document/SourceMap.h>
 
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/SpaceAttribute.h>
 #include <tools/document/StartTag.h>
 
@@ -23,21 +24,14 @@ namespace {
 /// How many nodes a tree has, with its document and all attributes.
 std::size_t CountNodes(const IXMLDOMNode* document) {
   std::size_t count = 0;
-  const IXMLDOMNode* node = document;
-  for (;;) {
+  for (const IXMLDOMNode* node = document; node != nullptr; node = NextNode(node, document)) {
     ++count;
     for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
          attribute = attribute->m_pNextSibling) {
       ++count;
     }
-    if (node->m_pFirstChild != nullptr) {
-      node = node->m_pFirstChild;
-      continue;
-    }
-    while (node != document && node->m_pNextSibling == nullptr) node = node->m_pParent;
-    if (node == document) return count;
-    node = node->m_pNextSibling;
   }
+  return count;
 }
 
 std::uint32_t ToOffset(std::size_t offset) { return static_cast<std::uint32_t>(offset); }
