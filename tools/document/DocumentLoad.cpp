@@ -5,6 +5,7 @@
 #include <tools/document/DocumentLoad.h>
 
 #include <tools/document/EncodingAdvice.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/Input.h>
 
@@ -22,7 +23,7 @@ const std::size_t kTagLimit = 60;
 
 LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
   std::string reason = "NUL byte";
-  if (LooksLikeUtf16(text)) reason += "; " + DescribeUtf16(text);
+  if (SourceEncoding(text).IsUtf16()) reason += "; " + DescribeUtf16(text);
   return {PositionOf(text, offset), reason};
 }
 

@@ -33,13 +33,6 @@ std::string DeclaredEncoding(const std::string& text) {
 
 }  // namespace
 
-bool LooksLikeUtf16(const std::string& text) {
-  for (const char* beginning : {"\xFF\xFE", "\xFE\xFF"}) {
-    if (text.compare(0, 2, beginning) == 0) return true;
-  }
-  return text.compare(0, 2, "<\0", 2) == 0 || text.compare(0, 2, "\0<", 2) == 0;
-}
-
 std::string DescribeUtf16(const std::string& text) {
   const std::string from = text[0] == '<' ? "UTF-16LE" : text[0] == '\0' ? "UTF-16BE" : "UTF-16";
   return "the text looks like UTF-16, which has to be converted to UTF-8 first: " +

@@ -5,9 +5,6 @@
 
 namespace tool {
 
-/// Whether a text begins as XML in UTF-16 does: with a byte order mark or with '<' in two bytes.
-bool LooksLikeUtf16(const std::string& text);
-
 /// The reason for refusing a text in UTF-16, with a command that converts it.
 std::string DescribeUtf16(const std::string& text);
 

@@ -6,6 +6,7 @@
 #include <tools/document/FormCheck.h>
 
 #include <tools/document/EncodingAdvice.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/io/SourceExcerpt.h>
 
 #include <algorithm>
@@ -94,11 +95,12 @@ bool FormCheck::Parse(const char* piece, std::size_t size, bool isLast) {
 }
 
 void FormCheck::Keep(const char* piece, std::size_t size) {
-  if (m_keptAt == 0 && m_kept.empty()) m_isWide = LooksLikeUtf16(std::string(piece, size));
+  const bool isBeginning = m_keptAt == 0 && m_kept.empty();
   const std::size_t old = m_kept.size() > kKept ? m_kept.size() - kKept : 0;
   m_kept.erase(0, old);
   m_keptAt += old;
   m_kept.append(piece, size);
+  if (isBeginning) m_isWide = SourceEncoding(m_kept).IsUtf16();
 }
 
 /// Out: where in m_kept the error is. Result: false when that is not there any more.
