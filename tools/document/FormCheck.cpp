@@ -95,7 +95,7 @@ bool FormCheck::Parse(const char* piece, std::size_t size, bool isLast) {
 }
 
 void FormCheck::Keep(const char* piece, std::size_t size) {
-  const bool isBeginning = m_keptAt == 0 && m_kept.empty();
+  const bool isBeginning = m_keptAt == 0 && m_kept.size() < 2;
   const std::size_t old = m_kept.size() > kKept ? m_kept.size() - kKept : 0;
   m_kept.erase(0, old);
   m_keptAt += old;
