@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
 #include <tools/document/DocumentOrder.h>
 #include <tools/document/ExactPaths.h>
 #include <tools/document/PathSearch.h>
 #include <tools/document/PathSyntax.h>
 #include <unistd.h>
-#include <xmldom/dom/XMLDocument.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -14,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "tool/Loading.h"
 #include "tool/RandomPaths.h"
 
 namespace {
@@ -28,13 +27,6 @@ SearchPath Read(const std::string& text, PathPurpose purpose = PathPurpose::kAll
   const xmldom::PathProblem problem = tool::ReadPath(text, purpose, path);
   EXPECT_FALSE(problem) << text << ": " << problem.reason;
   return path;
-}
-
-XMLPtr<IXMLDOMDocument2> Load(const std::string& text) {
-  tool::LoadProblem problem;
-  XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
-  EXPECT_NE(nullptr, document.Get()) << text;
-  return document;
 }
 
 /// The attributes n of elements.

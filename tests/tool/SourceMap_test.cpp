@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
 #include <tools/document/DocumentOrder.h>
 #include <tools/document/SourceMap.h>
 #include <xmldom/diag/Compare.h>
@@ -9,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "tool/Loading.h"
 #include "tool/RandomText.h"
 
 // Where the nodes of a tree stand in the text that it was loaded from.
@@ -18,13 +18,6 @@ namespace {
 using tool::NextNode;
 using tool::SourceMap;
 using tool::SourcePlace;
-
-XMLPtr<IXMLDOMDocument2> Load(const std::string& text) {
-  tool::LoadProblem problem;
-  XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
-  EXPECT_NE(nullptr, document) << text << ": " << problem.reason;
-  return document;
-}
 
 std::string Cut(const std::string& text, std::size_t begin, std::size_t end) {
   return text.substr(begin, end - begin);
@@ -197,8 +190,7 @@ TEST(SourceMap, Bytes_of_each_element_make_the_same_element) {
   int compared = 0;
   for (int i = 0; i < 10000; ++i) {
     const std::string text = random.Document();
-    tool::LoadProblem problem;
-    const XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
+    const XMLPtr<IXMLDOMDocument2> document = TryLoad(text);
     if (document == nullptr) continue;
     const SourceMap map(text, *document);
     const bool isPlain = text.find("<!DOCTYPE") == text.npos && text.find("8859") == text.npos;
