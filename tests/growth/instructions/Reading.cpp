@@ -3,40 +3,12 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdio>
-
 #include "growth/instructions/Growth.h"
+#include "harness/Silence.h"
 #include "harness/Trees.h"
 #include "harness/Writing.h"
 
 namespace {
-
-/// While it lives, texts with references are printed, to nowhere.
-class Printing {
- public:
-  Printing() : m_stdout(dup(STDOUT_FILENO)) {
-    std::fflush(stdout);
-    const int nowhere = open("/dev/null", O_WRONLY);
-    dup2(nowhere, STDOUT_FILENO);
-    close(nowhere);
-    SetDebugEntities(true);
-  }
-  ~Printing() {
-    SetDebugEntities(false);
-    std::fflush(stdout);
-    dup2(m_stdout, STDOUT_FILENO);
-    close(m_stdout);
-  }
-
-  Printing(const Printing&) = delete;
-  Printing& operator=(const Printing&) = delete;
-
- private:
-  const int m_stdout;
-};
 
 std::string Records(int size) { return "<r>" + Times(size, "<a b='c'>t</a>") + "</r>"; }
 
@@ -78,8 +50,10 @@ const Growing kReading[] = {
      [](int size) { ReadText("<r>" + Times(size, "<a>t&lt;u</a>") + "</r>"); }, nullptr},
     {"GetTextAsBSTR", "n texts with references, debug line on", 400,
      [](int size) {
-       const Printing printing;
+       const Silence silence;
+       SetDebugEntities(true);
        ReadText("<r>" + Times(size, "<a>t&lt;u and so on</a>") + "</r>");
+       SetDebugEntities(false);
      },
      "Text with references"},
     {"GetTextAsStr, GetStringValue, get_nodeTypedValue", "n texts", 1000,
