@@ -18,8 +18,7 @@ const Growing kEditing[] = {
      nullptr},
     {"appendChild", "a tree of n levels, back and forth", 1000,
      [](int size) {
-       Document document =
-           Load("<r><b/><c>" + Times(size, "<a>") + Times(size, "</a>") + "</c></r>");
+       Document document = Load("<r><b/><c>" + Levels(size) + "</c></r>");
        const Counted counted;
        IXMLDOMNode* const to = At(document, {0, 0});
        IXMLDOMNode* const tree = At(document, {0, 1});
@@ -189,11 +188,7 @@ const Growing kEditing[] = {
      nullptr},
     {"xmldom::SetText", "n texts that are removed", 300,
      [](int size) {
-       Document document = Load("<r/>");
-       for (int i = 0; i < size; ++i) {
-         Root(document)->AddTextChild("t");
-         Node(Root(document)->AddChild("a", nullptr));
-       }
+       Document document = WithTextsBetweenElements(size);
        const Counted counted;
        Require(bool(xmldom::SetText(Root(document), "one")));
      },

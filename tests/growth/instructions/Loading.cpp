@@ -4,7 +4,7 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
-#include "growth/instructions/Growth.h"
+#include "growth/instructions/Shapes.h"
 #include "harness/TemporaryFile.h"
 #include "harness/Trees.h"
 
@@ -44,8 +44,7 @@ void Parse(const std::string& xml, int size) {
 const Growing kRows[] = {
     {"loadXML", "n records", 500,
      [](int size) { LoadCounted("<r>" + Times(size, "<a b='c'>t</a>\n") + "</r>"); }, nullptr},
-    {"loadXML", "n levels", 1000,
-     [](int size) { LoadCounted(Times(size, "<a>") + Times(size, "</a>")); }, nullptr},
+    {"loadXML", "n levels", 1000, [](int size) { LoadCounted(Levels(size)); }, nullptr},
     {"loadXML", "n levels that stay open", 1000,
      [](int size) { LoadCounted(Times(size, "<a>x"), VARIANT_FALSE); }, nullptr},
     {"loadXML", "n attributes of one element", 500,

@@ -3,7 +3,7 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
-#include "growth/instructions/Growth.h"
+#include "growth/instructions/Shapes.h"
 #include "harness/Silence.h"
 #include "harness/Trees.h"
 #include "harness/Writing.h"
@@ -11,8 +11,6 @@
 namespace {
 
 std::string Records(int size) { return "<r>" + Times(size, "<a b='c'>t</a>") + "</r>"; }
-
-std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
 
 void ReadText(const std::string& xml) {
   Document document = Load(xml);
@@ -90,13 +88,10 @@ const Growing kReading[] = {
      [](int size) { Translate(Times(size, "&none; and more ")); }, "Unknown entities"},
     {"xmldom::Text, xmldom::Attribute", "the last of n attributes", 1000,
      [](int size) {
-       Document document = NewDocument();
-       const Node root(document->AddChild("r", nullptr));
-       std::string xml = "<r";
-       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v&lt;'";
-       document->loadXML((xml + ">" + Times(size, "t&lt;") + "</r>").c_str());
+       Document document =
+           Load("<r" + Attributes(size) + " last='v&lt;'>" + Times(size, "t&lt;") + "</r>");
        const Counted counted;
-       Require(xmldom::Attribute(Root(document), ("k" + std::to_string(size - 1)).c_str()) == "v<");
+       Require(xmldom::Attribute(Root(document), "last") == "v<");
        Require(xmldom::Text(document).size() == 2 * static_cast<std::size_t>(size));
      },
      nullptr},
@@ -106,18 +101,12 @@ const Growing kWriting[] = {
     {"GetXML", "n records", 500, [](int size) { WriteCounted(Records(size), Writing()); }, nullptr},
     {"GetXML", "n attributes and texts of one element", 500,
      [](int size) {
-       std::string xml = "<r";
-       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v'";
-       WriteCounted(xml + ">" + Times(size, "t<b/>") + "</r>", Writing());
+       WriteCounted("<r" + Attributes(size) + ">" + Times(size, "t<b/>") + "</r>", Writing());
      },
      nullptr},
     {"GetXML", "n texts between elements, as built by hand", 500,
      [](int size) {
-       Document document = Load("<r/>");
-       for (int i = 0; i < size; ++i) {
-         Root(document)->AddTextChild("t");
-         Node(Root(document)->AddChild("a", nullptr));
-       }
+       Document document = WithTextsBetweenElements(size);
        const Counted counted;
        Write(document);
      },
@@ -136,9 +125,7 @@ const Growing kWriting[] = {
     {"GetXML", "n siblings, one of them without owner", 500,
      [](int size) {
        Document document = Load(Records(size));
-       Node last;
-       Root(document)->get_lastChild(last.Out());
-       last->m_pOwnerDocument = nullptr;
+       LastChild(Root(document))->m_pOwnerDocument = nullptr;
        const Counted counted;
        Write(document);
      },

@@ -3,15 +3,13 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
-#include "growth/instructions/Growth.h"
+#include "growth/instructions/Shapes.h"
 #include "harness/Lists.h"
 #include "harness/Trees.h"
 
 namespace {
 
 std::string Records(int size) { return "<r>" + Times(size, "<a k='1'><b>t</b></a>") + "</r>"; }
-
-std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
 
 void SelectAll(const std::string& xml, const char* path) {
   Document document = Load(xml);
@@ -176,9 +174,7 @@ const Growing kLists[] = {
      "Items of a list"},
     {"get_attributes, GetNamedItem", "the last of n", 500,
      [](int size) {
-       std::string xml = "<r";
-       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v'";
-       Document document = Load(xml + "/>");
+       Document document = WithAttributes(size);
        const Counted counted;
        const Map map(AttributesOf(Root(document)));
        Require(Node(map->GetNamedItem("none")) == nullptr);
