@@ -36,7 +36,7 @@ const Growing kSearches[] = {
      [](int size) { SelectAll(Levels(size), "//a/a/a"); }, nullptr},
     {"SelectNodes", "/r/a[@k=1][b='t'] of n records", 500,
      [](int size) { SelectAll(Records(size), "/r/a[@k=1][b='t']"); }, nullptr},
-    {"SelectNodes", "//a[*/b='t'] of n records", 500,
+    {"SelectNodes", "//r[*/b='x'] of n records", 500,
      [](int size) { SelectAll(Records(size), "//r[*/b='x']"); }, nullptr},
     {"SelectNodes", "//a[a='y'] of n levels", 300,
      [](int size) { SelectAll(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
@@ -172,7 +172,7 @@ const Growing kLists[] = {
        }
      },
      "Items of a list"},
-    {"get_attributes, GetNamedItem", "the last of n", 500,
+    {"get_attributes, GetNamedItem", "none of n", 500,
      [](int size) {
        Document document = WithAttributes(size);
        const Counted counted;
