@@ -8,6 +8,7 @@
 #include <tools/document/SourceEncoding.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/Input.h>
+#include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/ParseError.h>
@@ -17,9 +18,6 @@
 namespace tool {
 
 namespace {
-
-// How many characters of a tag a message shows.
-const std::size_t kTagLimit = 60;
 
 LoadProblem ProblemOfNul(const std::string& text, std::size_t offset) {
   std::string reason = "NUL byte";
@@ -36,9 +34,7 @@ LoadProblem ProblemOf(const IXMLDOMParseError& error, const std::string& text) {
   std::string reason = error.m_bstrReason;
   // The source text of an error is the tag that it is about. It begins with something else when the
   // library has found no tag there; that would tell a user nothing.
-  if (error.m_bstrSrcText[0] == '<') {
-    reason += ", near " + VisibleLine(error.m_bstrSrcText, kTagLimit);
-  }
+  if (error.m_bstrSrcText[0] == '<') reason += NearTag(error.m_bstrSrcText);
   return {position, reason};
 }
 
