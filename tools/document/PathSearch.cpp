@@ -186,6 +186,12 @@ IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start) {
   return selected.empty() ? nullptr : selected.front();
 }
 
+std::vector<IXMLDOMNode*> Select(const SearchPath& path, IXMLDOMNode* start, bool all) {
+  if (all) return SelectAll(path, start);
+  IXMLDOMNode* const node = SelectFirst(path, start);
+  return node == nullptr ? Nodes() : Nodes{node};
+}
+
 IXMLDOMNode* FieldSearch::From(IXMLDOMNode* node) {
   const IXMLDOMNode* arrived = node;
   for (const PathStep& step : m_field.steps) {
