@@ -21,6 +21,18 @@ function(xmldom_runnable result target)
   set(${result} ${launcher} PARENT_SCOPE)
 endfunction()
 
+# Adds a program of GoogleTest cases for the library, of these sources. They include each other by
+# their paths in tests/. How far to optimise it is the caller's to say.
+function(xmldom_test_program target)
+  add_executable(${target} ${ARGN})
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${target} PRIVATE
+    xmldom::xmldom EXPAT::EXPAT GTest::gtest ${CMAKE_DL_LIBS})
+  xmldom_compile_options(${target})
+  # Half of the time to compile a test goes into this header.
+  target_precompile_headers(${target} PRIVATE <gtest/gtest.h>)
+endfunction()
+
 set(XMLDOM_TEST_SHARES "" CACHE STRING
   "How many tests share the cases of a GoogleTest program; empty: each case is a test of its own")
 

@@ -64,6 +64,25 @@ refuse_arguments() {
   [ $# -eq 0 ] || refuse "no arguments are known, such as $1"
 }
 
+# The presets whose builds have tests and run here.
+presets_with_tests=(release clang asan tsan dev)
+
+# check_preset NAME: refuses any other.
+check_preset() {
+  local known
+  for known in "${presets_with_tests[@]}"; do
+    [ "$1" != "$known" ] || return 0
+  done
+  refuse "unknown preset: $1 (there are: ${presets_with_tests[*]})"
+}
+
+# set_lists PRESET...: makes "lists" those that building and testing these presets needs, for
+# install_for.
+set_lists() {
+  lists=(library tool tests)
+  if [[ " $* " == *" clang "* ]]; then lists+=(clang); fi
+}
+
 # from_caller PATH: the same path for whoever stands in the project's root.
 from_caller() {
   case $1 in

@@ -10,7 +10,7 @@
 
 namespace {
 
-void NoteAndClear(VARIANT& value) {
+void NoteValue(VARIANT& value) {
   Note(value.vt);
   if (value.vt == VT_BSTR) Note(value.bstrVal);
 }
@@ -49,19 +49,19 @@ const FailingCall kText[] = {
      [](IXMLDOMDocument2* document) {
        _variant_t value("old");
        Root(document)->m_pFirstChild->get_nodeValue(&value);
-       NoteAndClear(value);
+       NoteValue(value);
      }},
     {"get_nodeTypedValue",
      [](IXMLDOMDocument2* document) {
        _variant_t value("old");
        Root(document)->get_nodeTypedValue(&value);
-       NoteAndClear(value);
+       NoteValue(value);
      }},
     {"get_nodeTypedValue, of an attribute",
      [](IXMLDOMDocument2* document) {
        _variant_t value;
        Root(document)->m_pFirstAttribute->get_nodeTypedValue(&value);
-       NoteAndClear(value);
+       NoteValue(value);
      }},
     {"get_nodeName",
      [](IXMLDOMDocument2* document) {

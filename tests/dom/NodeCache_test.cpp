@@ -9,6 +9,7 @@
 #include "harness/CompactXml.h"
 #include "harness/LinearTime.h"
 #include "harness/NodeFacts.h"
+#include "harness/ParentOfMany.h"
 #include "harness/RefusingLog.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
@@ -18,30 +19,11 @@
 
 namespace {
 
-class NodeCache : public testing::Test {
+class NodeCache : public ParentOfMany {
  protected:
-  NodeCache() : m_document(Load("<p/>")), m_parent(Root(m_document)) {
-    for (int i = 0; i < kMany; ++i) Add("x");
+  NodeCache() {
     for (const char* name : {"a", "b", "c", "d"}) Add(name);
   }
-
-  void Add(const char* name) { Node(m_parent->AddChild(name, nullptr)); }
-
-  /// The child at a position behind the first ones.
-  IXMLDOMNode* Child(int position) { return At(m_parent, {kMany + position}); }
-
-  /// The XML of a node, without the many first children.
-  static std::string Xml(IXMLDOMNode* node) {
-    std::string xml = CompactXml(node);
-    const std::string first = Repeat("<x/>", kMany);
-    const std::size_t place = xml.find(first);
-    if (place != std::string::npos) xml.erase(place, first.size());
-    return xml;
-  }
-
-  static const int kMany = 20;  // The end of a long chain alone is cached.
-  Document m_document;
-  IXMLDOMNode* m_parent;
 };
 
 void InAnotherThread(const std::function<void()>& work) { std::thread(work).join(); }

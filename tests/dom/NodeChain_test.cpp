@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
-#include "harness/CompactXml.h"
 #include "harness/LinearTime.h"
+#include "harness/ParentOfMany.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
@@ -11,31 +11,7 @@
 
 namespace {
 
-class NodeChain : public testing::Test {
- protected:
-  NodeChain() : m_document(Load("<p/>")), m_parent(Root(m_document)) {
-    for (int i = 0; i < kMany; ++i) Add("x");
-  }
-
-  void Add(const char* name) { Node(m_parent->AddChild(name, nullptr)); }
-
-  /// The child at a position behind the first ones.
-  IXMLDOMNode* Child(int position) { return At(m_parent, {kMany + position}); }
-
-  /// The XML of a node, without the many first children.
-  static std::string Xml(IXMLDOMNode* node) {
-    std::string xml = CompactXml(node);
-    const std::string first = Repeat("<x/>", kMany);
-    const std::size_t place = xml.find(first);
-    if (place != std::string::npos) xml.erase(place, first.size());
-    return xml;
-  }
-
-  static const int kMany = 20;
-
-  Document m_document;
-  IXMLDOMNode* m_parent;
-};
+class NodeChain : public ParentOfMany {};
 
 TEST_F(NodeChain, A_last_child_that_was_cut_off_gets_no_sibling) {
   Add("a");

@@ -1,8 +1,6 @@
 #include "harness/FailingCall.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 #include <xmldom/xmldom.h>
 
 #include <algorithm>
@@ -12,6 +10,7 @@
 
 #include "harness/Balance.h"
 #include "harness/NodeFacts.h"
+#include "harness/Silence.h"
 #include "harness/Trees.h"
 #include "harness/UnexpectedHandler.h"
 
@@ -25,27 +24,6 @@ char l_notes[1 << 18];
 std::size_t l_notesSize = 0;
 bool l_bHasFailed = false;
 const char* l_fault = "";
-
-/// While it lives, what is printed to standard output goes nowhere.
-class Silence {
- public:
-  Silence() : m_stdout(dup(STDOUT_FILENO)) {
-    static const int nowhere = open("/dev/null", O_WRONLY);
-    std::fflush(stdout);
-    dup2(nowhere, STDOUT_FILENO);
-  }
-  ~Silence() {
-    std::fflush(stdout);
-    dup2(m_stdout, STDOUT_FILENO);
-    close(m_stdout);
-  }
-
-  Silence(const Silence&) = delete;
-  Silence& operator=(const Silence&) = delete;
-
- private:
-  const int m_stdout;
-};
 
 /// The beginning of what differs, for texts that are too long to be printed; empty when nothing is.
 std::string FirstDifference(const std::string& expected, const std::string& actual) {

@@ -23,11 +23,7 @@ LongChains::LongChains(unsigned int seed)
   if (seed % 2 == 0) m_owner = m_document;
   for (Chain& chain : m_chains) {
     chain.parent = NewElement(m_owner, "p");
-    for (int i = Below(300); i > 0; --i) {
-      IXMLDOMNode* child = NewChild();
-      chain.parent->AddChild(child);
-      chain.children.push_back(child);
-    }
+    for (int i = Below(300); i > 0; --i) AddNewChild(chain);
   }
 }
 
@@ -106,11 +102,7 @@ int LongChains::Below(std::size_t limit) {
 LongChains::Chain& LongChains::AnyChain() {
   // Mostly the same one, so that something of it is remembered.
   Chain& chain = m_chains[Below(3) == 0 ? static_cast<std::size_t>(Below(kChains)) : 0];
-  if (chain.children.empty()) {
-    IXMLDOMNode* child = NewChild();
-    chain.parent->AddChild(child);
-    chain.children.push_back(child);
-  }
+  if (chain.children.empty()) AddNewChild(chain);
   return chain;
 }
 
@@ -128,6 +120,17 @@ IXMLDOMNode* LongChains::NewChild() {
   IXMLDOMNode* child = NewElement(m_owner, "c").Detach();
   if (Below(4) == 0) child->AddTextChild("t");
   return child;
+}
+
+void LongChains::AddNewChild(Chain& chain) {
+  IXMLDOMNode* const child = NewChild();
+  chain.parent->AddChild(child);
+  chain.children.push_back(child);
+}
+
+IXMLDOMNode*& LongChains::LinkTo(Chain& chain, Place place) {
+  return place == chain.children.begin() ? chain.parent->m_pFirstChild
+                                         : (*(place - 1))->m_pNextSibling;
 }
 
 IXMLDOMNode* LongChains::TakeOut(Chain& chain, Place place) {
@@ -165,11 +168,7 @@ void LongChains::Ask(Chain& chain, Place place) {
 
 std::string LongChains::Append() {
   Chain& chain = AnyChain();
-  for (int i = Below(20); i >= 0 && chain.children.size() < kMostChildren; --i) {
-    IXMLDOMNode* child = NewChild();
-    chain.parent->AddChild(child);
-    chain.children.push_back(child);
-  }
+  for (int i = Below(20); i >= 0 && chain.children.size() < kMostChildren; --i) AddNewChild(chain);
   return "AddChild";
 }
 
@@ -291,8 +290,7 @@ std::string LongChains::UnlinkByHand() {
   Chain& chain = AnyChain();
   const Place place = AnyPlace(chain);
   IXMLDOMNode* const node = *place;
-  (place == chain.children.begin() ? chain.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
-      node->m_pNextSibling;
+  LinkTo(chain, place) = node->m_pNextSibling;
   node->m_pNextSibling = nullptr;
   if (Below(2) == 0) node->m_pParent = nullptr;
   chain.children.erase(place);
@@ -317,8 +315,7 @@ std::string LongChains::MoveTailByHand() {
   if (&from == &to) return "nothing";
   const Place place = AnyPlace(from);
   IXMLDOMNode* const head = *place;
-  (place == from.children.begin() ? from.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
-      nullptr;
+  LinkTo(from, place) = nullptr;
   to.children.back()->m_pNextSibling = head;
   for (Place moved = place; moved != from.children.end(); ++moved)
     (*moved)->m_pParent = to.parent.Get();
@@ -387,11 +384,7 @@ std::string LongChains::Outlive() {
     chain.parent = NewElement(m_owner, "p");
   }
   chain.children.clear();
-  for (int i = Below(100); i > 0; --i) {
-    IXMLDOMNode* child = NewChild();
-    chain.parent->AddChild(child);
-    chain.children.push_back(child);
-  }
+  for (int i = Below(100); i > 0; --i) AddNewChild(chain);
   for (std::size_t i = 0; i < m_outlived.size(); ++i) {
     if (m_outlived[i]->m_pParent != chain.parent.Get()) continue;
     Node before;
@@ -412,8 +405,7 @@ std::string LongChains::UnlinkByHandAndKeep() {
   Chain& chain = AnyChain();
   const Place place = AnyPlace(chain);
   IXMLDOMNode* const node = *place;
-  (place == chain.children.begin() ? chain.parent->m_pFirstChild : (*(place - 1))->m_pNextSibling) =
-      node->m_pNextSibling;
+  LinkTo(chain, place) = node->m_pNextSibling;
   node->m_pParent = nullptr;
   chain.children.erase(place);
   for (int i = Below(8); i > 0 && !chain.children.empty(); --i) Ask(chain, AnyPlace(chain));

@@ -41,7 +41,10 @@ class LongChains {
   /// Mostly the last places, or one of the first, sometimes any; the chain is not empty.
   Place AnyPlace(Chain& chain);
   IXMLDOMNode* NewChild();
-  /// Takes a child out by a member, and destroys it or leaves it for another place.
+  void AddNewChild(Chain& chain);
+  /// The link that leads to a child, in its parent or in the child before it.
+  static IXMLDOMNode*& LinkTo(Chain& chain, Place place);
+  /// Takes a child out by a member. Result: the child, with the reference that its parent held.
   IXMLDOMNode* TakeOut(Chain& chain, Place place);
   void Insert(Chain& chain, Place place, IXMLDOMNode* node);
   void Expect(bool isTrue, const std::string& what);

@@ -31,6 +31,18 @@ every_script_refuses_what_it_does_not_know_before_it_installs_anything() {
   expect_names copy scripts
 }
 
+the_script_in_python_does_both_too() {
+  command -v python3 >/dev/null || skip 'there is no python3 here'
+  keep "$project/scripts/try-edits" --help
+  expect_status 0
+  expect_text stderr ''
+  expect_part stdout 'usage: try-edits'
+  keep "$project/scripts/try-edits" --unknown
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr 'usage: try-edits'
+}
+
 every_script_begins_as_all_do_and_is_named_in_README() {
   local script
   for script in $scripts; do
@@ -48,7 +60,8 @@ names_of_presets_and_machines_are_checked() {
   _given_a_copy
   _given_no_packages
   local line
-  for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'growth a b' 'fuzz lod' 'bench --part no' \
+  for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'failing-allocations relaese' \
+      'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'bench --part no' \
       'bench --filter' 'packages a b' 'install-packages a;b'; do
     # shellcheck disable=SC2086  # words
     keep copy/scripts/$line

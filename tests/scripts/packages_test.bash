@@ -82,9 +82,23 @@ readme_names_the_packages_that_scripts_install() {
   done
 }
 
+a_preset_of_clang_needs_the_packages_of_clang() {
+  _given_a_copy
+  _given_no_packages
+  _given_program id 'echo 1000'
+  _given_program sudo 'exit 1'
+  local script
+  for script in 'test clang' 'soak 1 clang' 'failing-allocations clang'; do
+    # shellcheck disable=SC2086  # words
+    keep copy/scripts/$script
+    expect_status 1
+    expect_part stderr ' clang-14'
+  done
+}
+
 every_list_that_a_script_asks_for_is_there() {
   local name names
-  names=$(cd "$project/scripts" && sed -nE 's/^ *install_for ([^"|]*).*/\1/p; s/.*lists\+?=\((.*)\).*/\1/p' $scripts |
+  names=$(cd "$project/scripts" && sed -nE 's/^ *install_for ([^"|]*).*/\1/p; s/.*lists\+?=\((.*)\).*/\1/p' $scripts common/script.bash |
     tr ' ' '\n' | sort -u | sed '/^$/d')
   [ "$(wc -l <<< "$names")" -gt 10 ] || fail
   for name in $names; do

@@ -5,6 +5,7 @@
 
 project=$(cd "$(dirname "$tool")/.." && pwd)
 scripts=$(cd "$project/scripts" && grep -lxs '#!/usr/bin/env bash' -- * | sort)
+[ -n "$scripts" ] || { echo "no scripts in $project/scripts" >&2; exit 2; }
 unset XMLDOM_SCRIPT_REPORT
 
 # Puts the scripts into ./copy/scripts.

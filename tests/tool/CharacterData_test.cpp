@@ -1,14 +1,13 @@
 #include <expat.h>
 #include <gtest/gtest.h>
 #include <tools/document/CharacterData.h>
-#include <tools/document/DocumentLoad.h>
-#include <tools/document/ElementOrder.h>
-#include <xmldom/dom/XMLDocument.h>
+#include <tools/document/DocumentOrder.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "tool/Loading.h"
 #include "tool/RandomText.h"
 
 namespace {
@@ -27,9 +26,7 @@ Nodes AllElements(IXMLDOMDocument2* document) {
 
 /// The character data of each element of a document, in the order of their start tags.
 std::vector<std::string> AllTexts(const std::string& text) {
-  tool::LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
-  if (document == nullptr) return {problem.reason};
+  const XMLPtr<IXMLDOMDocument2> document = Load(text);
   const Nodes elements = AllElements(document.Get());
   const CharacterData data(text, document.Get(), elements);
   std::vector<std::string> texts;
@@ -76,8 +73,7 @@ TEST(CharacterData, Comes_in_UTF_8_from_any_encoding) {
 
 TEST(CharacterData, Is_read_for_the_elements_that_are_asked_for) {
   const std::string text = "<a>1<b>2<c>3</c></b><d>4<e>5</e></d></a>";
-  tool::LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
+  const XMLPtr<IXMLDOMDocument2> document = Load(text);
   const Nodes elements = AllElements(document.Get());
   const CharacterData data(text, document.Get(), {elements[4], elements[1], elements[4]});
   EXPECT_EQ("5", data.Of(elements[4]));
@@ -89,8 +85,7 @@ TEST(CharacterData, Of_nested_elements_takes_memory_once) {
   std::string text;
   for (int i = 0; i < kLevels; ++i) text += "<a>x";
   for (int i = 0; i < kLevels; ++i) text += "</a>";
-  tool::LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
+  const XMLPtr<IXMLDOMDocument2> document = Load(text);
   const Nodes elements = AllElements(document.Get());
   const CharacterData data(text, document.Get(), elements);
   EXPECT_EQ("x", data.Of(elements.back()));
@@ -134,8 +129,7 @@ TEST(CharacterData, Of_any_text_is_that_of_the_plain_way) {
   int compared = 0;
   for (int i = 0; i < 5000; ++i) {
     const std::string text = random.Document();
-    tool::LoadProblem problem;
-    if (tool::LoadText(text, problem) == nullptr) continue;
+    if (TryLoad(text) == nullptr) continue;
     const std::vector<std::string> texts = AllTexts(text);
     for (std::size_t j = 0; j < texts.size(); ++j) ASSERT_EQ(PlainText(text, j), texts[j]) << text;
     ++compared;

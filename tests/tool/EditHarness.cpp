@@ -1,11 +1,11 @@
 #include "tool/EditHarness.h"
 
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
 #include <tools/document/SourceEncoding.h>
-#include <xmldom/xmldom.h>
 
 #include <algorithm>
+
+#include "tool/Loading.h"
 
 tool::Edit MakeEdit(const std::string& option, const std::vector<std::string>& operands) {
   const auto& kinds = tool::EditKinds();
@@ -21,8 +21,5 @@ tool::EditedText MakeEdited(const std::string& bytes) {
   std::string text;
   std::string reason;
   EXPECT_TRUE(encoding.Decode(bytes, text, reason)) << reason;
-  tool::LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> tree = tool::LoadText(text, problem);
-  EXPECT_NE(nullptr, tree) << problem.reason;
-  return tool::EditedText(text, tree, encoding);
+  return tool::EditedText(text, Load(text), encoding);
 }

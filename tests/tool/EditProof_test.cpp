@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
 #include <tools/edit/EditProof.h>
-#include <xmldom/xmldom.h>
 
 #include <string>
 
 #include "tool/EditHarness.h"
+#include "tool/Loading.h"
 
 // The proof that an edit has made of a text what it should.
 
@@ -15,8 +14,7 @@ using tool::ProofFailure;
 
 /// Why `found` is not what is expected; empty when it is.
 std::string Prove(const std::string& expected, const std::string& found, bool joinsTexts = false) {
-  tool::LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> tree = tool::LoadText(expected, problem);
+  const XMLPtr<IXMLDOMDocument2> tree = Load(expected);
   try {
     EXPECT_NE(nullptr, tool::ProveEdit(found, *tree, joinsTexts));
     return std::string();

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
 #include <tools/document/SourceEncoding.h>
 #include <tools/document/SourceMap.h>
 #include <tools/edit/Edit.h>
@@ -15,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "tool/Loading.h"
 #include "tool/RandomText.h"
 
 // What holds for any edit of any text: many small ones, made at random.
@@ -62,8 +62,7 @@ std::string Describe(const std::string& text, const Edit& edit, bool all) {
 
 /// Where the first line begins, and the last one ends, that the elements of a path stand on.
 tool::SourceRange LinesOf(const std::string& text, const Edit& edit, bool all) {
-  tool::LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> tree = tool::LoadText(text, problem);
+  const XMLPtr<IXMLDOMDocument2> tree = Load(text);
   const SourceEncoding encoding(text);
   tool::EditStep step(edit, text, *tree, encoding);
   step.SelectTargets(all);
@@ -89,10 +88,9 @@ TEST_P(EditProperty, Edit_is_proved_and_changes_nothing_but_its_lines) {
     const SourceEncoding encoding(bytes);
     std::string text;
     std::string reason;
-    tool::LoadProblem problem;
     ASSERT_TRUE(encoding.Decode(bytes, text, reason)) << bytes;
     ASSERT_EQ(bytes, encoding.Encode(text)) << bytes;
-    XMLPtr<IXMLDOMDocument2> tree = tool::LoadText(text, problem);
+    XMLPtr<IXMLDOMDocument2> tree = TryLoad(text);
     if (tree == nullptr) continue;
     EditedText edited(text, tree, encoding);
     const Edit edit = RandomEdit(engine, random);

@@ -43,16 +43,19 @@ bool CanLock(const std::string& path) {
   return can;
 }
 
-/// Waits until a process waits for the lock of a file.
-void AwaitWaiter(ino_t inode) {
+/// Waits until somebody waits for the lock of a file. Result: false when nobody is seen to, for a
+/// long time.
+bool AwaitWaiter(ino_t inode) {
   for (int round = 0; round < 5000; ++round) {
     std::ifstream locks("/proc/locks");
     for (std::string line; std::getline(locks, line);) {
       const bool isWaiting = line.find("->") != std::string::npos;
-      if (isWaiting && line.find(":" + std::to_string(inode) + " ") != std::string::npos) return;
+      if (isWaiting && line.find(":" + std::to_string(inode) + " ") != std::string::npos)
+        return true;
     }
     usleep(1000);
   }
+  return false;
 }
 
 class FileReplacement : public testing::Test {
@@ -90,7 +93,7 @@ TEST_F(FileReplacement, Who_waited_for_a_file_that_has_been_replaced_locks_the_n
   ASSERT_TRUE(ReadInputToReplace(m_path, first));
   Input second;
   std::thread waiting([&] { ReadInputToReplace(m_path, second); });
-  AwaitWaiter(InodeOf(m_path));
+  const bool isWaiting = AwaitWaiter(InodeOf(m_path));
   EXPECT_EQ("", Replace(first, "new", kByNewFile));
   first = Input();
   waiting.join();
@@ -98,6 +101,7 @@ TEST_F(FileReplacement, Who_waited_for_a_file_that_has_been_replaced_locks_the_n
   EXPECT_FALSE(CanLock(m_path));
   EXPECT_EQ("", Replace(second, "newer", kByNewFile));
   EXPECT_EQ("newer", m_folder.Read("a.xml"));
+  if (!isWaiting) GTEST_SKIP() << "the system does not tell who waits for a lock";
 }
 
 TEST_F(FileReplacement, Changes_by_several_processes_are_all_kept) {

@@ -89,11 +89,13 @@ TEST(FormCheck, Nothing_more_is_asked_for_when_the_place_can_be_shown) {
 TEST(FormCheck, Utf_16_is_judged_and_not_shown) {
   const std::string good("\xff\xfe<\0a\0/\0>\0", 10);
   const std::string bad("\xfe\xff\0<\0a\0>\0<\0/\0b\0>", 16);
-  FormProblem problem;
-  EXPECT_TRUE(Check(good, 3, problem));
-  EXPECT_FALSE(Check(bad, 3, problem));
-  EXPECT_EQ("mismatched tag", problem.reason);
-  EXPECT_EQ("", problem.excerpt);
+  for (const std::size_t pieceSize : {1, 3, 1000}) {
+    FormProblem problem;
+    EXPECT_TRUE(Check(good, pieceSize, problem));
+    EXPECT_FALSE(Check(bad, pieceSize, problem));
+    EXPECT_EQ("mismatched tag", problem.reason);
+    EXPECT_EQ("", problem.excerpt);
+  }
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/ExactPaths.h>
 #include <tools/document/PathSearch.h>
 #include <tools/document/PathSyntax.h>
 #include <unistd.h>
-#include <xmldom/dom/XMLDocument.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -14,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "tool/Loading.h"
 #include "tool/RandomPaths.h"
 
 namespace {
@@ -28,13 +27,6 @@ SearchPath Read(const std::string& text, PathPurpose purpose = PathPurpose::kAll
   const xmldom::PathProblem problem = tool::ReadPath(text, purpose, path);
   EXPECT_FALSE(problem) << text << ": " << problem.reason;
   return path;
-}
-
-XMLPtr<IXMLDOMDocument2> Load(const std::string& text) {
-  tool::LoadProblem problem;
-  XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
-  EXPECT_NE(nullptr, document.Get()) << text;
-  return document;
 }
 
 /// The attributes n of elements.
@@ -173,6 +165,7 @@ TEST_P(PathSearchProperty, Paths_that_the_library_knows_select_what_it_selects_i
 
 TEST_P(PathSearchProperty, The_one_node_is_among_all_if_there_are_any) {
   RandomPaths random(GetParam());
+  int found = 0;
   for (int i = 0; i < 60; ++i) {
     const XMLPtr<IXMLDOMDocument2> document = Load(random.Document(40));
     for (int j = 0; j < 50; ++j) {
@@ -183,9 +176,11 @@ TEST_P(PathSearchProperty, The_one_node_is_among_all_if_there_are_any) {
         ASSERT_EQ(nullptr, first) << path;
       } else {
         ASSERT_EQ(1, std::count(all.begin(), all.end(), first)) << path;
+        ++found;
       }
     }
   }
+  EXPECT_LT(500, found);
 }
 
 TEST_P(PathSearchProperty, The_path_of_a_node_selects_that_node_alone) {

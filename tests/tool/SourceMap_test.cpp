@@ -1,5 +1,5 @@
 #include <gtest/gtest.h>
-#include <tools/document/DocumentLoad.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/SourceMap.h>
 #include <xmldom/diag/Compare.h>
 #include <xmldom/support/MemFile.h>
@@ -8,21 +8,16 @@
 #include <cstring>
 #include <string>
 
+#include "tool/Loading.h"
 #include "tool/RandomText.h"
 
 // Where the nodes of a tree stand in the text that it was loaded from.
 
 namespace {
 
+using tool::NextNode;
 using tool::SourceMap;
 using tool::SourcePlace;
-
-XMLPtr<IXMLDOMDocument2> Load(const std::string& text) {
-  tool::LoadProblem problem;
-  XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
-  EXPECT_NE(nullptr, document) << text << ": " << problem.reason;
-  return document;
-}
 
 std::string Cut(const std::string& text, std::size_t begin, std::size_t end) {
   return text.substr(begin, end - begin);
@@ -40,19 +35,13 @@ std::string Show(const std::string& text, const SourcePlace& place) {
   return shown;
 }
 
-const IXMLDOMNode* Next(const IXMLDOMNode* node, const IXMLDOMNode* root) {
-  if (node->m_pFirstChild != nullptr) return node->m_pFirstChild;
-  while (node != root && node->m_pNextSibling == nullptr) node = node->m_pParent;
-  return node == root ? nullptr : node->m_pNextSibling;
-}
-
 /// The places of all nodes below the document in their order, a line each.
 std::string Places(const std::string& text) {
   const XMLPtr<IXMLDOMDocument2> document = Load(text);
   const SourceMap map(text, *document);
   std::string lines;
   const IXMLDOMNode* root = document->m_pFirstChild;
-  for (const IXMLDOMNode* node = root; node != nullptr; node = Next(node, root)) {
+  for (const IXMLDOMNode* node = root; node != nullptr; node = NextNode(node, root)) {
     lines += std::string(node->m_pszNodeName) + " " + Show(text, *map.Find(node)) + "\n";
     for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
          attribute = attribute->m_pNextSibling) {
@@ -171,7 +160,7 @@ TEST(SourceMap, Tree_that_differs_from_the_text_is_refused) {
 
 std::size_t CountNodes(const IXMLDOMNode* root) {
   std::size_t count = 0;
-  for (const IXMLDOMNode* node = root; node != nullptr; node = Next(node, root)) {
+  for (const IXMLDOMNode* node = root; node != nullptr; node = NextNode(node, root)) {
     ++count;
     for (auto attribute = node->m_pFirstAttribute; attribute != nullptr;
          attribute = attribute->m_pNextSibling) {
@@ -201,13 +190,12 @@ TEST(SourceMap, Bytes_of_each_element_make_the_same_element) {
   int compared = 0;
   for (int i = 0; i < 10000; ++i) {
     const std::string text = random.Document();
-    tool::LoadProblem problem;
-    const XMLPtr<IXMLDOMDocument2> document = tool::LoadText(text, problem);
+    const XMLPtr<IXMLDOMDocument2> document = TryLoad(text);
     if (document == nullptr) continue;
     const SourceMap map(text, *document);
     const bool isPlain = text.find("<!DOCTYPE") == text.npos && text.find("8859") == text.npos;
     const IXMLDOMNode* root = document->m_pFirstChild;
-    for (const IXMLDOMNode* node = root; node != nullptr; node = Next(node, root)) {
+    for (const IXMLDOMNode* node = root; node != nullptr; node = NextNode(node, root)) {
       const SourcePlace* place = map.Find(node);
       ASSERT_NE(nullptr, place) << text;
       ASSERT_LE(place->begin, place->innerBegin) << text;

@@ -47,11 +47,13 @@ options_of_a_command_stand_behind_it() {
   _offers 'check a.xml --l' --lossless
 }
 
+# _options_behind COMMAND: its options and those of the tool.
+_options_behind() { { "$tool" --help; "$tool" "$1" --help; } | options_shown; }
+
 every_option_that_help_shows_is_offered() {
   local command options
   for command in check diff edit format mask page path select tree value; do
-    mapfile -t options < <({ "$tool" --help; "$tool" "$command" --help; } |
-      grep -oE '^  -[^ ]+' | tr -d ' ' | tr ',' '\n' | sort -u)
+    mapfile -t options < <(_options_behind "$command")
     _offers "$command -" "${options[@]}"
   done
 }
@@ -97,24 +99,17 @@ files_are_offered_where_they_can_stand() {
   _offers 'check -- -' -a.xml
 }
 
-# A folder in which the tool has its name.
-_folder() {
-  mkdir -p "$scratch/bin"
-  ln -sf "$tool" "$scratch/bin/xmldom"
-  echo "$scratch/bin"
-}
-
 _completions=$(realpath "$(dirname "$0")/../../tools/completion")
 
 # _fish "WORD...": what fish offers, a line each, without descriptions.
 _fish() {
-  PATH="$(_folder):$PATH" HOME="$scratch" fish --no-config -c \
+  PATH="$(tool_folder):$PATH" HOME="$scratch" fish --no-config -c \
     "source '$_completions/xmldom.fish'; complete -C 'xmldom $1'" | cut -f 1
 }
 
 # The same for zsh, which hands what is offered to functions of its own; these print it instead.
 _zsh() {
-  PATH="$(_folder):$PATH" zsh -f -c '
+  PATH="$(tool_folder):$PATH" zsh -f -c '
     _describe() { if [[ $1 == -o ]]; then shift; fi; print -rl -- "${(@)${(P)2}%%:*}"; }
     _files() { print -rl -- ${words[CURRENT]}*(N); }
     compadd() {
@@ -130,12 +125,10 @@ _zsh() {
 # _all_offered SHELL: each command and each option that help shows.
 _all_offered() {
   local shell=$1 commands command
-  commands=$("$tool" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p')
+  commands=$(commands_shown)
   diff <("_$shell" '' | sort -u) <(sort <<< "$commands") || fail
   for command in $commands; do
-    diff <("_$shell" "$command -" | sort -u) \
-      <({ "$tool" --help; "$tool" "$command" --help; } |
-        grep -oE '^  -[^ ]+' | tr -d ' ' | tr ',' '\n' | sort -u) && continue
+    diff <("_$shell" "$command -" | sort -u) <(_options_behind "$command") && continue
     echo "  $shell behind $command: '<' is offered, '>' is what help shows"
     fail
   done

@@ -91,6 +91,19 @@ expect_names() {
   fail
 }
 
+# tool_folder: a folder in which the tool has its name.
+tool_folder() {
+  mkdir -p "$scratch/bin"
+  ln -sf "$tool" "$scratch/bin/xmldom"
+  echo "$scratch/bin"
+}
+
+# commands_shown: the commands that the tool's help lists, a line each.
+commands_shown() { "$tool" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p'; }
+
+# options_shown: the options that help texts on standard input show, a line each, each once.
+options_shown() { grep -oE '^  -[^ ]+' | tr -d ' ' | tr ',' '\n' | sort -u; }
+
 fail() { touch "$scratch/failed"; }
 
 # skip REASON: ends a case that cannot be run here, and says so.

@@ -4,13 +4,8 @@
 
 manual=$(realpath "$(dirname "$0")/../../docs/man/xmldom.1")
 
-_commands() { "$tool" --help | sed -n '/^Commands:/,/^$/s/^  \([a-z]*\) .*/\1/p'; }
-
-# The options that a help text on standard input shows, a line each.
-_shown() { grep -oE '^  -[^ ]+' | tr -d ' ' | tr ',' '\n' | sort; }
-
-# The options that the manual page has as items of a section or subsection, likewise. The first dash
-# is not in its source.
+# The options that the manual page has as items of a section or subsection, a line each. The first
+# dash is not in its source.
 _described() {
   awk -v title="$1" '
     /^\.S[sh] / { below = $2 == title }
@@ -29,19 +24,19 @@ the_page_is_well_written() {
 }
 
 every_command_is_described_in_the_order_of_the_help() {
-  diff <(_commands) <(sed -n '/^\.Sh COMMANDS/,/^\.Sh PATHS/s/^\.Ss \([a-z]*\).*/\1/p' "$manual") ||
+  diff <(commands_shown) <(sed -n '/^\.Sh COMMANDS/,/^\.Sh PATHS/s/^\.Ss \([a-z]*\).*/\1/p' "$manual") ||
     fail
 }
 
 the_options_of_the_tool_are_described() {
   [ -n "$(_described DESCRIPTION)" ] || fail
-  diff <("$tool" --help | _shown) <(_described DESCRIPTION) || fail
+  diff <("$tool" --help | options_shown) <(_described DESCRIPTION) || fail
 }
 
 the_options_of_every_command_are_described() {
   local command
-  for command in $(_commands); do
-    diff <("$tool" "$command" --help | _shown | grep -vxE -e '-h|--help') \
+  for command in $(commands_shown); do
+    diff <("$tool" "$command" --help | options_shown | grep -vxE -e '-h|--help') \
       <(_described "$command") && continue
     echo "  $command: '<' is what --help shows, '>' what the page describes"
     fail
@@ -54,19 +49,12 @@ the_examples_of_the_page_are_understood() {
 <rules><rule/></rules><debug/></config>"
   while IFS= read -r line; do
     line=${line//\\(dq/\"}
-    keep env PATH="$(_folder):$PATH" bash -c "${line#.Dl }"
+    keep env PATH="$(tool_folder):$PATH" bash -c "${line#.Dl }"
     expect_status 0
     examples=$((examples + 1))
   done < <(sed -n '/^\.Sh EXAMPLES/,$p' "$manual" | grep '^\.Dl ')
   [ "$examples" -ge 5 ] || fail
   expect_names . config.xml config.xml.old
-}
-
-# A folder in which the tool has its name.
-_folder() {
-  mkdir -p "$scratch/bin"
-  ln -sf "$tool" "$scratch/bin/xmldom"
-  echo "$scratch/bin"
 }
 
 run_cases

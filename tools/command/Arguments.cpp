@@ -10,7 +10,6 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <climits>
 
 namespace tool {
@@ -154,11 +153,6 @@ bool ArgumentParser::Parse(const std::vector<std::string>& arguments, std::strin
     throw UsageError(error.what());
   }
   return false;
-}
-
-std::string ArgumentParser::NamedCommand() const {
-  const auto named = m_parser->get_subcommands();
-  return named.empty() ? std::string() : named.front()->get_name();
 }
 
 }  // namespace tool

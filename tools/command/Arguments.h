@@ -105,9 +105,6 @@ class ArgumentParser {
   /// that the user asks for. Effects: throws a UsageError for arguments that make no sense.
   bool Parse(const std::vector<std::string>& arguments, std::string& answer);
 
-  /// The command that the arguments name, as far as they have been parsed; empty without one.
-  std::string NamedCommand() const;
-
  private:
   std::unique_ptr<CLI::App> m_parser;
 };

@@ -26,7 +26,7 @@ void FileCommand::DeclareArguments(Arguments& arguments) {
 }
 
 ExitStatus FileCommand::Run(const Session& session) {
-  if (m_files.empty()) m_files.push_back("-");
+  if (m_files.empty()) m_files.emplace_back("-");
   ExitStatus status = TryFile(m_files.front(), session);
   for (auto file = m_files.begin() + 1; file != m_files.end(); ++file) {
     status = Combine(status, TryFile(*file, session));

@@ -31,7 +31,7 @@ SearchPath CheckedPath(const std::string& text, PathPurpose purpose, const std::
 
 SearchPath CheckedElementPath(const std::string& text, PathPurpose purpose,
                               const std::string& reason) {
-  const SearchPath path = CheckedPath(text, purpose);
+  SearchPath path = CheckedPath(text, purpose);
   if (!path.attribute.empty()) RefusePath("path", text, text.rfind('@'), reason);
   return path;
 }
@@ -44,16 +44,7 @@ void Query::DeclareArguments(Arguments& arguments) {
 }
 
 std::vector<IXMLDOMNode*> Query::Select(IXMLDOMDocument2* document) const {
-  if (!m_first) return SelectAll(Path(), document);
-  IXMLDOMNode* const node = SelectFirst(Path(), document);
-  return node == nullptr ? std::vector<IXMLDOMNode*>() : std::vector<IXMLDOMNode*>{node};
-}
-
-std::size_t Query::Search(IXMLDOMDocument2* document,
-                          const std::function<void(IXMLDOMNode*)>& visit) const {
-  const std::vector<IXMLDOMNode*> nodes = Select(document);
-  for (IXMLDOMNode* node : nodes) visit(node);
-  return nodes.size();
+  return tool::Select(Path(), document, !m_first);
 }
 
 SearchPath Query::Path() const {

@@ -3,8 +3,6 @@
 
 #include <tools/document/PathSyntax.h>
 
-#include <cstddef>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -48,10 +46,6 @@ class Query {
   /// Result: the selected nodes, elements or attributes, in the order of the search. They are
   /// borrowed from the tree.
   std::vector<IXMLDOMNode*> Select(IXMLDOMDocument2* document) const;
-
-  /// Calls `visit` with each selected node, in the order of the search. Result: how many there are.
-  std::size_t Search(IXMLDOMDocument2* document,
-                     const std::function<void(IXMLDOMNode*)>& visit) const;
 
  private:
   SearchPath Path() const;

@@ -68,9 +68,8 @@ class EditCommand : public FileCommand {
   }
 
  private:
-  /// Makes one edit. Effects: a message to standard error when it cannot be made, and with
-  /// --verbose also when it was.
-  /// `text` is that of the file.
+  /// Makes one edit. `text` is that of the file, before all edits. Effects: a message to standard
+  /// error when it cannot be made, and with --verbose also when it was.
   ExitStatus Try(const Edit& edit, EditedText& edited, const std::string& text,
                  const std::string& file, const Session& session) const {
     const std::string name = std::string(edit.kind->option) + " " + edit.operands.front();

@@ -27,11 +27,12 @@ class PathCommand : public FileCommand {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     ExactPaths paths;
-    const std::size_t count = m_query.Search(document.Get(), [&](IXMLDOMNode* node) {
+    const std::vector<IXMLDOMNode*> nodes = m_query.Select(document.Get());
+    for (const IXMLDOMNode* node : nodes) {
       results.Write(paths.PathTo(node));
       results.EndLine();
-    });
-    return count > 0 ? ExitStatus::kDone : ExitStatus::kNo;
+    }
+    return nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
   }
 
  private:

@@ -11,16 +11,13 @@
 #include <tools/document/PathSearch.h>
 
 #include <xmldom/dom/XMLDocument.h>
-#include <xmldom/support/MemFile.h>
-#include <xmldom/text/EntityTranslation.h>
+#include <xmldom/text/NodeTexts.h>
 
 #include <algorithm>
 
 namespace tool {
 
 namespace {
-
-const unsigned int kTextRoom = 4096;
 
 /// A text without white space at its ends, and with one blank for each run of white space inside.
 std::string Normalized(const std::string& text) {
@@ -117,10 +114,7 @@ class ValueCommand : public FileCommand {
     }
     if (!m_attribute.isGiven) return nodes;
     for (const IXMLDOMNode* node : nodes) {
-      IXMLDOMNode* attribute = node->m_pFirstAttribute;
-      while (attribute != nullptr && m_attribute.text != attribute->m_pszNodeName) {
-        attribute = attribute->m_pNextSibling;
-      }
+      IXMLDOMNode* const attribute = xmldom::FindAttribute(node, m_attribute.text.c_str());
       if (attribute != nullptr) cells.push_back(attribute);
     }
     return cells;
@@ -138,20 +132,8 @@ class ValueCommand : public FileCommand {
 
   std::string ValueOf(const IXMLDOMNode* node, const CharacterData& texts) const {
     const std::string value =
-        node->m_eNodeType == NODE_ELEMENT && !m_asLibrary ? texts.Of(node) : ValueInTree(node);
+        node->m_eNodeType == NODE_ELEMENT && !m_asLibrary ? texts.Of(node) : xmldom::Text(node);
     return m_normalizes ? Normalized(value) : value;
-  }
-
-  /// The text of an element as the library tells it, or the value of an attribute, of which the
-  /// library keeps all.
-  static std::string ValueInTree(const IXMLDOMNode* node) {
-    CMemFile text(kTextRoom);
-    if (node->m_eNodeType == NODE_ATTRIBUTE) {
-      TranslateEntities(node->m_pszValue, text);
-    } else {
-      node->GetTextHelper(text);
-    }
-    return std::string(text.GetAsStr(), text.m_uLength);
   }
 
   Query m_query{Query::kAll};

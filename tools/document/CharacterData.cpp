@@ -5,7 +5,7 @@
 
 #include <tools/document/CharacterData.h>
 
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 
 #include <xmldom/parse/ExpatImpl.h>
 

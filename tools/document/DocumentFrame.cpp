@@ -1,10 +1,11 @@
 // Puts a document together again: what stood before and behind the root element in the file, and in
 // between the root element as the library writes it. Offsets in the file come from the LossReport.
-// Tested by tests/tool/edit_in_place_test.bash and tests/tool/LosslessProperty_test.cpp.
+// Tested by tests/tool/format_in_place_test.bash and tests/tool/LosslessProperty_test.cpp.
 
 #include <tools/document/DocumentFrame.h>
 
 #include <tools/document/LossCheck.h>
+#include <tools/document/SourceEncoding.h>
 
 namespace tool {
 
@@ -15,15 +16,7 @@ namespace {
 /// of a character.
 std::string ToUtf8(const std::string& bytes) {
   std::string text;
-  for (const char c : bytes) {
-    const unsigned char byte = static_cast<unsigned char>(c);
-    if (byte < 0x80) {
-      text += c;
-    } else {
-      text += static_cast<char>(0xC0 | byte >> 6);
-      text += static_cast<char>(0x80 | (byte & 0x3F));
-    }
-  }
+  for (const char byte : bytes) AppendUtf8(static_cast<unsigned char>(byte), text);
   return text;
 }
 

@@ -8,6 +8,7 @@
 #include <tools/document/SourceEncoding.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/Input.h>
+#include <tools/io/SourceExcerpt.h>
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/ParseError.h>
@@ -18,9 +19,6 @@ namespace tool {
 
 namespace {
 
-// How many characters of a tag a message shows.
-const std::size_t kTagLimit = 60;
-
 LoadProblem ProblemOf(const IXMLDOMParseError& error, const std::string& text) {
   const SourcePosition position = {static_cast<std::size_t>(error.m_lLine),
                                    static_cast<std::size_t>(error.m_lLinePos) + 1};
@@ -30,9 +28,7 @@ LoadProblem ProblemOf(const IXMLDOMParseError& error, const std::string& text) {
   std::string reason = error.m_bstrReason;
   // The source text of an error is the tag that it is about. It begins with something else when the
   // library has found no tag there; that would tell a user nothing.
-  if (error.m_bstrSrcText[0] == '<') {
-    reason += ", near " + VisibleLine(error.m_bstrSrcText, kTagLimit);
-  }
+  if (error.m_bstrSrcText[0] == '<') reason += NearTag(error.m_bstrSrcText);
   return {position, reason};
 }
 

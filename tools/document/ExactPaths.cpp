@@ -4,7 +4,7 @@
 
 #include <tools/document/ExactPaths.h>
 
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 
 #include <vector>
 

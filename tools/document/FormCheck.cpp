@@ -20,18 +20,15 @@ namespace {
 // How much of the text is kept in front of the last piece, and how much behind an error is shown.
 const std::size_t kKept = 65536;
 const std::size_t kBehind = 512;
-// How many characters of a tag a message shows.
-const std::size_t kTagLimit = 60;
 
-/// The tag around a place, for a message: from the last '<' at or before it to the next '>'.
+/// The tag around a place: from the last '<' at or before it to the next '>'.
 /// Result: empty when there is none.
 std::string TagAround(const std::string& text, std::size_t at) {
   if (text.empty()) return std::string();
   const std::size_t begin = text.rfind('<', std::min(at, text.size() - 1));
   if (begin == std::string::npos) return std::string();
   const std::size_t end = text.find('>', begin);
-  return VisibleLine(text.substr(begin, end == std::string::npos ? end : end - begin + 1),
-                     kTagLimit);
+  return text.substr(begin, end == std::string::npos ? end : end - begin + 1);
 }
 
 /// Where the line that holds a place begins, as far as it is there.
@@ -74,7 +71,7 @@ bool FormCheck::Finish(FormProblem& problem) {
   const bool isNul = at < m_kept.size() && m_kept[at] == '\0';
   const std::string tag = isNul ? std::string() : TagAround(m_kept, at);
   if (isNul) problem.reason = "NUL byte";
-  if (!tag.empty()) problem.reason += ", near " + tag;
+  if (!tag.empty()) problem.reason += NearTag(tag);
   // The part of a long line that is not there any more is as good as cut off.
   const std::size_t begin = LineBegin(m_kept, at);
   const std::string line = m_kept.substr(begin);
@@ -95,12 +92,12 @@ bool FormCheck::Parse(const char* piece, std::size_t size, bool isLast) {
 }
 
 void FormCheck::Keep(const char* piece, std::size_t size) {
-  if (m_keptAt == 0 && m_kept.empty())
-    m_isWide = SourceEncoding(std::string(piece, size)).IsUtf16();
+  const bool isBeginning = m_keptAt == 0 && m_kept.size() < 2;
   const std::size_t old = m_kept.size() > kKept ? m_kept.size() - kKept : 0;
   m_kept.erase(0, old);
   m_keptAt += old;
   m_kept.append(piece, size);
+  if (isBeginning) m_isWide = SourceEncoding(m_kept).IsUtf16();
 }
 
 /// Out: where in m_kept the error is. Result: false when that is not there any more.

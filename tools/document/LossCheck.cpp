@@ -5,6 +5,7 @@
 #include <tools/document/LossCheck.h>
 
 #include <tools/document/References.h>
+#include <tools/document/SpaceAttribute.h>
 #include <tools/io/Input.h>
 #include <tools/io/SourceText.h>
 
@@ -89,7 +90,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
       }
     }
     CheckAttributes(attributes);
-    m_preserves.push_back(Preserves(attributes));
+    m_preserves.push_back(KeepsSpace(attributes, !m_preserves.empty() && m_preserves.back()));
     BeginContent(false);
   }
 
@@ -187,16 +188,6 @@ class LossFinder : public CExpatImpl<LossFinder> {
     }
     const int written = XML_GetSpecifiedAttributeCount(m_p);
     if (attributes[written] != nullptr) Report(EventBegin(), kSuppliedAttribute);
-  }
-
-  /// Whether xml:space, of these attributes or of an element around them, asks to keep white space.
-  bool Preserves(const char** attributes) const {
-    for (; *attributes != nullptr; attributes += 2) {
-      if (std::strcmp(attributes[0], "xml:space") == 0) {
-        return std::strcmp(attributes[1], "preserve") == 0;
-      }
-    }
-    return !m_preserves.empty() && m_preserves.back();
   }
 
   /// Called behind each tag: behind a start tag the content of a new element begins, behind an end

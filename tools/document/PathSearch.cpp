@@ -4,7 +4,7 @@
 
 #include <tools/document/PathSearch.h>
 
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/PathSteps.h>
 #include <tools/document/PathSyntax.h>
 
@@ -184,6 +184,12 @@ IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start) {
   Nodes selected;
   StepByStep(path).Select(start, selected);
   return selected.empty() ? nullptr : selected.front();
+}
+
+std::vector<IXMLDOMNode*> Select(const SearchPath& path, IXMLDOMNode* start, bool all) {
+  if (all) return SelectAll(path, start);
+  IXMLDOMNode* const node = SelectFirst(path, start);
+  return node == nullptr ? Nodes() : Nodes{node};
 }
 
 IXMLDOMNode* FieldSearch::From(IXMLDOMNode* node) {

@@ -25,6 +25,9 @@ std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start);
 /// SelectAll.
 IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start);
 
+/// Selects all nodes, or with `all` unset the first one, if there is any.
+std::vector<IXMLDOMNode*> Select(const SearchPath& path, IXMLDOMNode* start, bool all);
+
 /// Does what SelectFirst does for a field, from any number of nodes of one tree.
 class FieldSearch {
  public:

@@ -4,8 +4,10 @@
 
 #include <tools/document/PathSteps.h>
 
-#include <tools/document/ElementOrder.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/document/PathSyntax.h>
+
+#include <xmldom/text/NodeTexts.h>
 
 #include <algorithm>
 
@@ -78,9 +80,7 @@ void TakeStep(const PathStep& step, IXMLDOMNode* from, Nodes& selected) {
 }
 
 IXMLDOMNode* FindAttribute(const IXMLDOMNode* element, const std::string& name) {
-  IXMLDOMNode* attribute = element->m_pFirstAttribute;
-  while (attribute != nullptr && !IsCalled(attribute, name)) attribute = attribute->m_pNextSibling;
-  return attribute;
+  return name == "*" ? element->m_pFirstAttribute : xmldom::FindAttribute(element, name.c_str());
 }
 
 }  // namespace tool

@@ -16,6 +16,14 @@ namespace {
 const char kByteOrderMark[] = "\xEF\xBB\xBF";
 const char kUtf8Name[] = "UTF-8";
 
+bool BeginsWith(const std::string& text, const std::string& beginning) {
+  return text.compare(0, beginning.size(), beginning) == 0;
+}
+
+bool IsSurrogate(unsigned long unit) { return unit >= 0xD800 && unit < 0xE000; }
+
+}  // namespace
+
 void AppendUtf8(unsigned long code, std::string& text) {
   const auto add = [&text](unsigned long byte) { text += static_cast<char>(byte & 0xFF); };
   if (code < 0x80) {
@@ -34,14 +42,6 @@ void AppendUtf8(unsigned long code, std::string& text) {
     add(0x80 | (code & 0x3F));
   }
 }
-
-bool BeginsWith(const std::string& text, const std::string& beginning) {
-  return text.compare(0, beginning.size(), beginning) == 0;
-}
-
-bool IsSurrogate(unsigned long unit) { return unit >= 0xD800 && unit < 0xE000; }
-
-}  // namespace
 
 SourceEncoding::SourceEncoding(const std::string& bytes) : m_kind(kUtf8), m_nameRange{0, 0} {
   if (BeginsWith(bytes, "\xFF\xFE") || BeginsWith(bytes, std::string("<\0", 2))) {

@@ -19,6 +19,7 @@ class SourceEncoding {
   /// declaration. One that is not known counts as UTF-8, and the parser will refuse the text.
   explicit SourceEncoding(const std::string& bytes);
 
+  /// Whether it is UTF-16, in either byte order. The first two bytes tell.
   bool IsUtf16() const { return m_kind == kUtf16LittleEndian || m_kind == kUtf16BigEndian; }
 
   /// The message for a character that the encoding cannot hold.
@@ -66,6 +67,9 @@ class SourceEncoding {
   std::string m_declared;   // the name in the declaration with its quotes; empty without one
   SourceRange m_nameRange;  // where that stands in the text in UTF-8
 };
+
+/// Appends the character of a code point to a text in UTF-8.
+void AppendUtf8(unsigned long code, std::string& text);
 
 }  // namespace tool
 

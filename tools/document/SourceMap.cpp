@@ -4,6 +4,8 @@
 
 #include <tools/document/SourceMap.h>
 
+#include <tools/document/DocumentOrder.h>
+#include <tools/document/SpaceAttribute.h>
 #include <tools/document/StartTag.h>
 
 #include <xmldom/dom/XMLDocument.h>
@@ -22,21 +24,14 @@ namespace {
 /// How many nodes a tree has, with its document and all attributes.
 std::size_t CountNodes(const IXMLDOMNode* document) {
   std::size_t count = 0;
-  const IXMLDOMNode* node = document;
-  for (;;) {
+  for (const IXMLDOMNode* node = document; node != nullptr; node = NextNode(node, document)) {
     ++count;
     for (const IXMLDOMNode* attribute = node->m_pFirstAttribute; attribute != nullptr;
          attribute = attribute->m_pNextSibling) {
       ++count;
     }
-    if (node->m_pFirstChild != nullptr) {
-      node = node->m_pFirstChild;
-      continue;
-    }
-    while (node != document && node->m_pNextSibling == nullptr) node = node->m_pParent;
-    if (node == document) return count;
-    node = node->m_pNextSibling;
   }
+  return count;
 }
 
 std::uint32_t ToOffset(std::size_t offset) { return static_cast<std::uint32_t>(offset); }
@@ -91,11 +86,11 @@ class SourceMapBuilder : public CExpatImpl<SourceMapBuilder> {
     const SourcePlace::Origin origin =
         IsMarkup() ? SourcePlace::kWritten : SourcePlace::kFromEntity;
     const std::uint32_t begin = origin == SourcePlace::kWritten ? EventBegin() : ReferenceBegin();
+    const bool keepsAround = m_openNumber != 0 && PlaceOf(m_openNumber).keepsSpace;
     // Until the element ends, `end` holds the number of the element around it, and `innerEnd` that
     // of its text, so that nothing else has to be kept for each open element.
-    const bool keepsSpace = KeepsSpace(attributes);
-    const std::uint32_t number =
-        Add(node, {begin, m_openNumber, EventEnd(), 0, origin, false, keepsSpace});
+    const std::uint32_t number = Add(node, {begin, m_openNumber, EventEnd(), 0, origin, false,
+                                            KeepsSpace(attributes, keepsAround)});
     m_openNumber = number;
     m_open = node;
     m_last = nullptr;
@@ -234,16 +229,6 @@ class SourceMapBuilder : public CExpatImpl<SourceMapBuilder> {
   static bool Is(const IXMLDOMNode* node, DOMNodeType type, const char* name) {
     return node != nullptr && node->m_eNodeType == type &&
            std::strcmp(node->m_pszNodeName, name) == 0;
-  }
-
-  /// Whether xml:space, of these attributes or of an element around them, asks to keep white space.
-  bool KeepsSpace(const char** attributes) {
-    for (; *attributes != nullptr; attributes += 2) {
-      if (std::strcmp(attributes[0], "xml:space") == 0) {
-        return std::strcmp(attributes[1], "preserve") == 0;
-      }
-    }
-    return m_openNumber != 0 && PlaceOf(m_openNumber).keepsSpace;
   }
 
   const IXMLDOMNode* NextChild() const {

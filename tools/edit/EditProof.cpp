@@ -4,6 +4,7 @@
 #include <tools/edit/EditProof.h>
 
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/DocumentOrder.h>
 #include <tools/io/SourceText.h>
 
 #include <xmldom/diag/Compare.h>
@@ -47,16 +48,8 @@ void DropSpace(IXMLDOMNode* text) {
 
 /// Takes the white space out of all texts of a tree.
 void DropSpaceBelow(IXMLDOMNode* document) {
-  IXMLDOMNode* node = document;
-  for (;;) {
+  for (IXMLDOMNode* node = document; node != nullptr; node = NextNode(node, document)) {
     if (node->m_eNodeType == NODE_TEXT) DropSpace(node);
-    if (node->m_pFirstChild != nullptr) {
-      node = node->m_pFirstChild;
-      continue;
-    }
-    while (node != document && node->m_pNextSibling == nullptr) node = node->m_pParent;
-    if (node == document) return;
-    node = node->m_pNextSibling;
   }
 }
 

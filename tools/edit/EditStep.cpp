@@ -27,14 +27,7 @@ void EditStep::SelectTargets(bool all) {
   if (path == kRootPath) {
     targets.push_back({xmldom::Adopt(tree.GetfirstChild()), nullptr});
   } else {
-    const SearchPath searched = PathOf(edit, all);
-    std::vector<IXMLDOMNode*> nodes;
-    if (all) {
-      nodes = SelectAll(searched, &tree);
-    } else if (IXMLDOMNode* const node = SelectFirst(searched, &tree)) {
-      nodes.push_back(node);
-    }
-    for (IXMLDOMNode* node : nodes) {
+    for (IXMLDOMNode* node : Select(PathOf(edit, all), &tree, all)) {
       node->AddRef();
       targets.push_back({xmldom::Adopt(node), nullptr});
     }

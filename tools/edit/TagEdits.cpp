@@ -10,9 +10,7 @@
 
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/text/Escaping.h>
-
-#include <algorithm>
-#include <cstring>
+#include <xmldom/text/NodeTexts.h>
 
 namespace tool {
 
@@ -42,15 +40,6 @@ std::string Quoted(const EditStep& step, const std::string& value, char quote) {
     }
   }
   return quote + step.encoding.WithReferences(written) + quote;
-}
-
-/// The attribute of an element; null when it has none of this name.
-const IXMLDOMNode* FindAttribute(const IXMLDOMNode* element, const std::string& name) {
-  const IXMLDOMNode* attribute = element->m_pFirstAttribute;
-  while (attribute != nullptr && name != attribute->m_pszNodeName) {
-    attribute = attribute->m_pNextSibling;
-  }
-  return attribute;
 }
 
 /// The last attribute that stands in the tag of an element; null when there is none.
@@ -96,8 +85,9 @@ void RequireNotSupplied(const EditStep& step) {
   if (document == nullptr) return;
   const IXMLDOMNode* element = document->m_pFirstChild->m_pFirstChild;
   for (const EditTarget& target : step.targets) {
-    if (FindAttribute(element, step.edit.operands[1]) != nullptr)
+    if (xmldom::HasAttribute(element, step.edit.operands[1].c_str())) {
       EditStep::Refuse(target, kSupplied);
+    }
     element = element->m_pNextSibling;
   }
 }
@@ -107,7 +97,8 @@ void RequireNotSupplied(const EditStep& step) {
 void SpliceSetAttribute(EditStep& step) {
   RequireName(step, step.edit.operands[1]);
   for (const EditTarget& target : step.targets) {
-    const IXMLDOMNode* attribute = FindAttribute(target.node.Get(), step.edit.operands[1]);
+    const IXMLDOMNode* attribute =
+        xmldom::FindAttribute(target.node, step.edit.operands[1].c_str());
     const SourcePlace* place = attribute == nullptr ? nullptr : step.PlaceOf(attribute);
     if (place == nullptr || !place->IsWritten()) {
       AddAttribute(step, target);
@@ -122,12 +113,11 @@ void SpliceRemoveAttribute(EditStep& step) {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < step.targets.size(); ++i) {
     const EditTarget target = step.targets[i];
-    const IXMLDOMNode* attribute = FindAttribute(target.node.Get(), step.edit.operands[1]);
+    const IXMLDOMNode* attribute =
+        xmldom::FindAttribute(target.node, step.edit.operands[1].c_str());
     if (attribute == nullptr) continue;
     const SourcePlace& place = *step.PlaceOf(attribute);
-    if (!place.IsWritten()) {
-      EditStep::Refuse(target, kSupplied);
-    }
+    if (!place.IsWritten()) EditStep::Refuse(target, kSupplied);
     step.splices.Remove(SpaceBefore(step.text, place.begin), place.end);
     step.targets[kept++] = target;
   }

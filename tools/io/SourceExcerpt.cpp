@@ -17,6 +17,8 @@ const std::size_t kWidthAfter = 36;
 const std::size_t kTabWidth = 8;
 const char kIndent[] = "  ";
 const char kCut[] = "...";
+// How many characters of a tag are shown.
+const std::size_t kTagLimit = 60;
 
 /// The cell of one character. A tab stays a tab, which moves the line and the caret alike.
 VisibleCharacter MakeCell(const char* text, std::size_t length) {
@@ -88,6 +90,8 @@ std::string SourceExcerpt(const std::string& text, SourcePosition position) {
   if (cutsBack) source += kCut;
   return source + "\n" + marker + "^\n";
 }
+
+std::string NearTag(const std::string& tag) { return ", near " + VisibleLine(tag, kTagLimit); }
 
 std::string DescribeProblem(const std::string& what, const std::string& argument,
                             SourcePosition position, const std::string& reason) {

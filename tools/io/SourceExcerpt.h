@@ -13,6 +13,10 @@ namespace tool {
 /// Result: empty when that line is empty.
 std::string SourceExcerpt(const std::string& text, SourcePosition position);
 
+/// What the reason of a problem says behind itself of the tag that the problem is near: ", near
+/// <tag>", on one line, with a long tag cut.
+std::string NearTag(const std::string& tag);
+
 /// The message for an argument of the command line that cannot be used: where in the argument the
 /// problem is, what it is (`reason`), and an excerpt. `what` names the argument, as in "path". The
 /// line is told only when the argument has several.

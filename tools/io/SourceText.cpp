@@ -1,6 +1,6 @@
 // Reads a text as XML does: characters in UTF-8, white space, line ends; and makes it visible.
 // Bytes that are no valid UTF-8 count as characters of one byte, so that every text can be shown.
-// Tested by tests/tool/check_test.bash.
+// Tested by tests/tool/SourceText_test.cpp and tests/tool/check_test.bash.
 
 #include <tools/io/SourceText.h>
 

@@ -13,13 +13,14 @@ const Growing kEditing[] = {
        IXMLDOMNode* const from = At(document, {0, 0});
        IXMLDOMNode* const to = At(document, {0, 1});
        const Counted counted;
-       while (from->m_pFirstChild != nullptr) to->appendChild(from->m_pFirstChild, nullptr);
+       while (from->m_pFirstChild != nullptr) {
+         Require(to->appendChild(from->m_pFirstChild, nullptr) == S_OK);
+       }
      },
      nullptr},
     {"appendChild", "a tree of n levels, back and forth", 1000,
      [](int size) {
-       Document document =
-           Load("<r><b/><c>" + Times(size, "<a>") + Times(size, "</a>") + "</c></r>");
+       Document document = Load("<r><b/><c>" + Levels(size) + "</c></r>");
        const Counted counted;
        IXMLDOMNode* const to = At(document, {0, 0});
        IXMLDOMNode* const tree = At(document, {0, 1});
@@ -34,7 +35,8 @@ const Growing kEditing[] = {
        const Counted counted;
        for (int i = 0; i < size; ++i) {
          Node node(NewNode());
-         Root(document)->insertBefore(node, Root(document)->m_pFirstChild, nullptr);
+         Require(Root(document)->insertBefore(node, Root(document)->m_pFirstChild, nullptr) ==
+                 S_OK);
          node.Detach();
        }
      },
@@ -45,7 +47,7 @@ const Growing kEditing[] = {
        IXMLDOMNode* const last = LastChild(Root(document));
        Node node(NewNode());
        const Counted counted;
-       Root(document)->insertBefore(node, last, nullptr);
+       Require(Root(document)->insertBefore(node, last, nullptr) == S_OK);
        node.Detach();
      },
      nullptr},
@@ -62,7 +64,7 @@ const Growing kEditing[] = {
        const Counted counted;
        while (root->m_pFirstChild != nullptr) {
          Node removed;
-         root->removeChild(root->m_pFirstChild, removed.Out());
+         Require(root->removeChild(root->m_pFirstChild, removed.Out()) == S_OK);
        }
      },
      nullptr},
@@ -72,7 +74,7 @@ const Growing kEditing[] = {
        IXMLDOMNode* const last = LastChild(Root(document));
        const Counted counted;
        Node removed;
-       Root(document)->removeChild(last, removed.Out());
+       Require(Root(document)->removeChild(last, removed.Out()) == S_OK);
      },
      nullptr},
     {"RemoveNodeFromTree", "with n levels below", 1000,
@@ -161,7 +163,7 @@ const Growing kEditing[] = {
        const Counted counted;
        for (const XMLPtr<IXMLDOMNode>& node : xmldom::Children(Root(document))) {
          Node removed;
-         Root(document)->removeChild(node.Get(), removed.Out());
+         Require(Root(document)->removeChild(node.Get(), removed.Out()) == S_OK);
        }
      },
      nullptr},
@@ -172,7 +174,7 @@ const Growing kEditing[] = {
        for (int i = 0; i < size; ++i) Require(bool(xmldom::AddElement(Root(document), "n")));
      },
      "AddElement"},
-    {"xmldom::SetAttribute", "the last of n", 1000,
+    {"xmldom::SetAttribute", "a new one behind n", 1000,
      [](int size) {
        Document document = WithAttributes(size);
        const Counted counted;
@@ -189,11 +191,7 @@ const Growing kEditing[] = {
      nullptr},
     {"xmldom::SetText", "n texts that are removed", 300,
      [](int size) {
-       Document document = Load("<r/>");
-       for (int i = 0; i < size; ++i) {
-         Root(document)->AddTextChild("t");
-         Node(Root(document)->AddChild("a", nullptr));
-       }
+       Document document = WithTextsBetweenElements(size);
        const Counted counted;
        Require(bool(xmldom::SetText(Root(document), "one")));
      },

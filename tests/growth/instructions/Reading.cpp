@@ -3,44 +3,14 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdio>
-
-#include "growth/instructions/Growth.h"
+#include "growth/instructions/Shapes.h"
+#include "harness/Silence.h"
 #include "harness/Trees.h"
 #include "harness/Writing.h"
 
 namespace {
 
-/// While it lives, texts with references are printed, to nowhere.
-class Printing {
- public:
-  Printing() : m_stdout(dup(STDOUT_FILENO)) {
-    std::fflush(stdout);
-    const int nowhere = open("/dev/null", O_WRONLY);
-    dup2(nowhere, STDOUT_FILENO);
-    close(nowhere);
-    SetDebugEntities(true);
-  }
-  ~Printing() {
-    SetDebugEntities(false);
-    std::fflush(stdout);
-    dup2(m_stdout, STDOUT_FILENO);
-    close(m_stdout);
-  }
-
-  Printing(const Printing&) = delete;
-  Printing& operator=(const Printing&) = delete;
-
- private:
-  const int m_stdout;
-};
-
 std::string Records(int size) { return "<r>" + Times(size, "<a b='c'>t</a>") + "</r>"; }
-
-std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
 
 void ReadText(const std::string& xml) {
   Document document = Load(xml);
@@ -78,8 +48,10 @@ const Growing kReading[] = {
      [](int size) { ReadText("<r>" + Times(size, "<a>t&lt;u</a>") + "</r>"); }, nullptr},
     {"GetTextAsBSTR", "n texts with references, debug line on", 400,
      [](int size) {
-       const Printing printing;
+       const Silence silence;
+       SetDebugEntities(true);
        ReadText("<r>" + Times(size, "<a>t&lt;u and so on</a>") + "</r>");
+       SetDebugEntities(false);
      },
      "Text with references"},
     {"GetTextAsStr, GetStringValue, get_nodeTypedValue", "n texts", 1000,
@@ -116,13 +88,10 @@ const Growing kReading[] = {
      [](int size) { Translate(Times(size, "&none; and more ")); }, "Unknown entities"},
     {"xmldom::Text, xmldom::Attribute", "the last of n attributes", 1000,
      [](int size) {
-       Document document = NewDocument();
-       const Node root(document->AddChild("r", nullptr));
-       std::string xml = "<r";
-       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v&lt;'";
-       document->loadXML((xml + ">" + Times(size, "t&lt;") + "</r>").c_str());
+       Document document =
+           Load("<r" + Attributes(size) + " last='v&lt;'>" + Times(size, "t&lt;") + "</r>");
        const Counted counted;
-       Require(xmldom::Attribute(Root(document), ("k" + std::to_string(size - 1)).c_str()) == "v<");
+       Require(xmldom::Attribute(Root(document), "last") == "v<");
        Require(xmldom::Text(document).size() == 2 * static_cast<std::size_t>(size));
      },
      nullptr},
@@ -132,18 +101,12 @@ const Growing kWriting[] = {
     {"GetXML", "n records", 500, [](int size) { WriteCounted(Records(size), Writing()); }, nullptr},
     {"GetXML", "n attributes and texts of one element", 500,
      [](int size) {
-       std::string xml = "<r";
-       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v'";
-       WriteCounted(xml + ">" + Times(size, "t<b/>") + "</r>", Writing());
+       WriteCounted("<r" + Attributes(size) + ">" + Times(size, "t<b/>") + "</r>", Writing());
      },
      nullptr},
     {"GetXML", "n texts between elements, as built by hand", 500,
      [](int size) {
-       Document document = Load("<r/>");
-       for (int i = 0; i < size; ++i) {
-         Root(document)->AddTextChild("t");
-         Node(Root(document)->AddChild("a", nullptr));
-       }
+       Document document = WithTextsBetweenElements(size);
        const Counted counted;
        Write(document);
      },
@@ -162,9 +125,7 @@ const Growing kWriting[] = {
     {"GetXML", "n siblings, one of them without owner", 500,
      [](int size) {
        Document document = Load(Records(size));
-       Node last;
-       Root(document)->get_lastChild(last.Out());
-       last->m_pOwnerDocument = nullptr;
+       LastChild(Root(document))->m_pOwnerDocument = nullptr;
        const Counted counted;
        Write(document);
      },

@@ -3,15 +3,13 @@
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
-#include "growth/instructions/Growth.h"
+#include "growth/instructions/Shapes.h"
 #include "harness/Lists.h"
 #include "harness/Trees.h"
 
 namespace {
 
 std::string Records(int size) { return "<r>" + Times(size, "<a k='1'><b>t</b></a>") + "</r>"; }
-
-std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
 
 void SelectAll(const std::string& xml, const char* path) {
   Document document = Load(xml);
@@ -38,7 +36,7 @@ const Growing kSearches[] = {
      [](int size) { SelectAll(Levels(size), "//a/a/a"); }, nullptr},
     {"SelectNodes", "/r/a[@k=1][b='t'] of n records", 500,
      [](int size) { SelectAll(Records(size), "/r/a[@k=1][b='t']"); }, nullptr},
-    {"SelectNodes", "//a[*/b='t'] of n records", 500,
+    {"SelectNodes", "//r[*/b='x'] of n records", 500,
      [](int size) { SelectAll(Records(size), "//r[*/b='x']"); }, nullptr},
     {"SelectNodes", "//a[a='y'] of n levels", 300,
      [](int size) { SelectAll(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
@@ -174,11 +172,9 @@ const Growing kLists[] = {
        }
      },
      "Items of a list"},
-    {"get_attributes, GetNamedItem", "the last of n", 500,
+    {"get_attributes, GetNamedItem", "none of n", 500,
      [](int size) {
-       std::string xml = "<r";
-       for (int i = 0; i < size; ++i) xml += " k" + std::to_string(i) + "='v'";
-       Document document = Load(xml + "/>");
+       Document document = WithAttributes(size);
        const Counted counted;
        const Map map(AttributesOf(Root(document)));
        Require(Node(map->GetNamedItem("none")) == nullptr);

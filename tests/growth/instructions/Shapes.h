@@ -8,14 +8,16 @@
 #include "growth/instructions/Growth.h"
 #include "harness/Trees.h"
 
-// Trees that the rows of building and editing begin with, and the exceptions that they share.
+// Trees that rows of several subjects begin with, and the exceptions that they share.
 
 const char* const kAdditions = "Additions";
 const char* const kLookups = "Lookups by name";
 
 inline Document Wide(int size) { return Load("<r>" + Times(size, "<a/>") + "</r>"); }
 
-inline Document Deep(int size) { return Load(Times(size, "<a>") + Times(size, "</a>")); }
+inline std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
+
+inline Document Deep(int size) { return Load(Levels(size)); }
 
 /// A name that begins otherwise than most others, so that comparing them costs the same wherever.
 inline std::string NameOf(int i) { return char('A' + i % 26) + std::to_string(i); }
@@ -27,6 +29,16 @@ inline std::string Attributes(int size) {
 }
 
 inline Document WithAttributes(int size) { return Load("<r" + Attributes(size) + "/>"); }
+
+/// Texts that no load would leave apart.
+inline Document WithTextsBetweenElements(int size) {
+  Document document = Load("<r/>");
+  for (int i = 0; i < size; ++i) {
+    Root(document)->AddTextChild("t");
+    Node(Root(document)->AddChild("a", nullptr));
+  }
+  return document;
+}
 
 inline IXMLDOMNode* LastChild(IXMLDOMNode* node) {
   Node last;

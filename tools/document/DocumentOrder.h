@@ -1,5 +1,5 @@
-#ifndef XMLDOM_TOOLS_DOCUMENT_ELEMENTORDER_H
-#define XMLDOM_TOOLS_DOCUMENT_ELEMENTORDER_H
+#ifndef XMLDOM_TOOLS_DOCUMENT_DOCUMENTORDER_H
+#define XMLDOM_TOOLS_DOCUMENT_DOCUMENTORDER_H
 
 #include <xmldom/dom/XMLNode.h>
 
@@ -23,6 +23,16 @@ inline IXMLDOMNode* NextElement(IXMLDOMNode* node) {
     node = node->m_pParent;
   }
   return nullptr;
+}
+
+/// The node, element or text, that follows `node` in document order below `root`, which may be
+/// `node` itself; the stack does not grow with the depth. Result: null behind the last one.
+/// Cost: linear in the tree for all of its nodes together.
+template <class Node>
+Node* NextNode(Node* node, const IXMLDOMNode* root) {
+  if (node->m_pFirstChild != nullptr) return node->m_pFirstChild;
+  while (node != root && node->m_pNextSibling == nullptr) node = node->m_pParent;
+  return node == root ? nullptr : node->m_pNextSibling;
 }
 
 }  // namespace tool
