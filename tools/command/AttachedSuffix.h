@@ -22,8 +22,7 @@ void VisitOptions(const std::vector<std::string>& arguments,
                   const std::function<int(std::size_t index, const std::string& name)>& visit);
 
 /// Splits off a suffix that is attached to the flag, as it can be for sed: "-i.old" becomes "-i"
-/// and
-/// "--backup-suffix=.old". CLI11 cannot parse an option whose value is optional and can only be
+/// and "--backup-suffix=.old". CLI11 cannot parse an option whose value is optional and can only be
 /// attached: it takes the next argument for the value. An argument that is the value of another
 /// option, or stands behind "--", stays as it is.
 /// `arguments` are those behind the name of the command, and `declared` tells its options.
