@@ -95,9 +95,12 @@ def machine(results):
     processor = re.search("model name.*: (.*)|$", cpuinfo).group(1) or "unknown processor"
     memory = os.sysconf("SC_PHYS_PAGES") * os.sysconf("SC_PAGE_SIZE") >> 30
     system = platform.uname()
+    commit = subprocess.run(["git", "describe", "--always", "--dirty"], stdout=subprocess.PIPE,
+                            text=True).stdout.strip() or "unknown"
     half, most = [results.spreads[len(results.spreads) * part // 10] * 100 for part in (5, 9)]
     return "\n".join([
         f"- Date: {results.context['date'][:10]}",
+        f"- Sources of xmldom: commit {commit}",
         f"- Machine: {processor}, {os.cpu_count()} cores, {memory} GiB of memory; "
         f"{system.system} {system.release} {system.machine}",
         f"- Compiler: {results.context['compiler']}",

@@ -26,6 +26,6 @@ PACKAGECONFIG ??= "tool"
 PACKAGECONFIG[tool] = "-DXMLDOM_BUILD_TOOL=ON,-DXMLDOM_BUILD_TOOL=OFF,cli11"
 
 PACKAGES =+ "${PN}-tool"
-FILES:${PN}-tool = "${bindir} ${datadir}/bash-completion"
+FILES:${PN}-tool = "${bindir} ${datadir}/bash-completion ${datadir}/zsh ${datadir}/fish"
 
 BBCLASSEXTEND = "native nativesdk"

@@ -16,7 +16,7 @@ CommandLine::CommandLine(const Program& program, const std::vector<const Command
     : m_program(program.name), m_parser(program.name, program.summary, program.closing) {
   m_parser.AddVersion(program.version);
   m_parser.General().AddFlag("--verbose", m_isVerbose,
-                             "Also say what is fine, and what the library prints");
+                             "Also say what is fine, and how many changes each edit made");
   for (const CommandEntry* entry : commands) {
     Arguments arguments = m_parser.AddCommand(entry->name, entry->summary, entry->details);
     std::unique_ptr<Command> command = entry->make();

@@ -144,8 +144,8 @@ const CommandEntry kEditCommand = {
     "is parsed and compared with what the library makes of the same edit before it is written.\n"
     "With -i the file is replaced as a whole, or stays as it is.\n"
     "\n"
-    "Exit status: 0 when all edits were made; 1 when a path selects nothing, and then nothing is\n"
-    "written; 2 when something went wrong.\n"
+    "Exit status: 0 when all edits were made; 1 when a path selects nothing or an attribute to\n"
+    "remove is not there, and then nothing is written; 2 when something went wrong.\n"
     "\n"
     "Example: xmldom edit -i.old --set /config/hostname gw1 --remove //debug config.xml",
     Make};

@@ -1,6 +1,6 @@
 // Makes paths that select one node each, with positions where a name is not enough.
 // The children of a node are numbered once, so that the paths of many siblings cost no more.
-// Tested by tests/tool/ExactPaths_test.cpp.
+// Tested by tests/tool/PathSearch_test.cpp and tests/tool/node_path_test.bash.
 
 #include <tools/document/ExactPaths.h>
 

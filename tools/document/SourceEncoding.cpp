@@ -143,7 +143,8 @@ bool SourceEncoding::Decode(const std::string& bytes, std::string& text,
   return true;
 }
 
-/// Result: whether all bytes are characters. Out: those in front of the first that is none.
+/// Result: whether all bytes are characters. Out: `text` holds the characters in front of the first
+/// bytes that are none.
 bool SourceEncoding::DecodeUtf16(const std::string& bytes, std::string& text) const {
   const auto unitAt = [&](std::size_t at) {
     const unsigned long first = static_cast<unsigned char>(bytes[at]);

@@ -32,7 +32,7 @@ std::string NameOf(const EditStep& step, const SourcePlace& element) {
   return step.text.substr(name.begin, name.end - name.begin);
 }
 
-/// Gives an element a content, which has none but white space.
+/// Gives a content to an element that has none, or nothing but white space.
 void Fill(EditStep& step, const SourcePlace& element, const std::string& content) {
   if (!element.IsEmptyTag()) {
     step.splices.Replace(element.innerBegin, element.innerEnd, content);
@@ -58,7 +58,7 @@ std::string StepBefore(const EditStep& step, const EditTarget& target) {
   return indent.find('\t') == std::string::npos ? kDefaultStep : "\t";
 }
 
-/// Appends to an element that holds nothing but white space, if that.
+/// Appends to an element that is empty or holds nothing but white space.
 void AppendToBlank(EditStep& step, const EditTarget& target) {
   const SourcePlace& element = *target.place;
   const std::string content =
@@ -167,7 +167,8 @@ void SpliceRemove(EditStep& step) {
   for (std::size_t i = 0; i < step.targets.size();) {
     const EditTarget& first = step.targets[i];
     if (IsRoot(first)) EditStep::Refuse(first, "a document cannot be without its root element");
-    // Targets beside each other on a line take it along together.
+    // The line goes too when nothing but targets stands on it, so those beside each other on it are
+    // taken as one.
     std::size_t end = i + 1;
     while (end < step.targets.size() && AreNeighbors(step.text, step.targets[end - 1].place->end,
                                                      step.targets[end].place->begin)) {

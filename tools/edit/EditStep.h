@@ -55,7 +55,8 @@ class EditStep {
   /// Effects: throws an EditRefusal for an element that does not stand in the text itself.
   void SelectTargets(bool all);
 
-  /// How many elements the edit has changed; `splice` of the kind may take some back.
+  /// How many elements the edit changes. The `splice` of its kind may remove targets where there is
+  /// nothing to change.
   std::size_t Count() const { return targets.size(); }
 
   /// Throws an EditRefusal at the begin of an element.

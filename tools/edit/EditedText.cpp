@@ -30,7 +30,7 @@ EditOutcome EditedText::Apply(const Edit& edit, bool all) {
     edit.kind->change(step);
     m_tree = ProveEdit(spliced, *m_tree, edit.kind->joinsTexts);
   } catch (...) {
-    // The tree has been changed, and perhaps only in part.
+    // The tree may have been changed in part, so it is made anew.
     LoadProblem problem;
     m_tree = LoadText(m_text, problem);
     throw;

@@ -29,8 +29,8 @@ class EditedText {
              const SourceEncoding& encoding);
 
   /// Makes an edit at the first element that its path selects, or at all of them; the path "/"
-  /// selects the root element. Of elements that stand in each other, all are edited in one pass,
-  /// but where the outer one goes with its content, by --remove and --replace, it alone.
+  /// selects the root element. All are edited in one pass, also elements that stand in each other;
+  /// --remove and --replace, which take the content of an element along, edit the outer ones alone.
   /// Effects: throws an EditRefusal, a ProofFailure or a SourceMapError when the edit cannot be
   /// made; nothing is changed then. Cost: linear in the text, before and after, apart from sorting
   /// the elements that are edited.

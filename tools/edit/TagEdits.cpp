@@ -24,7 +24,7 @@ void RequireName(const EditStep& step, const std::string& name) {
   EditStep::Refuse(step.targets.front(), step.encoding.Refusal() + ": '" + name + "'");
 }
 
-/// The value in quotes, in `quote` unless only the other kind spares a reference.
+/// The value in quotes: in `quote`, unless the value holds that and not the other kind.
 std::string Quoted(const EditStep& step, const std::string& value, char quote) {
   const char other = quote == '"' ? '\'' : '"';
   const auto holds = [&value](char c) { return value.find(c) != std::string::npos; };

@@ -5,8 +5,9 @@
 // be quadratic. So each search leaves marks on its way: two or three, at equal distances, which
 // double while the way gets longer. The next search begins at the last mark, and leaves marks in
 // the rest in its turn, and so on until fewer than 16 nodes are left. Whoever goes backwards comes
-// to the last mark; then the search begins at the one before it. So the searches go once or twice
-// over a third of a chain, of that third, and so on, and each level has three marks at most.
+// to the last mark; then the search begins at the one before it. So whoever goes backwards through
+// a whole chain has each part of it searched once or twice for every level of marks, and there are
+// as many levels as the logarithm of the length. Each level has three marks at most.
 //
 // Correctness needs neither the order of the marks nor their distances. A chain has only one node
 // whose next sibling is the wanted one. So whatever a search from a node of the chain finds is what
@@ -14,8 +15,8 @@
 // that a mark is in the chain: it exists (NodeCache.cpp), and it has the parent whose children are
 // searched. A member that takes a node out of a chain sets its parent to null.
 //
-// At random places, the marks of the last search save as many steps as searches from them take in
-// vain.
+// At places in random order, marks gain nothing: they spare as many steps as the searches cost that
+// begin at a mark behind the wanted node and find nothing.
 
 #include <xmldom/dom/ChainMarks.h>
 
@@ -83,13 +84,14 @@ IXMLDOMNode* FindBefore(IXMLDOMNode* node) {
     cache.valid |= NodeCache::kMarksBit;
   }
   IXMLDOMNode* before = nullptr;
-  // Somebody who goes backwards is at none of these places.
+  // Whoever goes backwards asks for the node before the one that was found last: these places would
+  // not lead to it any sooner.
   if (node != marks.before.node) {
     before = SearchNear(cache, marks.before, parent, node);
     if (before == nullptr) {
       IXMLDOMNode* place = first;
       before = Search(place, node, kFewNodes);
-      // Not cached, so that who goes backwards finds what was.
+      // Not cached: somebody who goes backwards further on still needs what was found last there.
       if (before != nullptr) return before;
       before = SearchNear(cache, BeforeEnd(parent), parent, node);
     }

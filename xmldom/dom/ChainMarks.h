@@ -10,8 +10,8 @@ namespace xmldom {
 
 /// The node before `node`, which has a parent and is not its first child; borrowed. Null when the
 /// parent does not list `node` among its children.
-/// Effects: the thread caches what was found, and when it goes backwards through long chains, marks
-/// on the way. Nothing is allocated.
+/// Effects: the thread caches what was found, and some of the nodes that a long search has passed,
+/// the marks, from which the next search begins. Nothing is allocated.
 /// Cost: constant close to the first child, close behind what the thread found last, and for the
 /// last child whose place is cached; going backwards, the logarithm of the number of children on
 /// average; otherwise linear in the siblings before `node`.

@@ -8,8 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// What a thread has cached of nodes, and until when the cached pointers may be used. NodeCache.cpp
-// tells why that is so, also when a document passes from one thread to another.
+// What a thread has cached of nodes, and how long the cached pointers may be used. NodeCache.cpp
+// tells why they may, also when a document passes from one thread to another.
 
 namespace xmldom {
 
@@ -29,15 +29,16 @@ struct ChainEnd {
   CachedNode last;
 };
 
-/// Nodes of one chain from which the node before another can be found (ChainMarks.h).
+/// Nodes of one chain from which the node before another can be found (ChainMarks.h). `parent` and
+/// `first` are only compared.
 struct ChainMarks {
-  static const std::size_t kMost = 24;
+  static const std::size_t kMost = 24;  // marks
 
-  const IXMLDOMNode* parent;  // only compared, as the next
+  const IXMLDOMNode* parent;
   const IXMLDOMNode* first;
   unsigned long parentToken;
   CachedNode before;  // what was found last
-  std::size_t count;
+  std::size_t count;  // of marks
   CachedNode marks[kMost];
 };
 
@@ -57,7 +58,7 @@ struct OwnedChain {
 /// All that one thread has cached. An entry may be used only while its bit in `valid` is set and
 /// each of its nodes, the parent among them, is unchanged.
 struct NodeCache {
-  static const std::size_t kEnds = 8;
+  static const std::size_t kEnds = 8;             // the most chains whose ends are cached
   static const unsigned kMarksBit = 1u << kEnds;  // of `marks`; the bits of `ends` are below it
   static const unsigned kOwnedBit = kMarksBit << 1;
 
@@ -79,6 +80,7 @@ inline NodeCache& CacheOfThread() {
   return *cache;
 }
 
+/// The table of tokens has two to the power of this many elements.
 const int kIndexBits = 10;
 
 /// A token of the last change in each region of memory: that a node was destroyed or unlinked

@@ -13,7 +13,8 @@
 
 namespace xmldom {
 
-/// A walk of so many nodes is as quick as a look into the cache.
+/// A walk through this many nodes is as quick as a look into the cache, so shorter chains are not
+/// cached.
 const std::size_t kFewNodes = 16;
 
 /// The last node of the chain that starts at `head`, which must not be null, and whose nodes have

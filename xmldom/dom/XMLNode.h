@@ -75,12 +75,13 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   //
   // Applications may read the fields, and the members below write them. An application that changes
   // links or owners by hand must know two things, which no member can notice in constant time:
-  //  - The end of a long chain may be cached, and some of its nodes, from which the one before
-  //    another is found. Each is compared with its parent and with the links next to it. When an
-  //    application has cut links elsewhere in a chain by hand, and left the parent of what it cut
-  //    off, or the next sibling of a node that it took out, as they were, then a new node may be
-  //    linked behind the former last node, and a node that was cut off may still be found before
-  //    another. RecurseSetDocument makes the thread forget all that it has cached.
+  //  - Each thread caches the last nodes of some long chains, and nodes from which it finds the one
+  //    before another. It uses a cached node only while that names the parent of the chain, and a
+  //    cached last node only while the chain begins with the same node and the node before the last
+  //    links to it. So whoever cuts nodes off by hand must change the parent of each of them.
+  //    Otherwise a new node may be linked behind the former last node, and a node that was cut off
+  //    may be found before another. Where the parents have to stay, or there are none, call
+  //    RecurseSetDocument: it makes the thread forget all that it has cached.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
   //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been
@@ -149,10 +150,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   HRESULT get_nextSibling(IXMLDOMNode** out);
   /// Result: S_OK; S_FALSE for a first child and for a node without parent.
   /// Effects: throws a CLogException* when the parent does not list this node among its children,
-  /// as for an attribute. Cost: constant among the first children and for the last one, and close
-  /// behind the place among the same children where this thread looked for a previous sibling, or
-  /// edited, last; the logarithm of their number, on average, for those who go backwards; otherwise
-  /// linear in the preceding siblings.
+  /// as for an attribute. Cost: constant among the first children, for the last one while the end
+  /// of the chain is cached (see building, below), and close behind the place among the same
+  /// children where this thread looked for a previous sibling, or edited, last; going backwards,
+  /// the logarithm of their number on average; otherwise linear in the preceding siblings.
   HRESULT get_previousSibling(IXMLDOMNode** out);
   /// Asserts. Out: the name as a new BSTR, the caller's; null for a node without name.
   /// Result: S_OK.
@@ -211,8 +212,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Bad input: names must not be null.
   // Cost: constant when the end of the chain is cached, and when the chain is short; otherwise
   // linear in the chain. A thread caches the ends of up to 8 chains, those that it has added to or
-  // asked for the last child. It forgets an end when another such chain takes its slot, and when
-  // another thread has taken nodes out or destroyed some nearby in memory.
+  // asked for the last child. It forgets an end when another such chain takes its slot, when
+  // another thread has taken nodes out or destroyed some nearby in memory, and when it calls
+  // RecurseSetDocument or RecurseClearDocument.
 
   /// Links a node that hangs nowhere as last child. The node, its following siblings and all nodes
   /// below them, attributes aside, get this node's owner document.
@@ -397,8 +399,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // node. Effects: those of MatchQuery for each node that is tested.
 
   /// Result: a new list of all selected nodes, the caller's; never null.
-  /// Cost: no node is tested more often than the path has steps. The text of an element is read
-  /// once for all predicates, unless reading it logs or prints.
+  /// Cost: no node is tested more often than the path has steps. The text of an element with more
+  /// than a few nodes below it is read once for all predicates, unless reading it logs or prints.
   IXMLDOMNodeList* SelectNodes(const char* path);
   IXMLDOMNodeList* SelectNodes(_bstr_t path);
   /// Out: the list of SelectNodes. Result: S_OK, also for an empty list; E_ARGUMENT for a null

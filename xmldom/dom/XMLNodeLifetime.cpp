@@ -171,7 +171,7 @@ class Destroyed {
   }
 
   /// Counts the nodes that have been destroyed so far. To be called before code of an application
-  /// runs, which may read the counter, and do what is cached.
+  /// runs, which may read the counter and change what is cached.
   void Count() {
     m_region = xmldom::kNoRegion;
     xmldom::AddToCount(IXMLDOMNode::m_iObjCount, -m_number);

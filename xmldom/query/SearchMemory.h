@@ -7,7 +7,8 @@ class IXMLDOMNode;
 
 namespace xmldom {
 
-/// What a search in a path with dots records for a pair of a node and a step.
+/// What a search in a path with dots records for a pair of a node and a step. TextMemory uses
+/// `visit` alone, for a number of its own.
 struct SearchRecord {
   IXMLDOMNode* node;
   int step;

@@ -13,10 +13,11 @@ class IXMLDOMNode;
 namespace xmldom {
 
 /// The texts of elements that a query compares. Elements that a predicate names may be nested, and
-/// to collect the text of each anew would take the square of their depth in time. So the parts of a
-/// text that belong to elements below are remembered, for elements with more than a few nodes:
-/// those with less cost little, and there may be many. What logs or prints is never remembered,
-/// because it has to do so each time. Nothing may change in the tree while this exists.
+/// collecting the text of each anew would be quadratic in their depth. So reading a text also
+/// remembers where the texts of the elements below stand in it, for elements with more than a few
+/// nodes below them: the others cost little to read again, and there may be many. A text that is
+/// logged or printed is not remembered, because that has to happen each time. Nothing may change in
+/// the tree while this exists.
 class TextMemory {
  public:
   TextMemory();

@@ -42,7 +42,8 @@ class XPathSegments : public Stack<XPathSegment, 4> {
   XPathSegments() : m_texts(nullptr) {}
   ~XPathSegments();
 
-  /// Effects: std::bad_alloc when memory is out.
+  /// The texts of the elements with which the predicates are compared. Effects: std::bad_alloc when
+  /// memory is out.
   TextMemory& Texts() const;
 
  private:

@@ -65,7 +65,8 @@ inline std::string KeepBreaksInTags(const char* xml, const char* end) {
 
 /// Result: the XML of a node, as IXMLDOMNode::GetXML writes it, but with references for tabs and
 /// line ends in attribute values. A load leaves these characters as they are there, and the next
-/// one would read them as blanks. Empty for an attribute and for a text, which have no XML alone.
+/// one would read them as blanks. Empty for an attribute and for a text, which have no XML alone,
+/// and for a null node.
 /// Cost: that of GetXML, and linear in what is written.
 inline std::string Xml(ConstNodeArgument node) {
   if (!node || node->m_eNodeType == NODE_ATTRIBUTE || node->m_eNodeType == NODE_TEXT) {

@@ -17,8 +17,8 @@ namespace xmldom {
 /// comes late, behind elements with text of their own, is moved to the end of its group, in front
 /// of theirs. This is done in a buffer of the collector, where nobody can see it.
 ///
-/// The walk goes on plainly, with the group of a node before anything below the node, in three
-/// cases:
+/// From some place on, the walk takes the texts in the order of the result instead, the group of a
+/// node before anything below the node. This plain walk begins in three cases:
 ///   - A text would log an event or print a debug line, which shows all that stands before it.
 ///   - A text is empty. Whether there is a blank behind it depends on what stands before it.
 ///   - More has been moved than kMostMoves times what has been collected.
