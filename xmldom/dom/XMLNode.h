@@ -76,11 +76,13 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Applications may read the fields, and the members below write them. An application that changes
   // links or owners by hand must know two things, which no member can notice in constant time:
   //  - The end of a long chain may be cached, and some of its nodes, from which the one before
-  //    another is found. Each is compared with its parent and with the links next to it. When an
-  //    application has cut links elsewhere in a chain by hand, and left the parent of what it cut
-  //    off, or the next sibling of a node that it took out, as they were, then a new node may be
-  //    linked behind the former last node, and a node that was cut off may still be found before
-  //    another. RecurseSetDocument makes the thread forget all that it has cached.
+  //    another is found. Each is compared with its parent and with the links next to it, so that a
+  //    single node that was taken out by hand is not taken for one of the chain. When an
+  //    application has cut off several neighbours, and left their parent and their next siblings as
+  //    they were, then a new node may be linked behind the former last node, and a node that was
+  //    cut off may still be found before another. A node that still names a parent must not name a
+  //    next sibling that is gone. RecurseSetDocument makes the thread forget all that it has
+  //    cached.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
   //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been
