@@ -80,6 +80,33 @@ TEST_F(ChainMarks, Are_not_used_when_their_nodes_were_unlinked_by_hand_and_destr
   ExpectChain(0);
 }
 
+// What is taken out by hand may still name its parent and its next sibling.
+TEST_F(ChainMarks, Do_not_lead_to_a_single_node_that_was_taken_out_by_hand) {
+  for (int i = kChildren - 2; i > 0; --i) {
+    IXMLDOMNode* const next = m_children[Index(i + 1)];
+    for (bool isAskedBefore : {false, true}) {
+      if (isAskedBefore) {
+        EXPECT_EQ(m_children[Index(i)], Before(next));
+      }
+      m_children[Index(i - 1)]->m_pNextSibling = next;
+      ASSERT_EQ(m_children[Index(i - 1)], Before(next)) << i << isAskedBefore;
+      m_children[Index(i - 1)]->m_pNextSibling = m_children[Index(i)];
+    }
+  }
+}
+
+TEST_F(ChainMarks, Do_not_keep_a_node_in_its_chain_behind_one_that_was_taken_out_by_hand) {
+  IXMLDOMNode* const before = m_children[Index(kChildren - 21)];
+  const Node out(m_children[Index(kChildren - 20)]);
+  IXMLDOMNode* const behind = out->m_pNextSibling;
+  EXPECT_EQ(out.Get(), Before(behind));
+  before->m_pNextSibling = behind;
+  behind->AddRef();
+  Node removed;
+  EXPECT_EQ(S_OK, m_parent->removeChild(behind, removed.Out()));
+  EXPECT_EQ(m_children[Index(kChildren - 18)], before->m_pNextSibling);
+}
+
 TEST_F(ChainMarks, Are_not_used_when_another_thread_has_unlinked_their_nodes_by_hand) {
   InAnotherThread([this] {
     for (int i = kChildren - 30; i > 0; --i) {

@@ -34,6 +34,29 @@ TEST_F(NodeChain, A_last_child_that_became_the_last_by_a_removal_and_was_cut_off
   EXPECT_EQ(nullptr, cut->m_pNextSibling);
 }
 
+TEST_F(NodeChain, The_last_two_children_that_were_cut_off_get_no_sibling) {
+  for (const char* name : {"a", "b", "c"}) Add(name);
+  const Node last = Keep(Child(2));
+  const Node cut(Child(1));
+  Child(0)->m_pNextSibling = nullptr;
+  Add("d");
+  EXPECT_EQ("<p><a/><d/></p>", Xml(m_document));
+  EXPECT_EQ(nullptr, last->m_pNextSibling);
+}
+
+// It still names its parent and the last child.
+TEST_F(NodeChain, A_last_child_but_one_that_was_taken_out_is_not_before_the_last) {
+  for (const char* name : {"a", "b", "c"}) Add(name);
+  const Node out(Child(1));
+  Node last(Keep(Child(2)));
+  Child(0)->m_pNextSibling = Keep(last).Detach();
+  Node before;
+  EXPECT_EQ(S_OK, last->get_previousSibling(before.Out()));
+  EXPECT_EQ(Child(0), before.Get());
+  Add("d");
+  EXPECT_EQ("<p><a/><c/><d/></p>", Xml(m_document));
+}
+
 TEST_F(NodeChain, Children_that_were_cut_off_get_no_sibling) {
   Add("a");
   Node last = Keep(Child(0));

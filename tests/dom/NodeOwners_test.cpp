@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <vector>
+
 #include "harness/CompactXml.h"
 #include "harness/LinearTime.h"
 #include "harness/NodeFacts.h"
@@ -107,6 +109,27 @@ TEST_F(NodeOwners, Insertions_at_the_front_stay_cheap_after_one_that_was_not) {
       }
     });
     EXPECT_EQ(count + 2, root->CountChildNodes());
+    EXPECT_EQ("", NotOwnedBy(document, document));
+    return seconds;
+  });
+}
+
+TEST_F(NodeOwners, Insertions_in_turns_with_replacements_stay_cheap_after_one_that_was_not) {
+  ExpectLinearTime(kMany, [](int count) {
+    const Document document = Load("<a>" + Repeat("<b/>", count) + "</a>");
+    IXMLDOMNode* root = Root(document);
+    At(root, {1})->RecurseSetDocument(document);
+    // To destroy one would make the next insertion visit all siblings again.
+    std::vector<XMLPtr<IXMLDOMNode>> replaced(static_cast<std::size_t>(count));
+    const double seconds = OnSmallStack([&] {
+      for (XMLPtr<IXMLDOMNode>& node : replaced) {
+        root->replaceChild(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT),
+                           root->m_pFirstChild, node.Out());
+        root->insertBefore(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT),
+                           root->m_pFirstChild, nullptr);
+      }
+    });
+    EXPECT_EQ(2 * count, root->CountChildNodes());
     EXPECT_EQ("", NotOwnedBy(document, document));
     return seconds;
   });

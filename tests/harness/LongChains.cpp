@@ -55,6 +55,8 @@ std::string LongChains::Step() {
       &LongChains::UnlinkByHand,
       &LongChains::UnlinkByHand,
       &LongChains::UnlinkByHandAndKeep,
+      &LongChains::TakeOutByHandForAWhile,
+      &LongChains::TakeOutByHandForAWhile,
       &LongChains::InsertByHand,
       &LongChains::MoveTailByHand,
       &LongChains::ReverseByHand,
@@ -412,6 +414,31 @@ std::string LongChains::UnlinkByHandAndKeep() {
   node->m_pNextSibling = nullptr;
   m_kept.push_back(xmldom::Adopt(node));
   return "an unlinking by hand of a node that stays";
+}
+
+/// A single node is out of its chain for some calls, and goes on naming parent and next sibling.
+std::string LongChains::TakeOutByHandForAWhile() {
+  Chain& chain = AnyChain();
+  const Place place = AnyPlace(chain);
+  if (place == chain.children.begin() || place + 1 == chain.children.end()) return "nothing";
+  const std::size_t position = static_cast<std::size_t>(place - chain.children.begin());
+  const Node node(*place);
+  IXMLDOMNode* const next = node->m_pNextSibling;
+  if (Below(2) == 0) Ask(chain, place + 1);
+  (*(place - 1))->m_pNextSibling = next;
+  next->AddRef();
+  chain.children.erase(place);
+  for (int i = Below(20); i >= 0 && position < chain.children.size(); --i) {
+    const Place behind = chain.children.begin() + static_cast<std::ptrdiff_t>(position);
+    Ask(chain, Below(2) == 0 ? behind : AnyPlace(chain));
+    if (Below(4) == 0) Insert(chain, behind, NewChild());
+    if (Below(4) == 0) Insert(chain, chain.children.end(), NewChild());
+    if (Below(4) == 0) TakeOut(chain, AnyPlace(chain))->RealRelease();
+  }
+  node->m_pNextSibling = nullptr;
+  node->m_pParent = nullptr;
+  next->RealRelease();
+  return "a node out of its chain for a while";
 }
 
 /// Builds something beside the chains and destroys it.

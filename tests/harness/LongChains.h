@@ -72,6 +72,7 @@ class LongChains {
   std::string PutBack();
   std::string Outlive();
   std::string UnlinkByHandAndKeep();
+  std::string TakeOutByHandForAWhile();
   std::string DestroyOwn();
 
   std::mt19937 m_random;

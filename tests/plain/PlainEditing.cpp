@@ -34,13 +34,13 @@ void Detach(IXMLDOMNode* node) {
   Release(node->m_pNextSibling);
 }
 
-IXMLDOMNode* GetPreviousSibling(IXMLDOMNode* node, const char* where) {
-  IXMLDOMNode* previous = nullptr;
-  if (node->get_previousSibling(&previous) != S_OK) {
-    throw Exception(where, "get_previousSibling failed", nullptr);
+/// The node before one that is not the first child of its parent.
+IXMLDOMNode* GetPreviousSibling(const IXMLDOMNode* node) {
+  for (IXMLDOMNode* previous = node->m_pParent->m_pFirstChild; previous != nullptr;
+       previous = previous->m_pNextSibling) {
+    if (previous->m_pNextSibling == node) return previous;
   }
-  previous->RealRelease();
-  return previous;
+  throw Exception("IXMLDOMNode::get_previousSibling", "Call failed, no previous sibling", nullptr);
 }
 
 }  // namespace
@@ -50,8 +50,7 @@ void RemoveNodeFromTree(IXMLDOMNode* node) {
   if (node->m_pParent->m_pFirstChild == node) {
     node->m_pParent->m_pFirstChild = node->m_pNextSibling;
   } else {
-    GetPreviousSibling(node, "IXMLDOMNode::RemoveNodeFromTree")->m_pNextSibling =
-        node->m_pNextSibling;
+    GetPreviousSibling(node)->m_pNextSibling = node->m_pNextSibling;
   }
   node->m_pOwnerDocument = nullptr;
   node->m_pNextSibling = nullptr;
@@ -106,7 +105,7 @@ HRESULT replaceChild(IXMLDOMNode* node, IXMLDOMNode* newChild, IXMLDOMNode* oldC
     if (node->m_pFirstChild == oldChild) {
       node->m_pFirstChild = moved;
     } else {
-      GetPreviousSibling(oldChild, "IXMLDOMNode::replaceChild")->m_pNextSibling = moved;
+      GetPreviousSibling(oldChild)->m_pNextSibling = moved;
     }
     moved->m_pNextSibling = oldChild->m_pNextSibling;
     moved->m_pParent = node;

@@ -2,10 +2,14 @@
 #include <xmldom/parse/XMLSax.h>
 #include <xmldom/xmldom.h>
 
+#include <vector>
+
 #include "harness/CompactXml.h"
 #include "harness/LoadOutcome.h"
 #include "harness/Trees.h"
 #include "plain/PlainBuilder.h"
+#include "plain/PlainSelection.h"
+#include "plain/PlainText.h"
 #include "soak/Cases.h"
 #include "soak/Forest.h"
 #include "soak/RandomDocuments.h"
@@ -99,6 +103,36 @@ std::string LoadFileRandomly(Random random, Observer&) {
   return difference.empty() ? "" : text + "\n" + difference;
 }
 
+/// Reads and compares the texts of a document that was loaded in any encoding.
+std::string ReadLoaded(Random random, Observer& observer) {
+  std::string text = AnyDocument(random);
+  if (random.OneIn(2)) text = Widened(text, random.OneIn(2));
+  const Document document = NewDocument();
+  CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+  LoadText(document, text);
+  observer.Resume();
+  static const char* const kPaths[] = {"//*[*=", "//a[b=", "*/*[c=", "//*[@m=", "//b[*/*="};
+  static const char* const kLiterals[] = {"'x']", "'\xc3\xa9']", "1]", "'x<y']", "'']"};
+  const std::string path = std::string(random.OneOf(kPaths)) + random.OneOf(kLiterals);
+  SwitchDebugLines(random.OneIn(2), observer);
+  const auto run = [&](bool library) {
+    return observer.Observe([&](std::string& results) {
+      results += TakeHeap(library ? document->GetTextAsStr() : plain::GetTextAsStr(document));
+      std::vector<IXMLDOMNode*> nodes;
+      if (library) {
+        const Ref<IXMLDOMNodeList> list(document->SelectNodes(path.c_str()));
+        for (int i = 0; i < list->m_nCount; ++i) nodes.push_back(Node(list->GetItem(i)));
+      } else {
+        nodes = plain::SelectNodes(document, path.c_str());
+      }
+      for (IXMLDOMNode* node : nodes) results += "\n" + XmlOf(node);
+    });
+  };
+  const std::string difference = Difference(run(true), run(false));
+  SwitchDebugLines(true, observer);
+  return difference.empty() ? "" : text + "\n" + path + "\n" + difference;
+}
+
 /// Feeds a builder piece by piece, in any encoding: its handlers are then called outside a load.
 std::string FeedRandomly(Random random, Observer& observer) {
   std::string text = AnyDocument(random);
@@ -148,6 +182,10 @@ std::string FeedRandomly(Random random, Observer& observer) {
 TEST(SoakLoading, Documents_are_built_as_by_a_plain_builder) { RunCases("loading", LoadRandomly); }
 
 TEST(SoakLoading, Pieces_are_built_as_by_a_plain_builder) { RunCases("feeding", FeedRandomly); }
+
+TEST(SoakLoading, Texts_are_read_as_plainly_whatever_the_encoding) {
+  RunCases("texts of loads", ReadLoaded);
+}
 
 TEST(SoakLoading, A_file_is_loaded_as_its_text) { RunCases("files", LoadFileRandomly); }
 

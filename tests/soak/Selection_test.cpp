@@ -7,6 +7,7 @@
 #include "soak/Cases.h"
 #include "soak/Forest.h"
 #include "soak/RandomPaths.h"
+#include "soak/RandomTexts.h"
 
 namespace {
 
@@ -74,26 +75,6 @@ std::string SelectRandomly(Random random, Observer& observer) {
   return difference.empty() ? "" : "path " + path + "\n" + difference;
 }
 
-/// Grows a tree that is deep, with many nodes beside its longest branch.
-void NestTexts(IXMLDOMNode* root, Random& random) {
-  static const char* const kNames[] = {"a", "a", "a", "b"};
-  static const char* const kTexts[] = {"x", "1", " 1b", "x", " ", "&#32;", "x&lt;"};
-  static const char* const kOddTexts[] = {"", "&#0;", "&foo;"};
-  std::vector<IXMLDOMNode*> open = {root};
-  const int oneOddIn = random.OneIn(2) ? 1000 : 40;
-  const int oneTextIn = 1 + random.Below(12);
-  for (int nodes = random.Below(250); nodes > 0; --nodes) {
-    if (random.OneIn(oneTextIn)) {
-      const bool isOdd = random.OneIn(oneOddIn);
-      open.back()->AddTextChild(isOdd ? random.OneOf(kOddTexts) : random.OneOf(kTexts));
-    }
-    IXMLDOMNode* child = open.back()->AddChild(random.OneOf(kNames), nullptr);
-    child->RealRelease();
-    if (!random.OneIn(4)) open.push_back(child);
-    if (open.size() > 1 && random.OneIn(4)) open.pop_back();
-  }
-}
-
 /// Compares the texts of nested elements with that of one of them.
 std::string CompareNestedTexts(Random random, Observer& observer) {
   ForestShape shape;
@@ -104,6 +85,10 @@ std::string CompareNestedTexts(Random random, Observer& observer) {
   IXMLDOMNode* node = document->AddChild("a", nullptr);
   node->RealRelease();
   NestTexts(node, random);
+  forest.State();
+  for (int changes = random.OneIn(2) ? 0 : random.Below(6); changes > 0; --changes) {
+    forest.ChangeByHand(random, shape);
+  }
   SwitchDebugLines(random.OneIn(4), observer);
   for (int levels = random.Below(60); levels > 0 && node->m_pFirstChild != nullptr; --levels) {
     node = node->m_pFirstChild;

@@ -1,26 +1,15 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <vector>
 
 #include "harness/Trees.h"
 #include "plain/PlainText.h"
 #include "soak/Cases.h"
 #include "soak/Forest.h"
+#include "soak/RandomTexts.h"
 
 namespace {
-
-/// A text of pieces that begin, end or stand in references.
-std::string AnyPieces(Random& random) {
-  static const char* const kPieces[] = {
-      "&",  ";", "&",   ";", "#",  "lt", "a",  "amp",   "GT",  "q",  "apos", "x41",
-      "65", "0", "foo", " ", "&l", "&;", "&#", "55296", "233", "-1", "8364", "\xc3\xa9"};
-  std::string text;
-  for (int pieces = random.Below(12); pieces > 0; --pieces) text += random.OneOf(kPieces);
-  return text;
-}
 
 std::string TranslateRandomly(Random random, Observer& observer) {
   const std::string text = AnyPieces(random);
@@ -49,6 +38,7 @@ std::string ReadRandomly(Random random, Observer& observer) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
       const BufferResult collected(out, results);
+      observer.LookAtEvents([&] { return std::string(out.GetAsStr()); });
       if (!isEmpty) out.Write("-", 1);
       library ? node->GetTextHelper(out) : plain::GetTextHelper(node, out);
       results += TakeHeap(library ? node->GetTextAsStr() : plain::GetTextAsStr(node)) + "\n";
@@ -75,33 +65,6 @@ std::string ReadRandomly(Random random, Observer& observer) {
   return Difference(library + after + cut(true), run(false) + before + cut(false));
 }
 
-/// Long and short texts, some with references.
-std::string AnyLateText(Random& random, bool hasOddOnes) {
-  static const char* const kOddOnes[] = {"", "&#0;", "&foo;", "x &foo; y"};
-  if (hasOddOnes && random.OneIn(40)) return random.OneOf(kOddOnes);
-  std::string text = random.OneIn(4) ? " &amp;x" : "x";
-  text.append(static_cast<std::size_t>(random.Below(random.OneIn(20) ? 2000 : 8)), 'y');
-  return random.OneIn(8) ? text + "&#8364;" : text;
-}
-
-/// Hangs up to 200 nodes below each other, texts in front of elements and behind them.
-void GrowTexts(IXMLDOMNode* root, Random& random) {
-  std::vector<IXMLDOMNode*> open = {root};
-  const int step = 1 + random.Below(6);  // the more, the less deep
-  const bool hasOddOnes = random.OneIn(4);
-  for (int nodes = random.Below(200); nodes > 0; --nodes) {
-    if (random.OneIn(2)) {
-      open.back()->AddTextChild(AnyLateText(random, hasOddOnes).c_str());
-    } else if (random.Below(step) < 2) {
-      IXMLDOMNode* child = open.back()->AddChild(random.OneIn(2) ? "a" : "b", nullptr);
-      child->RealRelease();
-      open.push_back(child);
-    } else if (open.size() > 1) {
-      open.resize(open.size() - 1 - random.Below(static_cast<int>(open.size()) - 1));
-    }
-  }
-}
-
 std::string ReadManyRandomly(Random random, Observer& observer) {
   ForestShape shape;
   shape.nodes = 0;
@@ -110,15 +73,22 @@ std::string ReadManyRandomly(Random random, Observer& observer) {
   IXMLDOMNode* document = forest.At(0);
   IXMLDOMNode* root = document->AddChild("a", nullptr);
   root->RealRelease();
-  GrowTexts(root, random);
+  GrowLateTexts(root, random);
+  forest.State();
+  for (int changes = random.OneIn(2) ? 0 : random.Below(6); changes > 0; --changes) {
+    forest.ChangeByHand(random, shape);
+  }
   const bool prints = random.OneIn(4);
   const bool isEmpty = random.OneIn(2);
+  const bool isRewound = random.OneIn(8);
   SwitchDebugLines(prints, observer);
   const auto run = [&](bool library) {
     return observer.Observe([&](std::string& results) {
       CMemFile out(8);
       const BufferResult collected(out, results);
+      observer.LookAtEvents([&] { return std::string(out.GetAsStr()); });
       if (!isEmpty) out.Write("-", 1);
+      if (isRewound) out.m_uPosition = 0;
       library ? document->GetTextHelper(out) : plain::GetTextHelper(document, out);
       results += TakeHeap(library ? document->GetTextAsStr() : plain::GetTextAsStr(document));
     });

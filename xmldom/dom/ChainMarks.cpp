@@ -15,6 +15,11 @@
 // that a mark is in the chain: it exists (NodeCache.cpp), and it has the parent whose children are
 // searched. A member that takes a node out of a chain sets its parent to null.
 //
+// An application may take a node out by hand, and leave its parent and its next sibling as they
+// were. So nothing that is cached is taken for the wanted node unless another node of the chain
+// links to it: a mark only leads to the nodes behind it, and a place has the node before it. This
+// is right unless several neighbours were taken out.
+//
 // At places in random order, marks gain nothing: they spare as many steps as the searches cost that
 // begin at a mark behind the wanted node and find nothing.
 
@@ -30,34 +35,48 @@ namespace xmldom {
 
 namespace {
 
-/// Looks for the node before `node` from `place` on, among so many. Result: that node, or null.
-/// Out: where the search has ended; null behind the last of the chain.
-XMLDOM_NOINLINE IXMLDOMNode* Search(IXMLDOMNode*& place, const IXMLDOMNode* node,
-                                    std::size_t most) {
-  for (; place != nullptr && most != 0; --most, place = place->m_pNextSibling) {
-    if (place->m_pNextSibling == node) return place;
+/// A node of the chain, and the one before it; null when that is not known.
+struct Place {
+  IXMLDOMNode* prior;
+  IXMLDOMNode* node;
+};
+
+/// Looks for the node before `node` from `place` on, among so many. Result: whether it was found.
+/// Out: `place` is where it was, or where the search has ended; its node is null behind the last.
+XMLDOM_NOINLINE bool Search(Place& place, const IXMLDOMNode* node, std::size_t most) {
+  IXMLDOMNode* prior = place.prior;
+  IXMLDOMNode* at = place.node;
+  bool isFound = false;
+  for (; at != nullptr && most != 0; --most) {
+    IXMLDOMNode* const next = at->m_pNextSibling;
+    isFound = next == node;
+    if (isFound) break;
+    prior = at;
+    at = next;
   }
-  return nullptr;
+  place = Place{prior, at};
+  return isFound;
 }
 
-/// Searches the children of `parent` from a cached node on, if that can be used.
-XMLDOM_NOINLINE IXMLDOMNode* SearchNear(const NodeCache& cache, const CachedNode& cached,
-                                        const IXMLDOMNode* parent, const IXMLDOMNode* node) {
-  if (!IsIn(cache, cached, parent)) return nullptr;
-  IXMLDOMNode* place = cached.node;
+/// Searches the children of `parent` from a cached place on, which may be null, if that can be
+/// used.
+XMLDOM_NOINLINE bool SearchNear(const NodeCache& cache, const CachedPlace* cached,
+                                const IXMLDOMNode* parent, const IXMLDOMNode* node, Place& place) {
+  if (cached == nullptr) return false;
+  place = Place{cached->prior.node, NodeAt(cache, *cached, parent)};
   return Search(place, node, kFewNodes);
 }
 
 /// Searches from `place` to the end of the chain, and leaves marks on the way.
-IXMLDOMNode* SearchAndMark(ChainMarks& marks, IXMLDOMNode* place, const IXMLDOMNode* node) {
+bool SearchAndMark(ChainMarks& marks, Place& place, const IXMLDOMNode* node) {
   const std::size_t old = marks.count;
   std::size_t distance = kFewNodes;
   for (;;) {
-    IXMLDOMNode* before = Search(place, node, distance);
-    if (place == nullptr || before != nullptr) return before;
+    if (Search(place, node, distance)) return true;
+    if (place.node == nullptr) return false;
     if (marks.count == ChainMarks::kMost) continue;
     CachedNode* level = marks.marks + old;
-    level[marks.count++ - old] = Cached(place);
+    level[marks.count++ - old] = Cached(place.node);
     if (marks.count - old == 4) {
       level[0] = level[1];
       level[1] = level[3];
@@ -79,39 +98,40 @@ IXMLDOMNode* FindBefore(IXMLDOMNode* node) {
     marks.parent = parent;
     marks.first = first;
     marks.parentToken = TokenOf(parent);
-    marks.before.node = nullptr;
+    marks.before = CachedPlace();
     marks.count = 0;
     cache.valid |= NodeCache::kMarksBit;
   }
-  IXMLDOMNode* before = nullptr;
+  Place place = {nullptr, first};
+  bool isFound = false;
   // Whoever goes backwards asks for the node before the one that was found last: these places would
   // not lead to it any sooner.
-  if (node != marks.before.node) {
-    before = SearchNear(cache, marks.before, parent, node);
-    if (before == nullptr) {
-      IXMLDOMNode* place = first;
-      before = Search(place, node, kFewNodes);
+  if (node != marks.before.node.node) {
+    isFound = SearchNear(cache, &marks.before, parent, node, place);
+    if (!isFound) {
+      place = Place{nullptr, first};
       // Not cached: somebody who goes backwards further on still needs what was found last there.
-      if (before != nullptr) return before;
-      before = SearchNear(cache, BeforeEnd(parent), parent, node);
+      if (Search(place, node, kFewNodes)) return place.node;
+      isFound = SearchNear(cache, BeforeEnd(parent), parent, node, place);
     }
   }
-  while (before == nullptr) {
-    IXMLDOMNode* start = first;
+  while (!isFound) {
+    place = Place{nullptr, first};
     for (; marks.count != 0; --marks.count) {
       const CachedNode& mark = marks.marks[marks.count - 1];
-      if (mark.node != node && IsIn(cache, mark, parent)) {
-        start = mark.node;
+      if (mark.node != node && IsIn(cache, mark, parent) && mark.node->m_pNextSibling != node) {
+        place.node = mark.node;
         break;
       }
     }
-    before = SearchAndMark(marks, start, node);
-    if (before != nullptr) break;
+    const bool isWhole = place.node == first;
+    isFound = SearchAndMark(marks, place, node);
+    if (isFound) break;
     marks.count = 0;
-    if (start == first) return nullptr;
+    if (isWhole) return nullptr;
   }
-  marks.before = Cached(before);
-  return before;
+  marks.before = CachedPlace{Cached(place.prior), Cached(place.node)};
+  return place.node;
 }
 
 IXMLDOMNode* PreviousOf(IXMLDOMNode* node) {

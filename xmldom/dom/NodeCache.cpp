@@ -75,19 +75,23 @@ inline bool IsWithin(const IXMLDOMNode* node, const void* address) {
          sizeof(IXMLDOMNode);
 }
 
+inline bool Has(const CachedPlace& place, const IXMLDOMNode* node) {
+  return place.prior.node == node || place.node.node == node;
+}
+
 /// Takes every pointer to a node out of the cache.
 XMLDOM_NOINLINE void TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
   unsigned left = cache.valid & (NodeCache::kMarksBit - 1);
   for (; left != 0; left &= left - 1) {
     const ChainEnd& end = cache.ends[__builtin_ctz(left)];
-    if (IsWithin(node, end.head) || end.first == node || end.previous.node == node ||
+    if (IsWithin(node, end.head) || end.first == node || Has(end.previous, node) ||
         end.last.node == node) {
       cache.valid &= ~(left & -left);
     }
   }
   ChainMarks& marks = cache.marks;
   if (marks.parent == node || marks.first == node) cache.valid &= ~NodeCache::kMarksBit;
-  if (marks.before.node == node) marks.before.node = nullptr;
+  if (Has(marks.before, node)) marks.before = CachedPlace();
   for (std::size_t i = 0; i < marks.count; ++i) {
     if (marks.marks[i].node == node) marks.marks[i].node = nullptr;
   }
@@ -97,6 +101,12 @@ XMLDOM_NOINLINE void TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
 
 bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent) {
   return cached.node != nullptr && IsUnchanged(cache, cached) && cached.node->m_pParent == parent;
+}
+
+IXMLDOMNode* NodeAt(const NodeCache& cache, const CachedPlace& place, const IXMLDOMNode* parent) {
+  const bool isLinked = place.prior.node != nullptr && IsUnchanged(cache, place.prior) &&
+                        place.prior.node->m_pNextSibling == place.node.node;
+  return isLinked && IsIn(cache, place.node, parent) ? place.node.node : nullptr;
 }
 
 XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) {

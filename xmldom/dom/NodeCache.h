@@ -19,13 +19,20 @@ struct CachedNode {
   unsigned long token;  // what TokenOf gave for it
 };
 
+/// A place in a chain: a node, and the one before it, whose link shows that an application has not
+/// taken the node out by hand. Either may be null.
+struct CachedPlace {
+  CachedNode prior;
+  CachedNode node;
+};
+
 /// The end of a chain, and its first node, which insertions and removals at the front keep up to
 /// date. Only `previous` and `last` are dereferenced.
 struct ChainEnd {
   IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;
   unsigned long parentToken;
-  CachedNode previous;  // the node before the last; null when it is not known
+  CachedPlace previous;  // the node before the last
   CachedNode last;
 };
 
@@ -37,8 +44,8 @@ struct ChainMarks {
   const IXMLDOMNode* parent;
   const IXMLDOMNode* first;
   unsigned long parentToken;
-  CachedNode before;  // what was found last
-  std::size_t count;  // of marks
+  CachedPlace before;  // what was found last
+  std::size_t count;   // of marks
   CachedNode marks[kMost];
 };
 
@@ -133,6 +140,9 @@ inline bool IsUnchanged(const NodeCache& cache, const CachedNode& cached) {
 
 /// Whether a node can be used as one of the children of `parent`.
 bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent);
+
+/// The node of a place, when it can be used as one of the children of `parent`, or else null.
+IXMLDOMNode* NodeAt(const NodeCache& cache, const CachedPlace& place, const IXMLDOMNode* parent);
 
 inline CachedNode Cached(IXMLDOMNode* node) { return CachedNode{node, TokenOf(node)}; }
 

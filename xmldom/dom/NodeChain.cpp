@@ -41,10 +41,12 @@ bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* head,
     return false;
   }
   if (last == head) return true;
-  const bool isKnown = end.previous.node != nullptr && IsUnchanged(cache, end.previous) &&
-                       end.previous.node->m_pNextSibling == last;
-  if (!isKnown && parent != nullptr) end.previous = Cached(FindBefore(last));
-  return end.previous.node != nullptr && (isKnown || parent != nullptr);
+  const IXMLDOMNode* const previous = NodeAt(cache, end.previous, parent);
+  if (previous != nullptr && previous->m_pNextSibling == last) return true;
+  if (parent == nullptr || FindBefore(last) == nullptr) return false;
+  // Where the search has found it, unless that is among the first, or else some other place.
+  end.previous = cache.marks.before;
+  return true;
 }
 
 /// Finds the last node of a chain. Result: the entry that has it now; null for a short chain.
@@ -53,23 +55,27 @@ ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent, IXMLDOMNode*& las
   const std::size_t slot = SlotOf(&head);
   ChainEnd& end = cache.ends[slot];
   last = head;
+  IXMLDOMNode* prior = nullptr;
+  IXMLDOMNode* previous = nullptr;
   std::size_t steps = 0;
   if (IsOf(cache, slot, &head)) {
     if (IsRight(cache, end, head, parent)) {
       last = end.last.node;
       if (last->m_pNextSibling == nullptr) return &end;
+      previous = NodeAt(cache, end.previous, parent);
       steps = kFewNodes;
     } else {
       cache.valid &= ~(1u << slot);
     }
   }
-  IXMLDOMNode* previous = nullptr;
   for (; last->m_pNextSibling != nullptr; ++steps) {
+    prior = previous;
     previous = last;
     last = last->m_pNextSibling;
   }
   if (steps < kFewNodes) return nullptr;
-  end = ChainEnd{&head, head, TokenOf(parent), Cached(previous), Cached(last)};
+  const CachedPlace place = {Cached(prior), Cached(previous)};
+  end = ChainEnd{&head, head, TokenOf(parent), place, Cached(last)};
   cache.valid |= 1u << slot;
   return &end;
 }
@@ -95,18 +101,18 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
   ChainEnd* end = EndOf(head, node->m_pParent, last);
   last->m_pNextSibling = node;
   if (end == nullptr) return;
-  end->previous = end->last;
+  end->previous = CachedPlace{end->previous.node, end->last};
   end->last = Cached(node);
 }
 
-CachedNode BeforeEnd(IXMLDOMNode* parent) {
+const CachedPlace* BeforeEnd(IXMLDOMNode* parent) {
   const NodeCache& cache = CacheOfThread();
   IXMLDOMNode** const head = &parent->m_pFirstChild;
   const std::size_t slot = SlotOf(head);
   const ChainEnd& end = cache.ends[slot];
   // Another thread may have cut off all children, of which some may be left that name the parent.
   const bool isCurrent = IsOf(cache, slot, head) && IsUnchanged(cache, parent, end.parentToken);
-  return isCurrent ? end.previous : CachedNode{nullptr, 0};
+  return isCurrent ? &end.previous : nullptr;
 }
 
 void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node) {
@@ -129,7 +135,8 @@ void Unlink(IXMLDOMNode* before, IXMLDOMNode* node) {
   ChainEnd& end = CacheOfThread().ends[SlotOf(head)];
   if (end.head != head) return;
   if (end.last.node == node) end.last = Cached(before);
-  if (end.previous.node == node) end.previous.node = nullptr;
+  if (end.previous.prior.node == node) end.previous.prior = Cached(before);
+  if (end.previous.node.node == node) end.previous.node.node = nullptr;
 }
 
 }  // namespace xmldom

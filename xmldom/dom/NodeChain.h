@@ -24,9 +24,9 @@ const std::size_t kFewNodes = 16;
 /// chain takes its slot, or the thread forgets everything (NodeCache.h).
 IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent);
 
-/// The node before the last child of `parent`, as it is cached; it may be null, or not be right any
-/// more.
-CachedNode BeforeEnd(IXMLDOMNode* parent);
+/// The node before the last child of `parent`, as it is cached; it may not be right any more. Null
+/// when nothing is cached.
+const CachedPlace* BeforeEnd(IXMLDOMNode* parent);
 
 /// Links `node`, whose parent is set, at the end of the chain that starts at `head`. Cost: as for
 /// LastOfChain.

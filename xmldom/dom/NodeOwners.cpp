@@ -52,15 +52,6 @@ bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
          generation == chain.ownerGeneration;
 }
 
-/// Notes that `node`, the sibling `next` that follows it, if any, all behind and all below them
-/// have the owner.
-XMLDOM_COLD void CacheOwnedChain(const IXMLDOMNode* node, const IXMLDOMNode* next,
-                                 const IXMLDOMDocument2* owner) {
-  NodeCache& cache = g_nodeCache;
-  cache.owned = OwnedChain{node, next, owner, OwnerGeneration(), TokenOf(node), TokenOf(next)};
-  cache.valid |= NodeCache::kOwnedBit;
-}
-
 }  // namespace
 
 void NoteOwnersDiffer(const IXMLDOMNode* node) {
@@ -88,7 +79,15 @@ void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
     node->m_pNextSibling = next;
     SetOwners(node, owner);
   }
-  if (OwnerGeneration() != 0) CacheOwnedChain(node, next, owner);
+  if (OwnerGeneration() != 0) NoteOwned(node);
+}
+
+XMLDOM_COLD void NoteOwned(const IXMLDOMNode* node) {
+  const IXMLDOMNode* const next = node->m_pNextSibling;
+  NodeCache& cache = g_nodeCache;
+  cache.owned = OwnedChain{node,          next,         node->m_pOwnerDocument, OwnerGeneration(),
+                           TokenOf(node), TokenOf(next)};
+  cache.valid |= NodeCache::kOwnedBit;
 }
 
 }  // namespace xmldom

@@ -30,6 +30,10 @@ void NoteOwnersDiffer(const IXMLDOMNode* node);
 /// have the owner.
 void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner);
 
+/// Notes that a node which has just been linked, all that follow and all below them have one owner,
+/// attributes aside, so that the next insertion before the same siblings need not visit them.
+void NoteOwned(const IXMLDOMNode* node);
+
 }  // namespace xmldom
 
 #endif

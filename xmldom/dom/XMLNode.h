@@ -76,12 +76,13 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Applications may read the fields, and the members below write them. An application that changes
   // links or owners by hand must know two things, which no member can notice in constant time:
   //  - Each thread caches the last nodes of some long chains, and nodes from which it finds the one
-  //    before another. It uses a cached node only while that names the parent of the chain, and a
-  //    cached last node only while the chain begins with the same node and the node before the last
-  //    links to it. So whoever cuts nodes off by hand must change the parent of each of them.
-  //    Otherwise a new node may be linked behind the former last node, and a node that was cut off
-  //    may be found before another. Where the parents have to stay, or there are none, call
-  //    RecurseSetDocument: it makes the thread forget all that it has cached.
+  //    before another. It uses a cached node only while that names the parent of the chain, and
+  //    while another node of the chain links to it. So a single node may be taken out by hand, but
+  //    whoever cuts several neighbours off must change the parent of each of them. Otherwise a new
+  //    node may be linked behind the former last node, and a node that was cut off may be found
+  //    before another. A node that still names a parent must not name a next sibling that is gone.
+  //    Where the parents have to stay, or there are none, call RecurseSetDocument: it makes the
+  //    thread forget all that it has cached.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
   //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been

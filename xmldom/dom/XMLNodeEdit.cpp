@@ -166,6 +166,8 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     oldChild->m_pNextSibling = nullptr;
     oldChild->m_pParent = nullptr;
     xmldom::SetOwners(oldChild, nullptr);
+    // Taking `oldChild` out has made the thread forget this.
+    if (xmldom::OwnerGeneration() != 0) xmldom::NoteOwned(node);
     DropFollowers(followers.Detach(), this);
   }
   StoreIn(out, oldChild);
