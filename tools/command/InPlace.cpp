@@ -45,7 +45,7 @@ void InPlace::Check(const std::vector<std::string>& files) const {
 ExitStatus InPlace::Replace(const Input& input, const std::string& result) const {
   std::string reason;
   const ReplacementWay way = {m_suffix, m_how == kWrite};
-  if (ReplaceFile(*input.lock, input.text, result, way, reason)) return ExitStatus::kDone;
+  if (ReplaceFile(*input.lock, input.Bytes(), result, way, reason)) return ExitStatus::kDone;
   ComplainAbout(input.name, reason);
   return ExitStatus::kTrouble;
 }

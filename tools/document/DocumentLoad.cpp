@@ -57,11 +57,9 @@ XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem)
 bool DecodeUtf16(Input& input) {
   const SourceEncoding encoding(input.text);
   if (!encoding.IsUtf16()) return true;
-  std::string text;
   std::string reason;
-  const bool isDecoded = encoding.Decode(input.text, text, reason);
-  input.text.swap(text);
-  input.wasUtf16 = true;
+  input.utf16.swap(input.text);
+  const bool isDecoded = encoding.Decode(input.utf16, input.text, reason);
   if (!isDecoded) ComplainAt(input, input.text.size(), reason);
   return isDecoded;
 }

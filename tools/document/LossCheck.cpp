@@ -242,7 +242,7 @@ LossReport FindLoss(const std::string& text, Surroundings surroundings, Values v
 
 LossReport FindLoss(const Input& input, Surroundings surroundings, Values values) {
   LossFinder finder(input.text, surroundings, values);
-  if (input.wasUtf16) finder.ReportEncoding();
+  if (input.WasUtf16()) finder.ReportEncoding();
   return finder.Find();
 }
 

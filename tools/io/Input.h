@@ -14,8 +14,14 @@ class FileLock;
 struct Input {
   std::string name;  ///< As DisplayName gives it.
   std::string text;
-  bool wasUtf16 = false;  ///< Whether the text has been turned from UTF-16 into UTF-8.
+  /// The bytes that were read, when the text is UTF-8 made of UTF-16; else empty.
+  std::string utf16 = std::string();
   std::shared_ptr<const FileLock> lock = nullptr;  ///< Of a file that is going to be replaced.
+
+  bool WasUtf16() const { return !utf16.empty(); }
+
+  /// What the file holds.
+  const std::string& Bytes() const { return WasUtf16() ? utf16 : text; }
 };
 
 /// The name of an input in messages and results. `file` is an operand of the command line: the path
