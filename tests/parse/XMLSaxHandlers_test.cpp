@@ -9,9 +9,10 @@
 
 // The handlers, called by hand.
 
-TEST(XMLSaxHandlers, Ignore_text_and_ends_before_a_load) {
+TEST(XMLSaxHandlers, Ignore_everything_before_a_load) {
   const Document document = NewDocument();
   CXMLSax sax(document);
+  sax.OnStartElement("a", nullptr);
   sax.OnDefault("text", 4);
   sax.OnEndElement("a");
   EXPECT_EQ("", CompactXml(document));
@@ -33,6 +34,16 @@ TEST(XMLSaxHandlers, Put_an_element_under_the_innermost_open_one) {
   const char* attributes[] = {"v", "1<2", "w", "", nullptr};
   document->m_pSax->OnStartElement("c", attributes);
   EXPECT_EQ("<a><b><c v='1&lt;2' w=''/></b></a>", CompactXml(document));
+}
+
+TEST(XMLSaxHandlers, Put_an_element_there_without_attributes_too) {
+  const char* none[] = {nullptr};
+  for (const char** attributes : {static_cast<const char**>(nullptr), &none[0]}) {
+    const Document document = OpenDocument();
+    document->m_pSax->OnStartElement("c", attributes);
+    document->m_pSax->OnStartElement("d", attributes);
+    EXPECT_EQ("<a><b><c><d/></c></b></a>", CompactXml(document));
+  }
 }
 
 TEST(XMLSaxHandlers, Close_the_innermost_element_whatever_its_name) {

@@ -74,7 +74,7 @@ without_a_folder_packages_of_an_earlier_run_are_replaced() {
 
 readme_names_the_packages_that_scripts_install() {
   local list packages
-  for list in library tool tests clang libc++ armhf packages clean-root; do
+  for list in library tool tests clang libc++ coverage armhf packages clean-root; do
     packages=$(sed -n "s/^$list: //p" "$project/scripts/common/packages")
     [ -n "$packages" ] && grep -qF "\`$packages\`" "$project/README.md" && continue
     echo "  README.md does not name: $packages"

@@ -246,6 +246,13 @@ std::string Overrun(int passed, int required) {
 
 }  // namespace
 
+TEST(XMLNodeTextStringValue, Is_null_without_a_buffer_in_silence) {
+  const Document document = Load("<a>text</a>");
+  LogCapture log;
+  EXPECT_EQ(nullptr, Root(document)->GetStringValue(nullptr, 16));
+  EXPECT_TRUE(log.Events().empty());
+}
+
 TEST(XMLNodeTextStringValue, Copies_a_text_that_fits_in_silence) {
   const struct {
     const char* text;

@@ -32,8 +32,8 @@ class FileCommand : public Command {
   virtual void DeclareOptions(Arguments& arguments) = 0;
   /// Whether RunOn is going to replace the file, which then is locked before it is read.
   virtual bool ReplacesFiles() const { return false; }
-  /// Whether RunOn gets the bytes of the file as they are. Otherwise a file in UTF-16 is turned into
-  /// UTF-8 before.
+  /// Whether RunOn gets the bytes of the file as they are. Otherwise a file in UTF-16 is turned
+  /// into UTF-8 before.
   virtual bool KeepsEncoding() const { return false; }
   /// Reads a file and does the work on it. Result: the exit status for that file; kTrouble when it
   /// cannot be read, and a message then says why.

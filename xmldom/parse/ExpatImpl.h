@@ -76,15 +76,15 @@ template <class _T>
 class CExpatImpl {
  public:
   /// Makes the binding without a parser.
-  CExpatImpl() : m_p(NULL) {}
+  CExpatImpl() : m_p(nullptr) {}
 
   /// Makes the parser, which detects the encoding of a text itself, uses the memory functions of
   /// the C library and does not process namespaces. Installs the handlers for start tags, for end
   /// tags and for everything else, the last with internal entities expanded. Result: false when
   /// Expat could not make a parser; m_p is then null.
   bool CreateParser() {
-    m_p = XML_ParserCreate_MM(NULL, NULL, NULL);
-    if (m_p == NULL) return false;
+    m_p = XML_ParserCreate_MM(nullptr, nullptr, nullptr);
+    if (m_p == nullptr) return false;
     EnableElementHandler(true);
     EnableDefaultHandler(true, true);
     XML_SetUserData(m_p, static_cast<_T*>(this));
@@ -93,21 +93,24 @@ class CExpatImpl {
 
   /// Frees the parser; does nothing without one.
   void DestroyParser() {
-    if (m_p == NULL) return;
+    if (m_p == nullptr) return;
     XML_ParserFree(m_p);
-    m_p = NULL;
+    m_p = nullptr;
   }
+
+  // NULL stays in the assertions, whose messages show what it stands for.
+  // NOLINTBEGIN(modernize-use-nullptr)
 
   /// Installs the handler for start tags, or removes it.
   void EnableStartElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
-    XML_SetStartElementHandler(m_p, enable ? StartElementHandler : NULL);
+    XML_SetStartElementHandler(m_p, enable ? StartElementHandler : nullptr);
   }
 
   /// Installs the handler for end tags, or removes it.
   void EnableEndElementHandler(bool enable) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
-    XML_SetEndElementHandler(m_p, enable ? EndElementHandler : NULL);
+    XML_SetEndElementHandler(m_p, enable ? EndElementHandler : nullptr);
   }
 
   /// Installs both handlers for tags, or removes them.
@@ -123,9 +126,9 @@ class CExpatImpl {
   void EnableDefaultHandler(bool enable, bool expand) {
     XMLDOM_ASSERT_EXPANDED(m_p != NULL);
     if (expand) {
-      XML_SetDefaultHandlerExpand(m_p, enable ? DefaultHandler : NULL);
+      XML_SetDefaultHandlerExpand(m_p, enable ? DefaultHandler : nullptr);
     } else {
-      XML_SetDefaultHandler(m_p, enable ? DefaultHandler : NULL);
+      XML_SetDefaultHandler(m_p, enable ? DefaultHandler : nullptr);
     }
   }
 
@@ -177,6 +180,8 @@ class CExpatImpl {
     return XML_GetInputContext(m_p, offset, size);
   }
 
+  // NOLINTEND(modernize-use-nullptr)
+
   /// The trampoline for start tags: calls OnStartElement of the handler object, which `userData`
   /// points to. `attributes` is name, value, name, value, ..., null.
   static void StartElementHandler(void* userData, const char* name, const char** attributes) {
@@ -209,7 +214,7 @@ class CExpatImpl {
     // it is asked for one. Asked now, while the text lives, it remembers the answer.
     int offset = 0;
     int size = 0;
-    if (XML_GetInputContext(m_p, &offset, &size) == NULL) XML_GetCurrentLineNumber(m_p);
+    if (XML_GetInputContext(m_p, &offset, &size) == nullptr) XML_GetCurrentLineNumber(m_p);
 #ifdef __cpp_exceptions
     if (run.HasKept()) {
       XML_SetUserData(m_p, static_cast<_T*>(this));

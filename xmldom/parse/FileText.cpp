@@ -58,7 +58,7 @@ std::size_t FileText::Length() const {
 void FileText::Reserve(std::size_t capacity) {
   char* own = static_cast<char*>(std::realloc(m_own, capacity));
   if (own == nullptr) throw std::bad_alloc();
-  if (m_own == nullptr && m_length != 0) std::memcpy(own, m_text, m_length);
+  if (m_own == nullptr && m_text != nullptr) std::memcpy(own, m_text, m_length);
   m_own = m_text = own;
   m_capacity = capacity;
 }

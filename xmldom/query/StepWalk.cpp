@@ -64,7 +64,8 @@ IXMLDOMNodeListElt* AddBehind(IXMLDOMNodeListElt* place, IXMLDOMNode* node, IXML
   if (place == end) {
     *last = link;
   } else {
-    end->m_pNext = nullptr;
+    // Where there is no link yet, there is no place but that of the first.
+    end->m_pNext = nullptr;  // NOLINT(clang-analyzer-core.NullDereference)
     list->m_pTail = end;
     IXMLDOMNodeListElt*& next = place == nullptr ? list->m_pHead : place->m_pNext;
     link->m_pNext = next;

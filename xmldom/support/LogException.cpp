@@ -61,7 +61,8 @@ CLogException* ExceptionF(const char* where, const char* format, ...) {
   CMemFile message(256);
   va_list arguments;
   va_start(arguments, format);
-  const xmldom::ArgumentListEnd end = {arguments};
+  // What ends the list is the destructor.
+  const xmldom::ArgumentListEnd end = {arguments};  // NOLINT(clang-analyzer-deadcode.DeadStores)
   message.WriteFV(format, arguments);
   throw new CLogException(where, message.GetAsStr(), nullptr);
 }
