@@ -9,6 +9,14 @@ if(XMLDOM_SANITIZE)
     # sanitizer's own checks still see every other null access.
     list(APPEND XMLDOM_SANITIZE_FLAGS -fno-sanitize=null,vptr -fno-sanitize-recover=undefined)
   endif()
+  if("integer" IN_LIST XMLDOM_SANITIZE)
+    # Programs that were built without the sanitizer load these libraries, which therefore bring its
+    # runtime with them, from the compiler's own folder.
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-runtime-dir
+      OUTPUT_VARIABLE runtime_folder OUTPUT_STRIP_TRAILING_WHITESPACE)
+    list(APPEND CMAKE_BUILD_RPATH ${runtime_folder})
+    list(APPEND XMLDOM_SANITIZE_FLAGS -fno-sanitize-recover=all -shared-libsan)
+  endif()
 endif()
 
 # Lets a target that is installed be the same, byte by byte, wherever and whenever it is built: in

@@ -4,6 +4,7 @@
 
 #include <tools/document/DocumentShape.h>
 
+#include <xmldom/base/WrapAround.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <algorithm>
@@ -11,6 +12,14 @@
 #include <cstring>
 
 namespace tool {
+
+namespace {
+
+XMLDOM_WRAPS_AROUND void Mix(std::uint64_t& hash, std::uint64_t value) {
+  hash = (hash ^ value) * 1099511628211u;
+}
+
+}  // namespace
 
 bool DocumentShape::Key::operator==(const Key& other) const {
   return parent == other.parent && isAttribute == other.isAttribute &&
@@ -20,10 +29,9 @@ bool DocumentShape::Key::operator==(const Key& other) const {
 std::size_t DocumentShape::KeyHash::operator()(const Key& key) const {
   // FNV-1a, of the parent and the kind of name first and then of the bytes of the name.
   std::uint64_t hash = 14695981039346656037u;
-  const auto mix = [&hash](std::uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
-  mix(key.parent);
-  mix(key.isAttribute);
-  for (const char* c = key.name; *c != '\0'; ++c) mix(static_cast<unsigned char>(*c));
+  Mix(hash, key.parent);
+  Mix(hash, key.isAttribute);
+  for (const char* c = key.name; *c != '\0'; ++c) Mix(hash, static_cast<unsigned char>(*c));
   return static_cast<std::size_t>(hash);
 }
 

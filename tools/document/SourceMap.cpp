@@ -8,6 +8,7 @@
 #include <tools/document/SpaceAttribute.h>
 #include <tools/document/StartTag.h>
 
+#include <xmldom/base/WrapAround.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/parse/ExpatImpl.h>
 
@@ -294,7 +295,7 @@ const SourcePlace* SourceMap::Find(const IXMLDOMNode* node) const {
 }
 
 /// The slot that holds the number of the entry of `node`, or the free one where it belongs.
-std::size_t SourceMap::SlotOf(const IXMLDOMNode* node) const {
+XMLDOM_WRAPS_AROUND std::size_t SourceMap::SlotOf(const IXMLDOMNode* node) const {
   // The high bits of the product depend on all bits of the address.
   const std::uint64_t product =
       static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(node)) * 0x9E3779B97F4A7C15u;

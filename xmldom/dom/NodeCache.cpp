@@ -69,8 +69,9 @@ inline void Enter(NodeCache& cache, const IXMLDOMNode* node) {
   --cache.token;
 }
 
-/// Whether an address is that of a node or of a field of it.
-inline bool IsWithin(const IXMLDOMNode* node, const void* address) {
+/// Whether an address is that of a node or of a field of it. The difference to an address before
+/// the node is large.
+XMLDOM_WRAPS_AROUND inline bool IsWithin(const IXMLDOMNode* node, const void* address) {
   return reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(node) <
          sizeof(IXMLDOMNode);
 }
@@ -83,10 +84,11 @@ inline bool Has(const CachedPlace& place, const IXMLDOMNode* node) {
 XMLDOM_NOINLINE void TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
   unsigned left = cache.valid & (NodeCache::kMarksBit - 1);
   for (; left != 0; left &= left - 1) {
-    const ChainEnd& end = cache.ends[__builtin_ctz(left)];
+    const int index = __builtin_ctz(left);
+    const ChainEnd& end = cache.ends[index];
     if (IsWithin(node, end.head) || end.first == node || Has(end.previous, node) ||
         end.last.node == node) {
-      cache.valid &= ~(left & -left);
+      cache.valid &= ~(1u << index);
     }
   }
   ChainMarks& marks = cache.marks;

@@ -2,6 +2,7 @@
 #define XMLDOM_DOM_NODECACHE_H
 
 #include <xmldom/base/Export.h>
+#include <xmldom/base/WrapAround.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <climits>
@@ -118,7 +119,8 @@ const std::uintptr_t kNoRegion = ~static_cast<std::uintptr_t>(0);
 
 /// The element for a node's region. The heaps of different threads begin at multiples of one power
 /// of two; the multiplication spreads them over the table.
-__attribute__((always_inline)) inline unsigned long& ElementOf(const IXMLDOMNode* node) {
+XMLDOM_WRAPS_AROUND __attribute__((always_inline)) inline unsigned long& ElementOf(
+    const IXMLDOMNode* node) {
   return g_aulTokens[static_cast<std::uint32_t>(RegionOf(node)) * 0x9E3779B1u >> (32 - kIndexBits)];
 }
 

@@ -4,6 +4,7 @@
 
 #include <xmldom/query/SearchMemory.h>
 
+#include <xmldom/base/WrapAround.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <cstdlib>
@@ -17,7 +18,7 @@ const std::size_t kFirstCapacity = 64;
 
 /// The addresses of nodes differ in a few middle bits. The product spreads these to the upper half,
 /// and the shift brings them to the lowest bits, which choose the slot.
-std::size_t Hash(IXMLDOMNode* node, int step) {
+XMLDOM_WRAPS_AROUND std::size_t Hash(IXMLDOMNode* node, int step) {
   const std::size_t factor = static_cast<std::size_t>(0x9E3779B97F4A7C15ull);
   const std::size_t key = reinterpret_cast<std::size_t>(node) / alignof(IXMLDOMNode) +
                           static_cast<std::size_t>(step) * 0x85EBCA6Bu;

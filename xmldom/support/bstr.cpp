@@ -5,6 +5,7 @@
 
 #include <xmldom/base/LiveCount.h>
 
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -21,9 +22,8 @@ BSTR SysAllocString(const char* text) {
 
 BSTR SysAllocStringLen(const char* text, unsigned long length) {
   if (text == nullptr) return nullptr;
-  const unsigned long size = length + 1;  // 0 for the largest length
-  if (size == 0) throw std::bad_alloc();
-  BSTR copy = static_cast<BSTR>(std::malloc(size));
+  if (length == ULONG_MAX) throw std::bad_alloc();
+  BSTR copy = static_cast<BSTR>(std::malloc(length + 1));
   if (copy == nullptr) throw std::bad_alloc();
   std::memcpy(copy, text, length);
   copy[length] = '\0';
