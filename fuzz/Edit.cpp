@@ -1,10 +1,11 @@
-// Bytes that name edits, one after the other, on one document; what comes out is written, loaded
-// again and compared.
+// Bytes that name edits, one after the other, on one document; what comes out is asked for all that
+// it holds, written, loaded again and compared.
 
 #include <cstdint>
 
 #include "fuzz/Check.h"
 #include "fuzz/Input.h"
+#include "fuzz/Questions.h"
 #include "fuzz/Trees.h"
 
 using fuzz::Document;
@@ -14,6 +15,7 @@ namespace {
 
 const char* const kNames[] = {"a", "b", "c", "n:d", "e-f"};
 const char* const kValues[] = {"v", "1 &amp; 2", "&#65;&lt;", " x ", "]]", "<![CDATA[ ]]>"};
+const char* const kTexts[] = {"", "v", " ", "<&>\"'", "]]>", "\t\r\n x", "\xc3\xa9", "\x01"};
 const char* const kPaths[] = {"/",     "/a",   "/a/b",         "//c",  "//b[@a='v']", "*",
                               "//b/.", "a/..", "//*[b='v']/c", "none", "/*",          "//e-f"};
 const char* const kFragments[] = {"<b/>",
@@ -41,6 +43,12 @@ enum Choice : unsigned int {
   APPEND,
   INSERT,
   REPLACE,
+  STORE_TEXT,
+  STORE_ATTRIBUTE,
+  ADD_ELEMENT,
+  APPEND_NEW,
+  TAKE_OUT,
+  REMOVE_IN_LOOP,
   CHOICES
 };
 
@@ -61,8 +69,12 @@ class Editing {
       EditAtPath(choice);
     } else if (choice <= SET_ATTRIBUTE) {
       Grow(choice);
-    } else {
+    } else if (choice <= REPLACE) {
       Move(choice);
+    } else if (choice <= ADD_ELEMENT) {
+      Store(choice);
+    } else {
+      MoveByHand(choice);
     }
     DropLeftReferences();
   }
@@ -124,6 +136,63 @@ class Editing {
     if (out != nullptr && out != moved) m_removed.push_back(xmldom::Adopt(out));
   }
 
+  /// What is stored is read back the same; what is refused changes nothing.
+  void Store(Choice choice) {
+    IXMLDOMNode* node = AnyElement();
+    if (node == nullptr) return;
+    const std::string name = m_input.OneOfOrAny(kNames);
+    if (choice == ADD_ELEMENT) {
+      const std::string text = xmldom::Text(node);
+      const XMLPtr<IXMLDOMNode> added = xmldom::AddElement(node, name.c_str());
+      FUZZ_CHECK((added != nullptr) == xmldom::IsXmlName(name.c_str()));
+      FUZZ_CHECK(xmldom::Text(node) == text);
+      return;
+    }
+    const std::string text = m_input.OneOfOrAny(kTexts);
+    const std::string before = fuzz::XmlOf(node);
+    const bool isAttribute = choice == STORE_ATTRIBUTE;
+    const bool hadAttribute = isAttribute && xmldom::HasAttribute(node, name.c_str());
+    const xmldom::StoreResult result =
+        isAttribute ? xmldom::SetAttribute(node, name.c_str(), text) : xmldom::SetText(node, text);
+    if (result) {
+      const bool isText = !isAttribute && node->CountChildNodes() == 0;
+      if (isText) FUZZ_CHECK(xmldom::Text(node) == text);
+      if (isAttribute) FUZZ_CHECK(xmldom::Attribute(node, name.c_str()) == text);
+      return;
+    }
+    FUZZ_CHECK(fuzz::XmlOf(node) == before);
+    FUZZ_CHECK(*result.Reason() != '\0' && result.offset <= text.size());
+    const bool isBadName = result.problem == xmldom::StoreResult::kNoName;
+    FUZZ_CHECK(isBadName ? !hadAttribute : xmldom::FindForbidden(text) == result.offset);
+  }
+
+  void MoveByHand(Choice choice) {
+    IXMLDOMNode* parent = AnyElement();
+    if (parent == nullptr) return;
+    if (choice == APPEND_NEW) {
+      VARIANT type;
+      VariantInit(&type);
+      type.vt = VT_I4;
+      type.lVal = NODE_ELEMENT;
+      std::string name = m_input.OneOf(kNames);
+      XMLPtr<IXMLDOMNode> created;
+      FUZZ_CHECK(m_document->createNode(type, &name[0], nullptr, created.Out()) == S_OK);
+      FUZZ_CHECK(parent->appendChild(created.Get(), nullptr) == S_OK);
+      created.Detach();
+    } else if (choice == TAKE_OUT) {
+      parent->RemoveNodeFromTree();
+      xmldom::Adopt(parent);
+    } else {
+      // A loop over the children may take any of them out.
+      const unsigned int which = m_input.Byte();
+      unsigned int at = 0;
+      for (const XMLPtr<IXMLDOMNode>& child : xmldom::Children(parent)) {
+        XMLPtr<IXMLDOMNode> removed;
+        if ((which >> (at++ % 8) & 1) != 0) parent->removeChild(child.Get(), removed.Out());
+      }
+    }
+  }
+
   /// An element of the document; null when it has none.
   IXMLDOMNode* AnyElement() {
     std::vector<IXMLDOMNode*> elements;
@@ -169,6 +238,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Input input(data, size);
   Editing editing(input);
   while (!input.IsEmpty()) editing.Step();
+  fuzz::AskAll(editing.Edited());
   if (HasOneRoot(editing.Edited())) {
     fuzz::CheckRewriting(editing.Edited());
   } else {

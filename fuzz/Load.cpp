@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "fuzz/Check.h"
+#include "fuzz/Questions.h"
 #include "fuzz/Trees.h"
 
 using fuzz::Document;
@@ -37,11 +38,8 @@ void Read(const Document& document) {
   xmldom::AdoptBstr(document->GetTextAsBSTR());
   document->GetMaskedXML();
   document->GetFilteredXML("/", 1, 2, 1, 2, "<row/>");
+  fuzz::AskAll(document);
   for (IXMLDOMNode* node : fuzz::NodesOf(document.Get())) {
-    VARIANT value;
-    VariantInit(&value);
-    FUZZ_CHECK(node->get_nodeTypedValue(&value) == S_OK);
-    VariantClear(&value);
     CMemFile path(64);
     node->GetPathToNode(path);
   }
@@ -58,6 +56,26 @@ bool HasOddBlank(const Document& document) {
   return false;
 }
 
+/// The calls that give owners as results say the same.
+void LoadWithOwners(const std::string& text, const Document& document, const std::string& path) {
+  const xmldom::LoadResult fromText = xmldom::LoadText(text);
+  const xmldom::LoadResult fromFile = xmldom::LoadFile(path);
+  const bool parsed = static_cast<bool>(fromFile);
+  FUZZ_CHECK(parsed != static_cast<bool>(fromFile.error) && !fromFile.error.system);
+  const bool holdsNul = text.find('\0') != text.npos;
+  FUZZ_CHECK(static_cast<bool>(fromText) == (parsed && !holdsNul));
+  FUZZ_CHECK(static_cast<bool>(fromText) != static_cast<bool>(fromText.error));
+  for (const xmldom::LoadError* error : {&fromText.error, &fromFile.error}) {
+    const std::string line = xmldom::OneLine(*error, 100);
+    FUZZ_CHECK(line.size() <= 100 && line.find('\n') == line.npos);
+    FUZZ_CHECK(line.empty() == error->reason.empty());
+  }
+  if (!parsed) return;
+  FUZZ_CHECK(fuzz::Equal(document.Get(), fromFile.document.Get()));
+  if (!HasOddBlank(document))
+    FUZZ_CHECK(xmldom::Xml(document.Get()) == fuzz::XmlOf(document.Get()));
+}
+
 void LoadAndRewrite(const std::string& text, Document::Layout layout) {
   const fuzz::BalanceCheck balance;
   Document document(layout);
@@ -71,6 +89,7 @@ void LoadAndRewrite(const std::string& text, Document::Layout layout) {
   FUZZ_CHECK(fromFile->load(&path[0], &success) == (parsed ? S_OK : S_FALSE));
   FUZZ_CHECK(success == (parsed ? VARIANT_TRUE : VARIANT_FALSE));
   FUZZ_CHECK(fuzz::Equal(document.Get(), fromFile.Get()));
+  if (layout == Document::FORMATTED) LoadWithOwners(text, document, path);
 
   if (!parsed || !fuzz::CheckRewriting(document) || HasOddBlank(document)) return;
   Document again(layout);

@@ -1,16 +1,21 @@
 // A byte that says how long pieces are, and a text: a handler object of its own, which keeps what
-// it is told with the support layer, is told the same by a parser that gets the text in pieces.
+// it is told with the support layer, is told the same by a parser that gets the text in pieces. A
+// builder that it passes everything on to makes the tree that a load makes, and what it throws
+// comes out of the parse.
 
 #include <xmldom/parse/ExpatImpl.h>
+#include <xmldom/parse/XMLSax.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
 #include "fuzz/Check.h"
 #include "fuzz/Input.h"
 #include "fuzz/Trees.h"
 
+using fuzz::Document;
 using fuzz::Input;
 
 namespace {
@@ -22,7 +27,16 @@ class Recorder : public CExpatImpl<Recorder> {
   Recorder() : m_events(1), m_text(1) { FUZZ_CHECK(CreateParser()); }
   ~Recorder() { DestroyParser(); }
 
+  /// Passes all events on to the builder of a document, and throws at one of them; a null document
+  /// and a negative number stand for neither.
+  void PassOn(const Document* document, int throwAt) {
+    m_builder = document == nullptr ? nullptr : document->Get()->m_pSax;
+    m_throwAt = throwAt;
+  }
+
   void OnStartElement(const char* name, const char** attributes) {
+    CountEvent();
+    if (m_builder != nullptr) m_builder->OnStartElement(name, attributes);
     EndText();
     m_events.WriteF("<%s", name);
     for (; attributes[0] != nullptr; attributes += 2) {
@@ -33,10 +47,14 @@ class Recorder : public CExpatImpl<Recorder> {
     m_events.Write(">", 1);
   }
   void OnEndElement(const char* name) {
+    CountEvent();
+    if (m_builder != nullptr) m_builder->OnEndElement(name);
     EndText();
     m_events.WriteF("</%s>", name);
   }
   void OnDefault(const char* text, int length) {
+    CountEvent();
+    if (m_builder != nullptr) m_builder->OnDefault(text, length);
     m_text.Write(text, static_cast<unsigned int>(length));
   }
 
@@ -64,6 +82,11 @@ class Recorder : public CExpatImpl<Recorder> {
   }
 
  private:
+  void CountEvent() {
+    if (m_throwAt < 0 || m_throwAt-- > 0) return;
+    throw ExceptionF("Recorder", "event %d", m_throwAt + 1);
+  }
+
   void EndText() {
     if (m_text.m_uLength == 0) return;
     CheckValue();
@@ -95,7 +118,37 @@ class Recorder : public CExpatImpl<Recorder> {
 
   CMemFile m_events;
   CMemFile m_text;  // since the last tag
+  CXMLSax* m_builder = nullptr;
+  int m_throwAt = -1;  // how many events are left until the one that throws
 };
+
+/// A builder that is called by hand makes the same tree. It takes events from the end of its first
+/// load on, which fails here before anything is open.
+void CheckBuilding(const std::string& text) {
+  Document loaded;
+  const bool parsed = loaded.Load(text);
+  Document built;
+  built.Load("");
+  Recorder recorder;
+  recorder.PassOn(&built, -1);
+  FUZZ_CHECK(recorder.ParsePieces(text.c_str(), text.size() + 1) == parsed);
+  if (parsed) FUZZ_CHECK(fuzz::Equal(loaded.Get(), built.Get()));
+}
+
+/// An exception of a handler comes out of the parse as it is, and ends it.
+void CheckThrowing(const std::string& text, std::size_t most, int throwAt) {
+  Recorder recorder;
+  recorder.PassOn(nullptr, throwAt);
+  try {
+    recorder.ParsePieces(text, most);
+  } catch (CLogException* thrown) {
+    const std::unique_ptr<CLogException> exception(thrown);
+    FUZZ_CHECK(std::string(exception->GetMessage()) == "event 0");
+    FUZZ_CHECK(std::string(exception->GetWhere()) == "Recorder");
+    FUZZ_CHECK(exception->GetDetail() == nullptr);
+    FUZZ_CHECK(recorder.GetErrorCode() != XML_ERROR_NONE);
+  }
+}
 
 }  // namespace
 
@@ -111,6 +164,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Recorder pieces;
   const bool parsed = whole.ParsePieces(text, text.size() + 1);
   FUZZ_CHECK(pieces.ParsePieces(text, most) == parsed);
+  CheckBuilding(text);
+  CheckThrowing(text, most, static_cast<int>(portion) - 1);
   // Which of two errors a parser tells depends on where its input is cut, and so does what it tells
   // before.
   if (parsed) FUZZ_CHECK(pieces.Events(portion) == whole.Events(256));

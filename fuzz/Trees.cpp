@@ -97,13 +97,13 @@ std::string StableForm(const Document& document) {
 }
 
 bool CheckRewriting(const Document& document) {
-  const std::string written = XmlOf(document.Get());
+  const std::string written = xmldom::Xml(document.Get());
   Document loaded(document.LayoutOf());
   if (!loaded.Load(written)) {
     FUZZ_CHECK(IsLossOfForm(written, loaded.Get()));
     return false;
   }
-  const std::string rewritten = XmlOf(loaded.Get());
+  const std::string rewritten = xmldom::Xml(loaded.Get());
   Document again(document.LayoutOf());
   const bool parsed = again.Load(rewritten);
   if (!parsed && IsLossOfForm(rewritten, again.Get())) return false;

@@ -56,9 +56,9 @@ std::vector<IXMLDOMNode*> NodesOf(IXMLDOMNode* top);
 /// the blanks around them do not count, since the writer puts them on lines of their own.
 std::string StableForm(const Document& document);
 
-/// Checks that what is written of a document, when it is loaded, is written and loaded as the same
-/// again. Result: false when what is written cannot be loaded for a reason that lies in the
-/// library's own form of a document, which drops declarations and joins pieces of text.
+/// Checks that what xmldom::Xml writes of a document, when it is loaded, is written and loaded as
+/// the same again. Result: false when what is written cannot be loaded for a reason that lies in
+/// the library's own form of a document, which drops declarations and joins pieces of text.
 bool CheckRewriting(const Document& document);
 
 }  // namespace fuzz

@@ -1,8 +1,11 @@
 // Bytes that name the arguments of the members that write, and then a document: whatever the
 // arguments are, the document stays as it is, and the ways to write the same agree.
 
+#include <unistd.h>
+
 #include <climits>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "fuzz/Check.h"
@@ -107,6 +110,42 @@ void CheckWays(IXMLDOMNode* node) {
   FUZZ_CHECK(std::string(silent.c_str()) == text.c_str());
 }
 
+/// A folder in memory that goes when the program ends.
+class Folder {
+ public:
+  Folder() : m_path("/dev/shm/xmldom-fuzz-XXXXXX") {
+    if (mkdtemp(&m_path[0]) == nullptr) m_path.clear();
+  }
+  ~Folder() {
+    unlink(File().c_str());
+    rmdir(m_path.c_str());
+  }
+
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  bool IsThere() const { return !m_path.empty(); }
+  std::string File() const { return m_path + "/file"; }
+
+ private:
+  std::string m_path;
+};
+
+/// What is saved is loaded as the same; where nothing can be saved, no file appears.
+void CheckSaving(const Document& document, xmldom::Prolog prolog) {
+  static const Folder folder;
+  if (!folder.IsThere()) return;
+  unlink(folder.File().c_str());
+  const std::error_code error = xmldom::Save(document.Get(), folder.File(), prolog);
+  FUZZ_CHECK(static_cast<bool>(error) == xmldom::Xml(document.Get()).empty());
+  FUZZ_CHECK((access(folder.File().c_str(), F_OK) == 0) == !error);
+  if (error) return;
+  const xmldom::LoadResult loaded = xmldom::LoadText(xmldom::Xml(document.Get()));
+  const xmldom::LoadResult fromFile = xmldom::LoadFile(folder.File());
+  FUZZ_CHECK(static_cast<bool>(loaded) == static_cast<bool>(fromFile));
+  if (loaded) FUZZ_CHECK(fuzz::Equal(loaded.document.Get(), fromFile.document.Get()));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -132,6 +171,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   CheckWays(nodes[paged % nodes.size()]);
   document->GetMaskedXML();
+  // Files cost much, so only some inputs make one.
+  const bool hasProlog = paged % 2 == 0;
+  if (paged >= 224) {
+    CheckSaving(document, hasProlog ? xmldom::Prolog::kDeclaration : xmldom::Prolog::kNone);
+  }
   // The event of a path that selects nothing keeps a string, as the header says.
   if (xmldom::Adopt(document->SelectSingleNode(path.c_str())) != nullptr) {
     document->GetFilteredXML(path.c_str(), arguments.first, arguments.count, arguments.page,

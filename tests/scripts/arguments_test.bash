@@ -61,9 +61,10 @@ names_of_presets_and_machines_are_checked() {
   _given_no_packages
   local line
   for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'failing-allocations relaese' \
-      'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'coverage release' 'hostile a' \
-      'check --record' 'check --static a' 'soak --record' 'try-tool --record --runs' 'bench --part no' \
-      'bench --filter' 'packages a b' 'install-packages a;b'; do
+      'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'fuzz --coverage load' 'fuzz 1 load' \
+      'coverage release' 'hostile a' 'check --record' 'check --static a' 'soak --record' \
+      'try-tool --record --runs' 'bench --part no' 'bench --filter' 'packages a b' \
+      'install-packages a;b'; do
     # shellcheck disable=SC2086  # words
     keep copy/scripts/$line
     expect_status 2

@@ -13,16 +13,6 @@ namespace tool {
 
 class Arguments;
 
-/// Takes a path apart. Result: the path. `what` names it in messages.
-/// Effects: throws a UsageError that shows what is wrong with it.
-SearchPath CheckedPath(const std::string& text, PathPurpose purpose,
-                       const std::string& what = "path");
-
-/// Does so with a path that has to select an element. `reason` is the message for one that ends in
-/// an attribute.
-SearchPath CheckedElementPath(const std::string& text, PathPurpose purpose,
-                              const std::string& reason);
-
 /// The path that the user gives to a command, and whether all nodes that it selects count or only
 /// the first.
 class Query {

@@ -3,6 +3,7 @@
 // Tested by tests/tool/value_test.bash.
 
 #include <tools/command/Arguments.h>
+#include <tools/command/CheckedPath.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
 #include <tools/commands/Commands.h>

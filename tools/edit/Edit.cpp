@@ -5,7 +5,7 @@
 #include <tools/edit/Edit.h>
 
 #include <tools/command/Command.h>
-#include <tools/command/Query.h>
+#include <tools/command/CheckedPath.h>
 #include <tools/edit/Fragment.h>
 #include <tools/edit/SourceEdits.h>
 #include <tools/edit/TreeEdits.h>
