@@ -103,7 +103,7 @@ class ValueCommand : public FileCommand {
 
   /// The nodes whose values are to be written, row by row; null for a field that selects nothing.
   std::vector<IXMLDOMNode*> Cells(IXMLDOMDocument2* document) const {
-    const std::vector<IXMLDOMNode*> nodes = m_query.Select(document);
+    std::vector<IXMLDOMNode*> nodes = m_query.Select(document);
     std::vector<IXMLDOMNode*> cells;
     if (!m_fields.empty()) {
       const std::vector<SearchPath> fields = Fields();

@@ -43,12 +43,12 @@ void EditStep::SelectTargets(bool all) {
     return a.place->begin < b.place->begin;
   });
   std::size_t kept = 0;
-  for (std::size_t i = 0; i < targets.size(); ++i) {
+  for (const auto& target : targets) {
     const SourcePlace* last = kept == 0 ? nullptr : targets[kept - 1].place;
-    if (last == targets[i].place) continue;
-    const bool isInside = last != nullptr && targets[i].place->begin < last->end;
+    if (last == target.place) continue;
+    const bool isInside = last != nullptr && target.place->begin < last->end;
     if (isInside && edit.kind->takesContent) continue;
-    targets[kept++] = targets[i];
+    targets[kept++] = target;
   }
   targets.resize(kept);
 }

@@ -112,7 +112,7 @@ void MoveBehindWritten(const EditStep& step, IXMLDOMNode* element, const std::st
 /// supplies for its name. It is the child of the root element.
 XMLPtr<IXMLDOMDocument2> SampleOf(const EditStep& step, const std::string& name) {
   LoadProblem problem;
-  const XMLPtr<IXMLDOMDocument2> sample =
+  XMLPtr<IXMLDOMDocument2> sample =
       LoadText(step.DocumentType() + "<x><" + name + "/></x>", problem);
   if (sample == nullptr) throw std::logic_error(problem.reason);
   return sample;
