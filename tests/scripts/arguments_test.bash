@@ -61,7 +61,7 @@ names_of_presets_and_machines_are_checked() {
   _given_no_packages
   local line
   for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'failing-allocations relaese' \
-      'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'bench --part no' \
+      'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'sanitizers asna' 'valgrind case' 'bench --part no' \
       'bench --filter' 'packages a b' 'install-packages a;b'; do
     # shellcheck disable=SC2086  # words
     keep copy/scripts/$line
