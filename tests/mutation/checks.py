@@ -13,7 +13,7 @@ from build import PROGRAMS, Build
 # The slowest cases, which together take this share of the time of all, are run among the last.
 SLOW_SHARE = 0.7
 # What a program may take, with the library as it is and with a changed one.
-MEMORY_BYTES = 12 * 1024**3
+MEMORY_BYTES = 8 * 1024**3
 WALL_SECONDS = 1800
 # How much of the random cases is run.
 LESS = {"XMLDOM_CASES": "200", "XMLDOM_SECONDS": "1"}
@@ -58,9 +58,9 @@ class Checks:
         room = ":".join(f"{suite}.*:*/{suite}.*:*/{suite}/*.*"
                         for suite in self._suites.get(source.split("/")[1], []))
         slow = ":".join(self._slow)
-        tests = PROGRAMS[0]
-        others = [self._check(tests, f"-{room}:{slow}" if room else f"-{slow}")]
-        return ([self._check(tests, f"{room}-{slow}")] if room else []) + others
+        seconds = int(2 * (1 - SLOW_SHARE) * self._seconds[PROGRAMS[0]]) + 5
+        first = [Check(PROGRAMS[0], f"{room}-{slow}", seconds)] if room else []
+        return first + [Check(PROGRAMS[0], f"-{room}:{slow}" if room else f"-{slow}", seconds)]
 
     def thorough(self) -> List[Check]:
         """All the rest."""
@@ -69,7 +69,7 @@ class Checks:
                 [self._check(program, "*") for program in others])
 
     def _check(self, program: str, gtest_filter: str) -> Check:
-        return Check(program, gtest_filter, int(3 * self._seconds[program]) + 10)
+        return Check(program, gtest_filter, int(2 * self._seconds[program]) + 5)
 
     def failure(self, checks: List[Check], folder: str) -> Optional[str]:
         """The first case that fails, or how its program ended; null when all pass."""

@@ -49,7 +49,11 @@ def main() -> None:
     judges = [Judge(number, build, checks) for number in range(arguments.jobs)]
     checks.prepare(judges[0].folder)
     run = Run(judges)
-    survivors = sorted(run.thorough(run.quick(mutants, count)), key=lambda m: (m.path, m.line))
+    passed = run.quick(mutants, count)
+    # Nothing notices what nobody can observe.
+    survivors = [mutant for mutant in passed if review.verdict(mutant) == "same"]
+    survivors += run.thorough([mutant for mutant in passed if review.verdict(mutant) != "same"])
+    survivors.sort(key=lambda mutant: (mutant.path, mutant.line))
     with open(SURVIVORS, "w", encoding="utf-8") as file:
         json.dump([mutant.key() for mutant in survivors], file)
 
