@@ -17,7 +17,7 @@ class Mutant(NamedTuple):
     before: List[str]
     after: List[str]
 
-    function: str  # the line in which the function begins
+    function: str  # the last line up to it that begins a function at the margin
 
     def key(self) -> Tuple[str, ...]:
         """What tells this mutant from others, also when lines elsewhere have changed."""
