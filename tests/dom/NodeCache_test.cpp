@@ -50,6 +50,19 @@ TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_another_thread_has_cut_off
             ThrownMessage([&] { last->get_previousSibling(found.Out()); }));
 }
 
+TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_were_cut_off_and_are_kept) {
+  const Node parent(NewElement(nullptr, "p"));
+  for (int i = 0; i < 40; ++i) parent->AddChild(NewElement(nullptr, "x").Detach());
+  const Node left(parent->AddChild("a", nullptr));
+  const Node cut(parent->AddChild("b", nullptr));
+  Node(parent->AddChild("c", nullptr));
+  const Node end(parent->AddChild("d", nullptr));
+  left->ClearNode(false);
+  Node(parent->AddChild("e", nullptr));
+  EXPECT_EQ("<p>" + Repeat("<x/>", 40) + "<a/><e/></p>", CompactXml(parent));
+  EXPECT_EQ(nullptr, end->m_pNextSibling);
+}
+
 TEST(NodeCacheTokens, Never_come_from_the_first_group) {
   unsigned long next = 0ul - xmldom::kTokensAtOnce;
   EXPECT_EQ(~0ul, xmldom::LastOfNextGroup(next));
