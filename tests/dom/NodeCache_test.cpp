@@ -63,6 +63,25 @@ TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_were_cut_off_and_are_kept)
   EXPECT_EQ(nullptr, end->m_pNextSibling);
 }
 
+// appendChild links siblings along that have no parent, and moving one of them cuts off the rest.
+TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_a_sibling_without_parent_has_left_behind) {
+  const Node parent(NewElement(nullptr, "p"));
+  Node first = NewElement(nullptr, "n");
+  const Node moved(first->AddSibling("moved", nullptr));
+  for (int i = 0; i < 40; ++i) Node(first->AddSibling("x", nullptr));
+  parent->appendChild(first.Detach(), nullptr);
+  Node(parent->AddChild("a", nullptr));
+  Node(parent->AddChild("b", nullptr));
+  const Node end(parent->AddChild("c", nullptr));
+  const Node other = NewElement(nullptr, "q");
+  Node(other->AddChild("r", nullptr));
+  const Node kept = Keep(moved->m_pNextSibling);
+  moved->AddRef();
+  EXPECT_EQ(S_OK, other->insertBefore(moved, other->m_pFirstChild, nullptr));
+  Node(parent->AddChild("d", nullptr));
+  EXPECT_EQ(nullptr, end->m_pNextSibling);
+}
+
 TEST(NodeCacheTokens, Never_come_from_the_first_group) {
   unsigned long next = 0ul - xmldom::kTokensAtOnce;
   EXPECT_EQ(~0ul, xmldom::LastOfNextGroup(next));
