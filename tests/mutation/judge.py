@@ -1,5 +1,6 @@
 """Tells of each mutant whether the tests notice it, several at once."""
 
+import json
 import os
 import threading
 from concurrent.futures import ThreadPoolExecutor
@@ -8,15 +9,15 @@ from typing import Callable, Dict, List, Optional, Tuple
 from build import FOLDER, Build
 from checks import TIME_OUT, Checks
 from mutants import Mutant, apply
-
-NOTICED, PASSED, REJECTED, SAME = "noticed", "passed", "does not compile", "same code"
+from review import NOTICED, PASSED, REJECTED, SAME, Review
 
 
 class Judge:
     """Tells what becomes of mutants; for one thread each."""
 
-    def __init__(self, number: int, build: Build, checks: Checks):
+    def __init__(self, number: int, build: Build, checks: Checks, review: Review):
         self._build = build
+        self._review = review
         self._checks = checks
         self.folder = os.path.join(FOLDER, f"job-{number}")
         os.makedirs(self.folder, exist_ok=True)
@@ -43,10 +44,14 @@ class Judge:
         kept_out = self.make(mutant)
         if kept_out is not None:
             return kept_out, ""
+        if self._review.verdict(mutant) == "same":
+            return PASSED, ""  # nothing can notice it
         failed = self._checks.failure(self._checks.quick(mutant.path), self.folder)
         return (PASSED, "") if failed is None else (NOTICED, failed)
 
     def thorough(self, mutant: Mutant) -> Tuple[str, str]:
+        if self._review.verdict(mutant) == "same":
+            return PASSED, ""
         self.make(mutant)
         failed = self._checks.failure(self._checks.thorough(), self.folder)
         return (PASSED, "") if failed is None else (NOTICED, failed)
@@ -57,17 +62,52 @@ def _bytes(path: str) -> bytes:
         return file.read()
 
 
+class Journal:
+    """What the quick tests have said of mutants, so that a run that was ended can be continued."""
+
+    def __init__(self, path: str, seed: Optional[int]):
+        """Begins a new one for a seed, or goes on with the last for none."""
+        self._path = path
+        self.known: Dict[Tuple[str, ...], Tuple[str, str]] = {}
+        if seed is not None:
+            self.seed = seed
+            with open(path, "w", encoding="utf-8") as file:
+                file.write(f"{seed}\n")
+            return
+        with open(path, encoding="utf-8") as file:
+            self.seed = int(file.readline())
+            for line in file:
+                key, result, why = json.loads(line)
+                if result != PASSED:  # there may be new tests
+                    self.known[tuple(key)] = (result, why)
+
+    def add(self, mutant: Mutant, result: str, why: str) -> None:
+        with open(self._path, "a", encoding="utf-8") as file:
+            file.write(json.dumps([mutant.key(), result, why]) + "\n")
+
+
 class Run:
     """Judges mutants, several at once, and counts."""
 
-    def __init__(self, judges: List[Judge]):
+    def __init__(self, judges: List[Judge], journal: Journal):
         self._judges = judges
+        self._journal = journal
         self._lock = threading.Lock()
         self.counts = {NOTICED: 0, TIME_OUT: 0, REJECTED: 0, SAME: 0}
 
     def quick(self, candidates: List[Mutant], count: int) -> List[Mutant]:
         """Judges so many, in place of those that cannot be judged others. Returns what passed."""
-        return self._each(candidates, count, Judge.quick)
+
+        def judged_by(judge: Judge, mutant: Mutant) -> Tuple[str, str]:
+            known = self._journal.known.get(mutant.key())
+            if known is not None:
+                return known
+            result, why = judge.quick(mutant)
+            with self._lock:
+                self._journal.add(mutant, result, why)
+            return result, why
+
+        return self._each(candidates, count, judged_by)
 
     def thorough(self, mutants: List[Mutant]) -> List[Mutant]:
         return self._each(mutants, len(mutants), Judge.thorough)

@@ -8,10 +8,11 @@ from typing import List
 
 from build import FOLDER, Build
 from checks import Checks
-from judge import Judge, Run
+from judge import Journal, Judge, Run
 from mutants import Mutant, mutants_of
 from review import Review, report
 
+JOURNAL = os.path.join(FOLDER, "journal")
 SURVIVORS = os.path.join(FOLDER, "survivors.json")
 REPORT = os.path.join(FOLDER, "report.md")
 
@@ -27,12 +28,15 @@ def main() -> None:
     parser.add_argument("--room", action="append", default=[])
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--again", action="store_true")
+    parser.add_argument("--continue", action="store_true", dest="continues")
     arguments = parser.parse_args()
 
     review = Review()
     build = Build()
     build.prepare()
     found = all_mutants(build, arguments.room)
+    journal = Journal(os.devnull if arguments.again else JOURNAL,
+                      None if arguments.continues else arguments.seed)
     if arguments.again:
         with open(SURVIVORS, encoding="utf-8") as file:
             keys = json.load(file)
@@ -41,23 +45,20 @@ def main() -> None:
         print(f"{count} that survived the last time", flush=True)
     else:
         mutants = list(found)
-        random.Random(arguments.seed).shuffle(mutants)
+        random.Random(journal.seed).shuffle(mutants)
+        mutants = list({mutant.key(): mutant for mutant in mutants}.values())  # each once
         count = arguments.count
-        print(f"seed {arguments.seed}: {count} of {len(found)} mutants", flush=True)
+        print(f"seed {journal.seed}: {count} of {len(found)} mutants", flush=True)
 
     checks = Checks(build)
-    judges = [Judge(number, build, checks) for number in range(arguments.jobs)]
+    judges = [Judge(number, build, checks, review) for number in range(arguments.jobs)]
     checks.prepare(judges[0].folder)
-    run = Run(judges)
-    passed = run.quick(mutants, count)
-    # Nothing notices what nobody can observe.
-    survivors = [mutant for mutant in passed if review.verdict(mutant) == "same"]
-    survivors += run.thorough([mutant for mutant in passed if review.verdict(mutant) != "same"])
-    survivors.sort(key=lambda mutant: (mutant.path, mutant.line))
+    run = Run(judges, journal)
+    survivors = sorted(run.thorough(run.quick(mutants, count)), key=lambda m: (m.path, m.line))
     with open(SURVIVORS, "w", encoding="utf-8") as file:
         json.dump([mutant.key() for mutant in survivors], file)
 
-    text = report(arguments.seed, len(found), run.counts, survivors, review)
+    text = report(journal.seed, len(found), run.counts, survivors, review)
     with open(REPORT, "w", encoding="utf-8") as file:
         file.write(text)
     print("\n" + text)

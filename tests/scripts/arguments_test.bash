@@ -63,7 +63,7 @@ names_of_presets_and_machines_are_checked() {
   for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'failing-allocations relaese' \
       'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'bench --part no' \
       'bench --filter' 'mutants --count' 'mutants --seed x' 'mutants --room nowhere' 'mutants --again' \
-      'packages a b' 'install-packages a;b'; do
+      'mutants --continue' 'packages a b' 'install-packages a;b'; do
     # shellcheck disable=SC2086  # words
     keep copy/scripts/$line
     expect_status 2
