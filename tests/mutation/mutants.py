@@ -111,7 +111,7 @@ def mutants_of(path: str, text: str) -> List[Mutant]:
     """All mutants of a source, in the order of its lines."""
     lines = text.split("\n")
     found: List[Mutant] = []
-    function = ""
+    function = "outside of functions"
     for index, line in enumerate(lines):
         if re.match(r"[A-Za-z].*\(", line):
             function = line.rstrip(" {")

@@ -32,7 +32,7 @@ class Review:
         verdict, source, function = lines[0].split(": ", 2)
         if verdict not in VERDICTS:
             raise SystemExit(f"{FILE}: no verdict: {lines[0]}")
-        before, after = (" ".join(line[2:] for line in lines if line.startswith(sign))
+        before, after = (" ".join(" ".join(line[2:] for line in lines if line[:2] == sign).split())
                          for sign in ("- ", "+ "))
         if not before or not after or not lines[-1].startswith("= "):
             raise SystemExit(f"{FILE}: a line is missing: {lines[0]}")
