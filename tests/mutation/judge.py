@@ -2,6 +2,7 @@
 
 import json
 import os
+import shutil
 import threading
 from concurrent.futures import ThreadPoolExecutor
 from typing import Callable, Dict, List, Optional, Tuple
@@ -20,7 +21,8 @@ class Judge:
         self._review = review
         self._checks = checks
         self.folder = os.path.join(FOLDER, f"job-{number}")
-        os.makedirs(self.folder, exist_ok=True)
+        shutil.rmtree(self.folder, ignore_errors=True)  # an earlier run may have left a library
+        os.makedirs(self.folder)
         self._unchanged: Dict[str, bytes] = {}
 
     def make(self, mutant: Mutant) -> Optional[str]:
