@@ -13,6 +13,7 @@
 #include "harness/RefusingLog.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
+#include "harness/Worker.h"
 
 // Documents that another thread has worked on in the meantime: what this thread has cached of them
 // must not count any more.
@@ -47,6 +48,38 @@ TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_another_thread_has_cut_off
   InAnotherThread([&] { parent->ClearNode(false); });
   EXPECT_EQ("Call failed, no previous sibling",
             ThrownMessage([&] { last->get_previousSibling(found.Out()); }));
+}
+
+TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_were_cut_off_and_are_kept) {
+  const Node parent(NewElement(nullptr, "p"));
+  for (int i = 0; i < 40; ++i) parent->AddChild(NewElement(nullptr, "x").Detach());
+  const Node left(parent->AddChild("a", nullptr));
+  const Node cut(parent->AddChild("b", nullptr));
+  Node(parent->AddChild("c", nullptr));
+  const Node end(parent->AddChild("d", nullptr));
+  left->ClearNode(false);
+  Node(parent->AddChild("e", nullptr));
+  EXPECT_EQ("<p>" + Repeat("<x/>", 40) + "<a/><e/></p>", CompactXml(parent));
+  EXPECT_EQ(nullptr, end->m_pNextSibling);
+}
+
+// appendChild links siblings along that have no parent, and moving one of them cuts off the rest.
+TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_a_sibling_without_parent_has_left_behind) {
+  const Node parent(NewElement(nullptr, "p"));
+  Node first = NewElement(nullptr, "n");
+  const Node moved(first->AddSibling("moved", nullptr));
+  for (int i = 0; i < 40; ++i) Node(first->AddSibling("x", nullptr));
+  parent->appendChild(first.Detach(), nullptr);
+  Node(parent->AddChild("a", nullptr));
+  Node(parent->AddChild("b", nullptr));
+  const Node end(parent->AddChild("c", nullptr));
+  const Node other = NewElement(nullptr, "q");
+  Node(other->AddChild("r", nullptr));
+  const Node kept = Keep(moved->m_pNextSibling);
+  moved->AddRef();
+  EXPECT_EQ(S_OK, other->insertBefore(moved, other->m_pFirstChild, nullptr));
+  Node(parent->AddChild("d", nullptr));
+  EXPECT_EQ(nullptr, end->m_pNextSibling);
 }
 
 TEST(NodeCacheTokens, Never_come_from_the_first_group) {
@@ -149,6 +182,47 @@ TEST_F(NodeCache, Siblings_without_parent_that_another_thread_has_cut_off_get_no
   Node(parent->AddChild("c", nullptr));
   EXPECT_EQ("<p><n/>" + Repeat("<x/>", kMany) + "<middle/><c/></p>", CompactXml(parent));
   EXPECT_EQ(nullptr, last->m_pNextSibling);
+}
+
+/// Lets another thread cut off the last children of a parent, then appends one. A node beside the
+/// others is handed to `early` before this thread caches the end, and one to `late` after the cut;
+/// both release it. There are many parents, because what is cached of a chain has a place that
+/// depends on the address of the parent.
+void ExpectCutIsSeen(Worker& other, const std::function<void(IXMLDOMNode*)>& early,
+                     const std::function<void(IXMLDOMNode*)>& late) {
+  std::vector<Node> parents;
+  for (int i = 0; i < 40; ++i) {
+    IXMLDOMNode* const first = NewElement(nullptr, "n").Detach();
+    IXMLDOMNode* const second = NewElement(nullptr, "n").Detach();
+    parents.push_back(NewElement(nullptr, "p"));
+    const Node& parent = parents.back();
+    early(first);
+    for (int j = 0; j < 20; ++j) Node(parent->AddChild("x", nullptr));
+    const Node left(parent->AddChild("a", nullptr));
+    const Node cut(parent->AddChild("b", nullptr));
+    Node(parent->AddChild("c", nullptr));
+    const Node end(parent->AddChild("d", nullptr));
+    other.Run([&] { left->ClearNode(false); });
+    late(second);
+    Node(parent->AddChild("e", nullptr));
+    ASSERT_EQ("<p>" + Repeat("<x/>", 20) + "<a/><e/></p>", CompactXml(parent)) << i;
+    ASSERT_EQ(nullptr, end->m_pNextSibling) << i;
+  }
+}
+
+// What this thread enters for the place covers what the other has entered.
+TEST(NodeCacheOfTheEnd, Is_not_used_when_this_thread_has_changed_nodes_nearby_since) {
+  Worker other;
+  ExpectCutIsSeen(
+      other, [](IXMLDOMNode* node) { node->RealRelease(); },
+      [](IXMLDOMNode* node) { node->RealRelease(); });
+}
+
+TEST(NodeCacheOfTheEnd, Is_not_used_when_the_other_thread_has_changed_nodes_nearby_before) {
+  Worker other;
+  ExpectCutIsSeen(
+      other, [&](IXMLDOMNode* node) { other.Run([&] { node->RealRelease(); }); },
+      [&](IXMLDOMNode* node) { other.Run([&] { node->RealRelease(); }); });
 }
 
 }  // namespace

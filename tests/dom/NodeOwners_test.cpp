@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <cstdlib>
 #include <vector>
 
 #include "harness/CompactXml.h"
@@ -58,6 +59,28 @@ TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_those_that_RecurseClearDocume
   EXPECT_EQ("y z ", NotOwnedBy(m_document, m_document));
   Insert(1);
   EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+typedef NodeOwners NodeOwnersDeathTest;
+
+// The first change in a process, which is why each of these has one of its own.
+TEST_F(NodeOwnersDeathTest, A_change_is_noticed_although_it_is_the_first) {
+  const auto insertAndEnd = [this] {
+    Insert(1);
+    std::_Exit(NotOwnedBy(m_document, m_document).empty() ? 0 : 1);
+  };
+  EXPECT_EXIT(
+      {
+        At(m_root, {3, 0})->RecurseClearDocument(2);
+        insertAndEnd();
+      },
+      testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(
+      {
+        At(m_root, {3, 0})->RecurseSetDocument(m_other);
+        insertAndEnd();
+      },
+      testing::ExitedWithCode(0), "");
 }
 
 TEST_F(NodeOwners, ReplaceChild_gives_the_owner_to_all_that_follow) {

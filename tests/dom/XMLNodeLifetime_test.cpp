@@ -6,6 +6,7 @@
 #include <string>
 
 #include "harness/Allocation.h"
+#include "harness/AllocationFailure.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
@@ -98,6 +99,14 @@ TEST(XMLNodeLifetime, ClearNode_leaves_the_name_on_demand) {
   EXPECT_EQ(nullptr, node->m_pszValue);
   node->ClearNode(true);
   EXPECT_EQ(nullptr, node->m_pszNodeName);
+}
+
+TEST(XMLNodeLifetime, ClearNode_frees_what_it_takes_from_the_node) {
+  const long blocks = HeapBlocks();
+  for (bool freesName : {false, true}) {
+    Node(new IXMLDOMNode(nullptr, "name", "value", NODE_ELEMENT))->ClearNode(freesName);
+  }
+  EXPECT_EQ(blocks, HeapBlocks());
 }
 
 TEST(XMLNodeLifetime, ClearNode_releases_what_the_node_links_to) {

@@ -5,7 +5,7 @@ line, without understanding the language, so that a changed source need not comp
 """
 
 import re
-from typing import Iterator, List, NamedTuple
+from typing import Iterator, List, NamedTuple, Tuple
 
 
 class Mutant(NamedTuple):
@@ -17,10 +17,18 @@ class Mutant(NamedTuple):
     before: List[str]
     after: List[str]
 
+    function: str  # the last line up to it that begins a function at the margin
+
+    def key(self) -> Tuple[str, ...]:
+        """What tells this mutant from others, also when lines elsewhere have changed."""
+        texts = [" ".join(" ".join(lines).split()) for lines in (self.before, self.after)]
+        return (self.path, self.function, texts[0], texts[1])
+
     def describe(self) -> str:
-        lines = [f"{self.path}:{self.line}: {self.kind}"]
-        lines += [f"  - {text.strip()}" for text in self.before]
-        lines += [f"  + {text.strip()}" for text in self.after]
+        """As in reviewed.txt, but for the verdict and its reason."""
+        lines = [f"{self.path}: {self.function}", f"# line {self.line}: {self.kind}"]
+        lines += [f"- {text.strip()}" for text in self.before]
+        lines += [f"+ {text.strip()}" for text in self.after]
         return "\n".join(lines)
 
 
@@ -71,7 +79,7 @@ def quoted_spans(code: str) -> List[range]:
     return [range(*m.span()) for m in re.finditer(r'"(\\.|[^"\\])*"|\'(\\.|[^\'\\])*\'', code)]
 
 
-def within_line(path: str, number: int, line: str) -> Iterator[Mutant]:
+def within_line(path: str, number: int, line: str, function: str) -> Iterator[Mutant]:
     code = code_of(line)
     quoted = quoted_spans(code)
     for kind, pattern, replacement in REPLACEMENTS:
@@ -79,32 +87,37 @@ def within_line(path: str, number: int, line: str) -> Iterator[Mutant]:
             if any(match.start() in span for span in quoted):
                 continue
             changed = code[: match.start()] + match.expand(replacement) + code[match.end() :]
-            yield Mutant(kind, path, number, [line], [changed])
+            yield Mutant(kind, path, number, [line], [changed], function)
 
 
-def whole_lines(path: str, number: int, line: str, following: str) -> Iterator[Mutant]:
+def whole_lines(
+    path: str, number: int, line: str, following: str, function: str
+) -> Iterator[Mutant]:
     code = code_of(line)
     if CALL.match(code):
-        yield Mutant("dropped call", path, number, [line], [";"])
+        yield Mutant("dropped call", path, number, [line], [";"], function)
     if ASSIGNMENT.match(code):
-        yield Mutant("dropped assignment", path, number, [line], [";"])
+        yield Mutant("dropped assignment", path, number, [line], [";"], function)
     if NULL_CHECK.match(code):
-        yield Mutant("missing null check", path, number, [line], [";"])
+        yield Mutant("missing null check", path, number, [line], [";"], function)
     both = [code, code_of(following)]
     if all(STATEMENT.match(text) and not LEAVES.match(text) for text in both) and (
         re.match(r"^\s*", code).group() == re.match(r"^\s*", following).group()
     ):
-        yield Mutant("swapped order", path, number, [line, following], [following, line])
+        yield Mutant("swapped order", path, number, [line, following], [following, line], function)
 
 
 def mutants_of(path: str, text: str) -> List[Mutant]:
     """All mutants of a source, in the order of its lines."""
     lines = text.split("\n")
     found: List[Mutant] = []
+    function = "outside of functions"
     for index, line in enumerate(lines):
-        found += within_line(path, index + 1, line)
+        if re.match(r"[A-Za-z].*\(", line):
+            function = line.rstrip(" {")
+        found += within_line(path, index + 1, line, function)
         following = lines[index + 1] if index + 1 < len(lines) else ""
-        found += whole_lines(path, index + 1, line, following)
+        found += whole_lines(path, index + 1, line, following, function)
     return found
 
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "harness/Allocation.h"
+#include "harness/LinearTime.h"
 #include "harness/LogCapture.h"
 #include "harness/RefusingLog.h"
 #include "harness/SmallStack.h"
@@ -276,4 +277,17 @@ TEST(XMLNodeSelect, Many_levels_are_selected) {
   });
   EXPECT_EQ(count - 1, descendants);
   EXPECT_EQ(1, lowest);
+}
+
+// Those below the first child are listed behind its siblings, although they are found before them.
+TEST(XMLNodeSelect, Siblings_are_put_before_what_was_found_earlier_in_linear_time) {
+  ExpectLinearTime(100000, [](int count) {
+    const std::string some = Repeat("<a/>", count);
+    const Document document = Load("<r><a>" + some + "</a>" + some + "</r>");
+    int selected = 0;
+    const double seconds = OnSmallStack(
+        [&] { selected = Ref<IXMLDOMNodeList>(document->SelectNodes("//a"))->m_nCount; });
+    EXPECT_EQ(2 * count + 1, selected);
+    return seconds;
+  });
 }

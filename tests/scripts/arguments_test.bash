@@ -63,8 +63,9 @@ names_of_presets_and_machines_are_checked() {
   for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'failing-allocations relaese' \
       'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'fuzz --coverage load' 'fuzz 1 load' \
       'sanitizers asna' 'valgrind case' 'coverage release' 'hostile a' 'check --record' \
-      'check --static a' 'soak --record' 'try-tool --record --runs' 'bench --part no' \
-      'bench --filter' 'packages a b' 'install-packages a;b'; do
+      'check --static a' 'soak --record' 'try-tool --record --runs' 'mutants --count' \
+      'mutants --seed x' 'mutants --room nowhere' 'mutants --again' 'mutants --continue' \
+      'bench --part no' 'bench --filter' 'packages a b' 'install-packages a;b'; do
     # shellcheck disable=SC2086  # words
     keep copy/scripts/$line
     expect_status 2

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <xmldom/support/Logger.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <stdexcept>
 #include <string>
@@ -134,6 +135,15 @@ TEST(Logger, PostBacktrace_writes_one_frame_a_line) {
   ASSERT_FALSE(body.empty());
   EXPECT_EQ('\n', body.back());
   EXPECT_EQ(std::string::npos, body.find("\n\n"));
+}
+
+TEST(Logger, PostBacktrace_names_the_program_that_a_frame_is_in) {
+  LogCapture log;
+  CLogger::PostBacktrace(LOG_TYPE_DOM, LOG_SEVERITY_WARNING, "title");
+  ASSERT_EQ(1u, log.Events().size());
+  const std::string& body = log.Events().front().body;
+  if (body.find("not available") != std::string::npos) GTEST_SKIP() << body;
+  EXPECT_NE(std::string::npos, body.find(program_invocation_short_name)) << body;
 }
 
 TEST(Logger, The_sink_is_called_with_its_context) {
