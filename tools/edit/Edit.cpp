@@ -4,8 +4,8 @@
 
 #include <tools/edit/Edit.h>
 
-#include <tools/command/Command.h>
 #include <tools/command/CheckedPath.h>
+#include <tools/command/Command.h>
 #include <tools/edit/Fragment.h>
 #include <tools/edit/SourceEdits.h>
 #include <tools/edit/TreeEdits.h>
