@@ -68,9 +68,10 @@ class Results:
         other = self.times.get(key._replace(library=base))
         return other and self.times[key] / other
 
-    def ratios(self, operation, sets, library, base):
-        """Over all documents that both have done; None when there is none."""
-        keys = self.keys(operation, sets, library)
+    def ratios(self, operation, sets, library, base, nodes=None):
+        """Over all documents, or those of so many nodes, that both have done; None when there is
+        none."""
+        keys = [key for key in self.keys(operation, sets, library) if nodes in (None, key.nodes)]
         ratios = [(self.ratio(key, base), key.sample) for key in keys if self.ratio(key, base)]
         mean = ratios and statistics.geometric_mean(ratio for ratio, _ in ratios)
         return Ratios(mean, *max(ratios)) if ratios else None

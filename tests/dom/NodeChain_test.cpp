@@ -57,6 +57,62 @@ TEST_F(NodeChain, A_last_child_but_one_that_was_taken_out_is_not_before_the_last
   EXPECT_EQ("<p><a/><c/><d/></p>", Xml(m_document));
 }
 
+TEST_F(NodeChain, A_child_that_was_inserted_before_the_last_and_taken_out_is_not_before_the_last) {
+  for (const char* name : {"a", "b"}) Add(name);
+  IXMLDOMNode* const last = Child(1);
+  const Node out(NewElement(nullptr, "n").Detach());
+  EXPECT_EQ(S_OK, m_parent->insertBefore(out, last, nullptr));
+  Child(0)->m_pNextSibling = Keep(last).Detach();
+  Node before;
+  EXPECT_EQ(S_OK, last->get_previousSibling(before.Out()));
+  EXPECT_EQ(Child(0), before.Get());
+  Add("c");
+  EXPECT_EQ("<p><a/><b/><c/></p>", Xml(m_document));
+}
+
+TEST_F(NodeChain, A_child_that_was_taken_out_is_not_before_one_that_became_the_last_by_a_removal) {
+  for (const char* name : {"a", "b", "c", "d"}) Add(name);
+  Node removed;
+  EXPECT_EQ(S_OK, m_parent->removeChild(Child(3), removed.Out()));
+  const Node out(Child(1));
+  IXMLDOMNode* const last = Child(2);
+  Child(0)->m_pNextSibling = Keep(last).Detach();
+  Node before;
+  EXPECT_EQ(S_OK, last->get_previousSibling(before.Out()));
+  EXPECT_EQ(Child(0), before.Get());
+  Add("e");
+  EXPECT_EQ("<p><a/><c/><e/></p>", Xml(m_document));
+  EXPECT_EQ(S_OK, Child(2)->get_previousSibling(before.Out()));
+  EXPECT_EQ(last, before.Get());
+}
+
+TEST_F(NodeChain, A_last_child_that_was_moved_to_the_front_and_removed_gets_no_sibling) {
+  for (const char* name : {"a", "b"}) Add(name);
+  IXMLDOMNode* const last = Child(1);
+  Child(0)->m_pNextSibling = nullptr;
+  last->m_pNextSibling = m_parent->m_pFirstChild;
+  m_parent->m_pFirstChild = last;
+  Node removed;
+  EXPECT_EQ(S_OK, m_parent->removeChild(last, removed.Out()));
+  Add("c");
+  EXPECT_EQ("<p><a/><c/></p>", Xml(m_document));
+}
+
+TEST_F(NodeChain, Children_are_removed_from_the_end_and_added_there_in_turns) {
+  for (const char* name : {"a", "b", "c", "d"}) Add(name);
+  Node removed;
+  for (int number = 1; number < 4; ++number) {
+    for (int i = 0; i < number; ++i) {
+      Node last;
+      EXPECT_EQ(S_OK, m_parent->get_lastChild(last.Out()));
+      EXPECT_EQ(S_OK, m_parent->removeChild(last, removed.Out()));
+    }
+    Add("e");
+    Add("f");
+  }
+  EXPECT_EQ("<p><a/><b/><e/><f/></p>", Xml(m_document));
+}
+
 TEST_F(NodeChain, Children_that_were_cut_off_get_no_sibling) {
   Add("a");
   Node last = Keep(Child(0));

@@ -39,7 +39,7 @@
 
 /// Gives a variable of a thread (`__thread`) a place that a few instructions find; from a shared
 /// library it is a call otherwise. With the GNU C library such a library can still be loaded while
-/// a program runs: all its variables of a thread, about 1100 bytes, then come out of a reserve of
+/// a program runs: all its variables of a thread, about 1250 bytes, then come out of a reserve of
 /// more than 1600. Other C libraries may have none.
 #if defined(XMLDOM_BUILDS_LIBRARY) && defined(__GLIBC__)
 #define XMLDOM_THREAD_PLACE __attribute__((tls_model("initial-exec")))

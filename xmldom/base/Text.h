@@ -28,9 +28,14 @@ inline char* CopyString(const char* text, std::size_t length) {
   return copy;
 }
 
-/// Copies a whole text in the same way. Result: the copy; null for null.
-inline char* CopyString(const char* text) {
-  return text == nullptr ? nullptr : CopyString(text, std::strlen(text));
+/// Copies a whole text in the same way. Result: the copy; null for null. Not inlined, because it is
+/// called in many places.
+XMLDOM_NOINLINE inline char* CopyString(const char* text) {
+  if (text == nullptr) return nullptr;
+  const std::size_t size = std::strlen(text) + 1;
+  void* copy = std::malloc(size);
+  if (copy == nullptr) throw std::bad_alloc();
+  return static_cast<char*>(std::memcpy(copy, text, size));
 }
 
 /// Whether two texts are equal. A null one equals only another null.

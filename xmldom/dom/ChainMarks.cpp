@@ -2,12 +2,13 @@
 // tests/dom/ChainMarks_test.cpp.
 //
 // A search from the first child finds the node before any other. Going backwards in this way would
-// be quadratic. So each search leaves marks on its way: two or three, at equal distances, which
+// be quadratic. So each search leaves marks on its way: four to eight, at equal distances, which
 // double while the way gets longer. The next search begins at the last mark, and leaves marks in
-// the rest in its turn, and so on until fewer than 16 nodes are left. Whoever goes backwards comes
-// to the last mark; then the search begins at the one before it. So whoever goes backwards through
-// a whole chain has each part of it searched once or twice for every level of marks, and there are
-// as many levels as the logarithm of the length. Each level has three marks at most.
+// the rest in its turn, and so on until fewer than eight nodes are left. Whoever goes backwards
+// comes to the last mark; then the search begins at the one before it. So whoever goes backwards
+// through a whole chain has each part of it searched once for every level of marks, and there are
+// as many levels as the logarithm of the length. A level has fewer marks when there is no room for
+// eight more.
 //
 // Correctness needs neither the order of the marks nor their distances. A chain has only one node
 // whose next sibling is the wanted one. So whatever a search from a node of the chain finds is what
@@ -29,11 +30,16 @@
 #include <xmldom/dom/NodeChain.h>
 #include <xmldom/support/LogException.h>
 
+#include <algorithm>
 #include <cstddef>
 
 namespace xmldom {
 
 namespace {
+
+/// The least distance of marks, and the most that one search leaves.
+const std::size_t kLeastDistance = 4;
+const std::size_t kMostOfLevel = 8;
 
 /// A node of the chain, and the one before it; null when that is not known.
 struct Place {
@@ -43,95 +49,114 @@ struct Place {
 
 /// Looks for the node before `node` from `place` on, among so many. Result: whether it was found.
 /// Out: `place` is where it was, or where the search has ended; its node is null behind the last.
-XMLDOM_NOINLINE bool Search(Place& place, const IXMLDOMNode* node, std::size_t most) {
-  IXMLDOMNode* prior = place.prior;
-  IXMLDOMNode* at = place.node;
-  bool isFound = false;
-  for (; at != nullptr && most != 0; --most) {
-    IXMLDOMNode* const next = at->m_pNextSibling;
-    isFound = next == node;
-    if (isFound) break;
-    prior = at;
-    at = next;
+XMLDOM_ALWAYS_INLINE inline bool Search(Place& place, const IXMLDOMNode* node, std::size_t most) {
+  for (; place.node != nullptr && most != 0; --most) {
+    IXMLDOMNode* const next = place.node->m_pNextSibling;
+    if (next == node) return true;
+    place = Place{place.node, next};
   }
-  place = Place{prior, at};
-  return isFound;
+  return false;
 }
 
-/// Searches the children of `parent` from a cached place on, which may be null, if that can be
-/// used.
-XMLDOM_NOINLINE bool SearchNear(const NodeCache& cache, const CachedPlace* cached,
-                                const IXMLDOMNode* parent, const IXMLDOMNode* node, Place& place) {
-  if (cached == nullptr) return false;
-  place = Place{cached->prior.node, NodeAt(cache, *cached, parent)};
-  return Search(place, node, kFewNodes);
+/// Searches from `place` among so few nodes that nothing need be cached. Result: where it was
+/// found, or null.
+XMLDOM_NOINLINE Place SearchNear(Place place, const IXMLDOMNode* node) {
+  return Search(place, node, kFewNodes) ? place : Place{nullptr, nullptr};
 }
 
 /// Searches from `place` to the end of the chain, and leaves marks on the way.
-bool SearchAndMark(ChainMarks& marks, Place& place, const IXMLDOMNode* node) {
-  const std::size_t old = marks.count;
-  std::size_t distance = kFewNodes;
-  for (;;) {
-    if (Search(place, node, distance)) return true;
-    if (place.node == nullptr) return false;
-    if (marks.count == ChainMarks::kMost) continue;
-    CachedNode* level = marks.marks + old;
-    level[marks.count++ - old] = Cached(place.node);
-    if (marks.count - old == 4) {
-      level[0] = level[1];
-      level[1] = level[3];
-      marks.count = old + 2;
-      distance *= 2;
-    }
+XMLDOM_ALWAYS_INLINE inline bool SearchAndMark(ChainMarks& marks, Place& place,
+                                               const IXMLDOMNode* node) {
+  CachedNode* const level = marks.marks + marks.count;
+  const std::size_t most = std::min(ChainMarks::kMost - marks.count, kMostOfLevel) / 2 * 2;
+  std::size_t count = 0;
+  std::size_t distance = kLeastDistance;
+  bool isFound;
+  while (!(isFound = Search(place, node, distance)) && place.node != nullptr) {
+    if (most == 0) continue;
+    level[count++] = Cached(place.node);
+    if (count < most) continue;
+    count = most / 2;
+    for (std::size_t i = 0; i < count; ++i) level[i] = level[2 * i + 1];
+    distance *= 2;
   }
+  marks.count += count;
+  return isFound;
 }
 
-}  // namespace
+/// Takes marks away until the last one leads to the node before `node`, if it is in the chain.
+/// Result: the node of that mark, or the first child when there is none.
+XMLDOM_ALWAYS_INLINE inline IXMLDOMNode* LastUsableMark(const NodeCache& cache, ChainMarks& marks,
+                                                        IXMLDOMNode* parent,
+                                                        const IXMLDOMNode* node) {
+  for (; marks.count != 0; --marks.count) {
+    const CachedNode& mark = marks.marks[marks.count - 1];
+    if (mark.node == nullptr || mark.node == node) continue;
+    if (HasTokens() && !IsUnchanged(cache, mark)) continue;
+    if (mark.node->m_pParent == parent && mark.node->m_pNextSibling != node) return mark.node;
+  }
+  return parent->m_pFirstChild;
+}
 
-IXMLDOMNode* FindBefore(IXMLDOMNode* node) {
+/// Forgets the place that was found last, when another thread has changed something there. Result:
+/// whether no other thread has changed what the parent stands for.
+XMLDOM_COLD XMLDOM_NOINLINE bool Refresh(NodeCache& cache) {
+  ChainMarks& marks = cache.marks;
+  if (!IsUnchanged(cache, marks.before)) marks.before = CachedPlace();
+  return IsUnchanged(cache, marks.parent, marks.parentToken);
+}
+
+/// Forgets all marks, for those of the children of `parent`.
+XMLDOM_COLD XMLDOM_NOINLINE void Begin(NodeCache& cache, const IXMLDOMNode* parent) {
+  ChainMarks& marks = cache.marks;
+  marks.parent = parent;
+  marks.first = parent->m_pFirstChild;
+  marks.parentToken = TokenOf(parent);
+  marks.before = CachedPlace();
+  marks.count = 0;
+  cache.valid |= NodeCache::kMarksBit;
+}
+
+/// The node before `node`, which is not the last child with a cached place. Result and effects: as
+/// for FindBefore.
+XMLDOM_NOINLINE IXMLDOMNode* FindWithMarks(IXMLDOMNode* node) {
   IXMLDOMNode* const parent = node->m_pParent;
   IXMLDOMNode* const first = parent->m_pFirstChild;
   NodeCache& cache = CacheOfThread();
   ChainMarks& marks = cache.marks;
   if ((cache.valid & NodeCache::kMarksBit) == 0 || marks.parent != parent || marks.first != first ||
-      !IsUnchanged(cache, parent, marks.parentToken)) {
-    marks.parent = parent;
-    marks.first = first;
-    marks.parentToken = TokenOf(parent);
-    marks.before = CachedPlace();
-    marks.count = 0;
-    cache.valid |= NodeCache::kMarksBit;
+      (HasTokens() && !Refresh(cache))) {
+    Begin(cache, parent);
   }
-  Place place = {nullptr, first};
-  bool isFound = false;
+  Place place = {nullptr, nullptr};
   // Whoever goes backwards asks for the node before the one that was found last: these places would
   // not lead to it any sooner.
   if (node != marks.before.node.node) {
-    isFound = SearchNear(cache, &marks.before, parent, node, place);
-    if (!isFound) {
-      place = Place{nullptr, first};
+    if (IsLinked(marks.before, parent)) {
+      place = SearchNear(Place{marks.before.prior.node, marks.before.node.node}, node);
+    }
+    if (place.node == nullptr) {
       // Not cached: somebody who goes backwards further on still needs what was found last there.
-      if (Search(place, node, kFewNodes)) return place.node;
-      isFound = SearchNear(cache, BeforeEnd(parent), parent, node, place);
+      place = SearchNear(Place{nullptr, first}, node);
+      if (place.node != nullptr) return place.node;
     }
   }
-  while (!isFound) {
-    place = Place{nullptr, first};
-    for (; marks.count != 0; --marks.count) {
-      const CachedNode& mark = marks.marks[marks.count - 1];
-      if (mark.node != node && IsIn(cache, mark, parent) && mark.node->m_pNextSibling != node) {
-        place.node = mark.node;
-        break;
-      }
-    }
+  while (place.node == nullptr) {
+    place = Place{nullptr, LastUsableMark(cache, marks, parent, node)};
     const bool isWhole = place.node == first;
-    isFound = SearchAndMark(marks, place, node);
-    if (isFound) break;
+    if (SearchAndMark(marks, place, node)) break;
     marks.count = 0;
     if (isWhole) return nullptr;
   }
   marks.before = CachedPlace{Cached(place.prior), Cached(place.node)};
   return place.node;
+}
+
+}  // namespace
+
+XMLDOM_NOINLINE IXMLDOMNode* FindBefore(IXMLDOMNode* node) {
+  IXMLDOMNode* const beforeLast = BeforeLast(node);
+  return beforeLast != nullptr ? beforeLast : FindWithMarks(node);
 }
 
 IXMLDOMNode* PreviousOf(IXMLDOMNode* node) {

@@ -32,7 +32,9 @@
 // B's change and the return of the document. Relaxed operations are enough for this, because only
 // the order of the changes of one element matters.
 //
-// While the process has one thread, no other has anything cached, and no tokens are entered.
+// While the process has one thread, no other has anything cached, and no tokens are entered. As
+// long as none has been entered at all, none need be looked for either: a thread that gets a
+// document back sees that others have entered some as it would see the tokens themselves.
 //
 // Regions that share an element of the table, and threads that share a region, only make more
 // entries invalid, and only when nodes are destroyed or unlinked there. Threads take tokens from a
@@ -42,42 +44,24 @@
 
 #include <xmldom/dom/NodeCache.h>
 
-#include <xmldom/base/LiveCount.h>
-
 namespace xmldom {
 
 __thread NodeCache g_nodeCache;
 
 unsigned long g_aulTokens[1 << kIndexBits];
 
+bool g_bHasTokens = false;
+
 namespace {
 
 // The first token of the next group. The first group of all is nobody's, so that 0 is no token.
 unsigned long g_ulNextTokens = kTokensAtOnce;
-
-/// Enters a new token for the region of a node, if there are other threads to find it. A token of
-/// another thread that was there may be for a change that this thread has not seen yet, and its own
-/// token would hide that.
-inline void Enter(NodeCache& cache, const IXMLDOMNode* node) {
-  if (HasOneThread()) return;
-  // Tokens are used in falling order; the last of a group is never used, as that of no group is 0.
-  if (cache.token % kTokensAtOnce == 0) {
-    cache.token = LastOfNextGroup(g_ulNextTokens);
-  }
-  const unsigned long old = __atomic_exchange_n(&ElementOf(node), cache.token, __ATOMIC_RELAXED);
-  if (old != 0 && (old ^ cache.token) >= kTokensAtOnce) cache.valid = 0;
-  --cache.token;
-}
 
 /// Whether an address is that of a node or of a field of it. The difference to an address before
 /// the node is large.
 XMLDOM_WRAPS_AROUND inline bool IsWithin(const IXMLDOMNode* node, const void* address) {
   return reinterpret_cast<std::uintptr_t>(address) - reinterpret_cast<std::uintptr_t>(node) <
          sizeof(IXMLDOMNode);
-}
-
-inline bool Has(const CachedPlace& place, const IXMLDOMNode* node) {
-  return place.prior.node == node || place.node.node == node;
 }
 
 /// Takes every pointer to a node out of the cache.
@@ -101,27 +85,40 @@ XMLDOM_NOINLINE void TakeOut(NodeCache& cache, const IXMLDOMNode* node) {
 
 }  // namespace
 
-bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent) {
-  return cached.node != nullptr && IsUnchanged(cache, cached) && cached.node->m_pParent == parent;
+XMLDOM_COLD XMLDOM_NOINLINE unsigned long StoredTokenOf(const IXMLDOMNode* node) {
+  return __atomic_load_n(&ElementOf(node), __ATOMIC_RELAXED);
 }
 
-IXMLDOMNode* NodeAt(const NodeCache& cache, const CachedPlace& place, const IXMLDOMNode* parent) {
-  const bool isLinked = place.prior.node != nullptr && IsUnchanged(cache, place.prior) &&
-                        place.prior.node->m_pNextSibling == place.node.node;
-  return isLinked && IsIn(cache, place.node, parent) ? place.node.node : nullptr;
+XMLDOM_COLD XMLDOM_NOINLINE CachedNode CachedWithToken(IXMLDOMNode* node) {
+  return CachedNode{node, StoredTokenOf(node)};
 }
 
-XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) {
-  NodeCache& cache = CacheOfThread();
-  cache.valid &= ~NodeCache::kOwnedBit;
-  Enter(cache, node);
+XMLDOM_COLD XMLDOM_NOINLINE bool IsUnchanged(const NodeCache& cache, const IXMLDOMNode* node,
+                                             unsigned long token) {
+  const unsigned long now = StoredTokenOf(node);
+  return now == token || (now ^ cache.token) < kTokensAtOnce;
 }
+
+// A token of another thread that is there may be for a change that this thread has not seen yet,
+// and its own token would hide that.
+XMLDOM_COLD XMLDOM_NOINLINE void EnterToken(NodeCache& cache, const IXMLDOMNode* node) {
+  // Tokens are used in falling order; the last of a group is never used, as that of no group is 0.
+  if (cache.token % kTokensAtOnce == 0) {
+    cache.token = LastOfNextGroup(g_ulNextTokens);
+    __atomic_store_n(&g_bHasTokens, true, __ATOMIC_RELAXED);
+  }
+  const unsigned long old = __atomic_exchange_n(&ElementOf(node), cache.token, __ATOMIC_RELAXED);
+  if (old != 0 && (old ^ cache.token) >= kTokensAtOnce) cache.valid = 0;
+  --cache.token;
+}
+
+XMLDOM_NOINLINE void NoteChange(const IXMLDOMNode* node) { NoteChange(CacheOfThread(), node); }
 
 XMLDOM_NOINLINE bool ForgetNode(const IXMLDOMNode* node) {
   NodeCache& cache = CacheOfThread();
   cache.valid &= ~NodeCache::kOwnedBit;
   if (cache.valid != 0) TakeOut(cache, node);
-  Enter(cache, node);
+  if (!HasOneThread()) EnterToken(cache, node);
   return cache.valid != 0;
 }
 

@@ -2,6 +2,7 @@
 #define XMLDOM_DOM_NODECACHE_H
 
 #include <xmldom/base/Export.h>
+#include <xmldom/base/LiveCount.h>
 #include <xmldom/base/WrapAround.h>
 #include <xmldom/dom/XMLNode.h>
 
@@ -28,19 +29,20 @@ struct CachedPlace {
 };
 
 /// The end of a chain, and its first node, which insertions and removals at the front keep up to
-/// date. Only `previous` and `last` are dereferenced.
+/// date. Only `previous` and `last` are dereferenced. `previous` is the place of the node before
+/// the last; when the node that followed `last` was removed, it is the place of `last` itself.
 struct ChainEnd {
   IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;
   unsigned long parentToken;
-  CachedPlace previous;  // the node before the last
+  CachedPlace previous;
   CachedNode last;
 };
 
 /// Nodes of one chain from which the node before another can be found (ChainMarks.h). `parent` and
 /// `first` are only compared.
 struct ChainMarks {
-  static const std::size_t kMost = 24;  // marks
+  static const std::size_t kMost = 28;  // marks
 
   const IXMLDOMNode* parent;
   const IXMLDOMNode* first;
@@ -74,6 +76,7 @@ struct NodeCache {
   unsigned long token;  // the next that this thread may enter
   ChainMarks marks;
   ChainEnd ends[kEnds];
+  ChainEnd shortChain;  // only its last node, and only within a call
   OwnedChain owned;
 };
 
@@ -94,6 +97,13 @@ const int kIndexBits = 10;
 /// A token of the last change in each region of memory: that a node was destroyed or unlinked
 /// there. No two changes have the same token; 0 stands for none. Several regions share an element.
 extern unsigned long g_aulTokens[1 << kIndexBits];
+
+/// Whether any thread has taken tokens. As long as none has, the table is empty.
+extern bool g_bHasTokens;
+
+XMLDOM_ALWAYS_INLINE inline bool HasTokens() {
+  return __builtin_expect(__atomic_load_n(&g_bHasTokens, __ATOMIC_RELAXED), false);
+}
 
 /// How many tokens a thread takes at once: all that have the upper half of their bits in common.
 const unsigned long kTokensAtOnce = 1ul << (sizeof(long) * CHAR_BIT / 2);
@@ -125,33 +135,60 @@ XMLDOM_WRAPS_AROUND __attribute__((always_inline)) inline unsigned long& Element
 }
 
 /// The token of the last change in the region of a node. The node need not exist any more.
-__attribute__((always_inline)) inline unsigned long TokenOf(const IXMLDOMNode* node) {
-  return __atomic_load_n(&ElementOf(node), __ATOMIC_RELAXED);
+unsigned long StoredTokenOf(const IXMLDOMNode* node);
+
+/// The same, which is quicker while there are no tokens.
+XMLDOM_ALWAYS_INLINE inline unsigned long TokenOf(const IXMLDOMNode* node) {
+  return HasTokens() ? StoredTokenOf(node) : 0;
 }
 
 /// Whether no other thread has changed anything in the region of a node since TokenOf gave `token`
-/// for it. The node need not exist any more.
-inline bool IsUnchanged(const NodeCache& cache, const IXMLDOMNode* node, unsigned long token) {
-  const unsigned long now = TokenOf(node);
-  return now == token || (now ^ cache.token) < kTokensAtOnce;
-}
+/// for it. The node need not exist any more. True while there are no tokens, which is quicker asked
+/// beforehand.
+bool IsUnchanged(const NodeCache& cache, const IXMLDOMNode* node, unsigned long token);
 
 inline bool IsUnchanged(const NodeCache& cache, const CachedNode& cached) {
   return IsUnchanged(cache, cached.node, cached.token);
 }
 
-/// Whether a node can be used as one of the children of `parent`.
-bool IsIn(const NodeCache& cache, const CachedNode& cached, const IXMLDOMNode* parent);
+/// Whether a place is that of a node, or of the one behind it.
+XMLDOM_ALWAYS_INLINE inline bool Has(const CachedPlace& place, const IXMLDOMNode* node) {
+  return place.prior.node == node || place.node.node == node;
+}
 
-/// The node of a place, when it can be used as one of the children of `parent`, or else null.
-IXMLDOMNode* NodeAt(const NodeCache& cache, const CachedPlace& place, const IXMLDOMNode* parent);
+inline bool IsUnchanged(const NodeCache& cache, const CachedPlace& place) {
+  return IsUnchanged(cache, place.prior) && IsUnchanged(cache, place.node);
+}
 
-inline CachedNode Cached(IXMLDOMNode* node) { return CachedNode{node, TokenOf(node)}; }
+/// Whether the node of a place, which is unchanged, can be used as one of the children of `parent`.
+XMLDOM_ALWAYS_INLINE inline bool IsLinked(const CachedPlace& place, const IXMLDOMNode* parent) {
+  return place.prior.node != nullptr && place.node.node != nullptr &&
+         place.prior.node->m_pNextSibling == place.node.node &&
+         place.node.node->m_pParent == parent;
+}
+
+/// A node, and its token.
+CachedNode CachedWithToken(IXMLDOMNode* node);
+
+/// The same, which is quicker while there are no tokens.
+XMLDOM_ALWAYS_INLINE inline CachedNode Cached(IXMLDOMNode* node) {
+  return CachedNode{node, TokenOf(node)};
+}
+
+/// Enters a new token for the region of a node. To be called when there are other threads to find
+/// it.
+void EnterToken(NodeCache& cache, const IXMLDOMNode* node);
 
 /// Tells other threads of a change in the region of a node, which may be null or dangle. To be
 /// called for the parent of a node before the node leaves its chain; for the node itself too, when
 /// what is cached of owners may have it (NodeOwners.cpp).
 void NoteChange(const IXMLDOMNode* node);
+
+/// The same for a caller that has the cache.
+XMLDOM_ALWAYS_INLINE inline void NoteChange(NodeCache& cache, const IXMLDOMNode* node) {
+  cache.valid &= ~NodeCache::kOwnedBit;
+  if (!HasOneThread()) EnterToken(cache, node);
+}
 
 /// Takes every pointer to a node out of this thread's cache, and tells other threads of the change.
 /// To be called before the node is destroyed. Result: whether anything else is cached. If not, the

@@ -27,42 +27,61 @@ XMLDOM_ALWAYS_INLINE inline bool IsOf(const NodeCache& cache, std::size_t slot,
   return cache.ends[slot].head == head && (cache.valid >> slot & 1) != 0;
 }
 
-/// Whether the last node of an entry is in the chain that starts at `head`, and whose nodes have
-/// the parent `parent`. Others may follow that an application has added by hand.
+/// Whether no other thread has changed anything where the nodes of an entry are.
+XMLDOM_COLD XMLDOM_NOINLINE bool AreUnchanged(const NodeCache& cache, const ChainEnd& end,
+                                              const IXMLDOMNode* parent) {
+  return IsUnchanged(cache, parent, end.parentToken) && IsUnchanged(cache, end.previous) &&
+         IsUnchanged(cache, end.last);
+}
+
+/// Whether the node before the last of an entry, or the one before that, still links to the last.
+XMLDOM_ALWAYS_INLINE inline bool IsLastLinked(const ChainEnd& end, const IXMLDOMNode* parent) {
+  const IXMLDOMNode* const last = end.last.node;
+  const IXMLDOMNode* const previous = end.previous.node.node;
+  // They are the same when the node that followed has been removed.
+  return IsLinked(end.previous, parent) && (previous == last || previous->m_pNextSibling == last);
+}
+
+/// Whether the last node of an entry is in the chain. Others may follow that an application has
+/// added by hand.
 ///
 /// Links that an application changes by hand leave an entry valid. So the chain must also begin
 /// with the same node, and the node before the last must still link to it, or another one must that
 /// has taken its place. More cannot be known without reading the whole chain.
-bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* head,
-             const IXMLDOMNode* parent) {
-  IXMLDOMNode* const last = end.last.node;
-  if (end.first != head || !IsUnchanged(cache, parent, end.parentToken) ||
-      !IsIn(cache, end.last, parent)) {
-    return false;
-  }
-  if (last == head) return true;
-  const IXMLDOMNode* const previous = NodeAt(cache, end.previous, parent);
-  if (previous != nullptr && previous->m_pNextSibling == last) return true;
-  if (parent == nullptr || FindBefore(last) == nullptr) return false;
+inline bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* head,
+                    const IXMLDOMNode* parent) {
+  const bool isIn =
+      end.first == head && AreUnchanged(cache, end, parent) && end.last.node->m_pParent == parent;
+  if (!isIn) return false;
+  if (end.last.node == head || IsLastLinked(end, parent)) return true;
+  if (parent == nullptr || FindBefore(end.last.node) == nullptr) return false;
   // Where the search has found it, unless that is among the first, or else some other place.
   end.previous = cache.marks.before;
   return true;
 }
 
-/// Finds the last node of a chain. Result: the entry that has it now; null for a short chain.
-ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent, IXMLDOMNode*& last) {
+/// The node before the last of an entry that is right.
+inline const CachedNode& BeforeLastOf(const ChainEnd& end) {
+  const CachedPlace& place = end.previous;
+  return place.node.node == end.last.node ? place.prior : place.node;
+}
+
+/// Finds the last node of a chain whose entry does not have it, because links were changed or
+/// because other nodes follow. Result: as for EndOf.
+XMLDOM_COLD XMLDOM_NOINLINE ChainEnd* FindEnd(IXMLDOMNode*& head, const IXMLDOMNode* parent) {
   NodeCache& cache = CacheOfThread();
   const std::size_t slot = SlotOf(&head);
-  ChainEnd& end = cache.ends[slot];
-  last = head;
+  ChainEnd* end = &cache.ends[slot];
   IXMLDOMNode* prior = nullptr;
   IXMLDOMNode* previous = nullptr;
+  IXMLDOMNode* last = head;
+  const IXMLDOMNode* known = nullptr;
   std::size_t steps = 0;
   if (IsOf(cache, slot, &head)) {
-    if (IsRight(cache, end, head, parent)) {
-      last = end.last.node;
-      if (last->m_pNextSibling == nullptr) return &end;
-      previous = NodeAt(cache, end.previous, parent);
+    if (IsRight(cache, *end, head, parent)) {
+      previous = BeforeLastOf(*end).node;
+      last = end->last.node;
+      known = last;
       steps = kFewNodes;
     } else {
       cache.valid &= ~(1u << slot);
@@ -73,19 +92,66 @@ ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent, IXMLDOMNode*& las
     previous = last;
     last = last->m_pNextSibling;
   }
-  if (steps < kFewNodes) return nullptr;
-  const CachedPlace place = {Cached(prior), Cached(previous)};
-  end = ChainEnd{&head, head, TokenOf(parent), place, Cached(last)};
-  cache.valid |= 1u << slot;
-  return &end;
+  if (steps < kFewNodes) {
+    end = &cache.shortChain;
+  } else if (last != known) {
+    cache.valid |= 1u << slot;
+    end->head = &head;
+    end->first = head;
+    end->parentToken = StoredTokenOf(parent);
+    end->previous = CachedPlace{CachedWithToken(prior), CachedWithToken(previous)};
+  }
+  end->last = CachedWithToken(last);
+  return end;
+}
+
+/// Finds the last node of a chain. Result: an entry that has it; that of the chain, except for a
+/// short chain.
+XMLDOM_NOINLINE ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent) {
+  NodeCache& cache = CacheOfThread();
+  const std::size_t slot = SlotOf(&head);
+  ChainEnd& end = cache.ends[slot];
+  const bool hasEnd = !HasTokens() && IsOf(cache, slot, &head) && end.first == head &&
+                      end.last.node->m_pParent == parent && IsLastLinked(end, parent) &&
+                      end.last.node->m_pNextSibling == nullptr;
+  return hasEnd ? &end : FindEnd(head, parent);
+}
+
+/// The node before `node`, which is the last of an entry, when it still links to it; else null.
+XMLDOM_ALWAYS_INLINE inline IXMLDOMNode* LinkedBefore(const ChainEnd& end,
+                                                      const IXMLDOMNode* node) {
+  IXMLDOMNode* const previous = end.previous.node.node;
+  const bool isLinked = IsLinked(end.previous, node->m_pParent) && previous->m_pNextSibling == node;
+  return isLinked ? previous : nullptr;
+}
+
+/// The same when there are tokens: another thread may have cut off all children, of which some may
+/// be left that name the parent.
+XMLDOM_COLD XMLDOM_NOINLINE IXMLDOMNode* UnchangedBefore(const NodeCache& cache,
+                                                         const ChainEnd& end,
+                                                         const IXMLDOMNode* node) {
+  return AreUnchanged(cache, end, node->m_pParent) ? LinkedBefore(end, node) : nullptr;
+}
+
+/// Takes `node`, which is unlinked from behind `before`, out of an entry.
+XMLDOM_COLD XMLDOM_NOINLINE void TakeOutOfEnd(const NodeCache& cache, ChainEnd& end,
+                                              IXMLDOMNode* before, const IXMLDOMNode* node) {
+  const CachedNode cached = CachedWithToken(before);
+  if (end.last.node == node) {
+    end.last = cached;
+    if (before == nullptr) end.head = nullptr;  // Whatever follows, the entry does not have it.
+  }
+  if (end.previous.prior.node == node) end.previous.prior = cached;
+  if (end.previous.node.node != node) return;
+  // What was found last, in whatever chain, may be the place of the node that is the last now.
+  const bool isFound = (cache.valid & NodeCache::kMarksBit) != 0;
+  end.previous = isFound ? cache.marks.before : CachedPlace();
 }
 
 }  // namespace
 
 IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent) {
-  IXMLDOMNode* last;
-  EndOf(head, parent, last);
-  return last;
+  return EndOf(head, parent)->last.node;
 }
 
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
@@ -97,46 +163,57 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
     head = node;
     return;
   }
-  IXMLDOMNode* last;
-  ChainEnd* end = EndOf(head, node->m_pParent, last);
-  last->m_pNextSibling = node;
-  if (end == nullptr) return;
-  end->previous = CachedPlace{end->previous.node, end->last};
+  ChainEnd* const end = EndOf(head, node->m_pParent);
+  end->last.node->m_pNextSibling = node;
+  end->previous = CachedPlace{BeforeLastOf(*end), end->last};
   end->last = Cached(node);
 }
 
-const CachedPlace* BeforeEnd(IXMLDOMNode* parent) {
+IXMLDOMNode* BeforeLast(const IXMLDOMNode* node) {
   const NodeCache& cache = CacheOfThread();
-  IXMLDOMNode** const head = &parent->m_pFirstChild;
+  IXMLDOMNode** const head = &node->m_pParent->m_pFirstChild;
   const std::size_t slot = SlotOf(head);
   const ChainEnd& end = cache.ends[slot];
-  // Another thread may have cut off all children, of which some may be left that name the parent.
-  const bool isCurrent = IsOf(cache, slot, head) && IsUnchanged(cache, parent, end.parentToken);
-  return isCurrent ? &end.previous : nullptr;
+  if (end.last.node != node || !IsOf(cache, slot, head)) return nullptr;
+  return HasTokens() ? UnchangedBefore(cache, end, node) : LinkedBefore(end, node);
 }
 
 void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node) {
-  if (before != nullptr) {
-    before->m_pNextSibling = node;
-    return;
-  }
   NodeCache& cache = CacheOfThread();
   IXMLDOMNode*& head = parent->m_pFirstChild;
   ChainEnd& end = cache.ends[SlotOf(&head)];
-  if (end.head == &head && end.first == head) end.first = node;
+  const bool isCached = end.head == &head;
+  if (before != nullptr) {
+    before->m_pNextSibling = node;
+    if (isCached && end.previous.node.node == before && end.last.node == node->m_pNextSibling) {
+      end.previous = CachedPlace{end.previous.node, CachedWithToken(node)};
+    }
+    return;
+  }
+  if (isCached && end.first == head) end.first = node;
   if (cache.marks.parent == parent && cache.marks.first == head) cache.marks.first = node;
   head = node;
 }
 
-void Unlink(IXMLDOMNode* before, IXMLDOMNode* node) {
+XMLDOM_NOINLINE void Unlink(IXMLDOMNode* before, IXMLDOMNode* node) {
+  NodeCache& cache = CacheOfThread();
   IXMLDOMNode* const parent = node->m_pParent;
-  LinkBehind(before, parent, node->m_pNextSibling);
-  IXMLDOMNode** const head = &parent->m_pFirstChild;
-  ChainEnd& end = CacheOfThread().ends[SlotOf(head)];
-  if (end.head != head) return;
-  if (end.last.node == node) end.last = Cached(before);
-  if (end.previous.prior.node == node) end.previous.prior = Cached(before);
-  if (end.previous.node.node == node) end.previous.node.node = nullptr;
+  IXMLDOMNode* const next = node->m_pNextSibling;
+  IXMLDOMNode*& head = parent->m_pFirstChild;
+  NoteChange(cache, parent);
+  node->m_pNextSibling = nullptr;
+  node->m_pParent = nullptr;
+  ChainEnd& end = cache.ends[SlotOf(&head)];
+  if (end.head == &head) {
+    if (end.first == node) end.first = next;
+    if (end.last.node == node || Has(end.previous, node)) TakeOutOfEnd(cache, end, before, node);
+  }
+  if (before != nullptr) {
+    before->m_pNextSibling = next;
+    return;
+  }
+  if (cache.marks.first == node) cache.marks.first = next;
+  head = next;
 }
 
 }  // namespace xmldom

@@ -24,20 +24,21 @@ const std::size_t kFewNodes = 16;
 /// chain takes its slot, or the thread forgets everything (NodeCache.h).
 IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent);
 
-/// The node before the last child of `parent`, as it is cached; it may not be right any more. Null
-/// when nothing is cached.
-const CachedPlace* BeforeEnd(IXMLDOMNode* parent);
+/// The node before `node`, which has a parent, when it is the last child and that is cached; else
+/// null.
+IXMLDOMNode* BeforeLast(const IXMLDOMNode* node);
 
 /// Links `node`, whose parent is set, at the end of the chain that starts at `head`. Cost: as for
 /// LastOfChain.
 void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node);
 
 /// Lets `before`, or `parent` itself when that is null, link to `node` as the next or the first of
-/// its children. `node` may be null. The end stays cached.
+/// its children. The end stays cached.
 void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node);
 
 /// Takes `node` out of the children of its parent, where it stands behind `before`, or first when
-/// that is null. Its own fields stay as they are. The end stays cached.
+/// that is null, and tells other threads of the change (NoteChange). It keeps its owner, and loses
+/// its parent and its next sibling. The end stays cached.
 void Unlink(IXMLDOMNode* before, IXMLDOMNode* node);
 
 /// Links `node` at the end of a chain whose last node the caller knows; `last` is null for an empty

@@ -12,7 +12,7 @@ namespace xmldom {
 /// the document.
 extern unsigned long g_uOwnerGeneration;
 
-inline unsigned long OwnerGeneration() {
+XMLDOM_ALWAYS_INLINE inline unsigned long OwnerGeneration() {
   return __atomic_load_n(&g_uOwnerGeneration, __ATOMIC_RELAXED);
 }
 

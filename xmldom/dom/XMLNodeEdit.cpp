@@ -50,14 +50,9 @@ bool IsLeaf(const IXMLDOMNode* node) {
 /// with it, the other members leave them behind.
 enum Followers { FOLLOWERS_STAY, FOLLOWERS_MOVE };
 
-/// Whether an edit that moves `top` would move `node` too: `node` is `top` or hangs below it, or
-/// the same holds for a sibling that moves along. The search goes downwards from `top`, because the
-/// parent link of a node that has outlived its tree may dangle. Cost: linear in what is below
-/// `top`.
-bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
-  const bool movesAlone =
-      followers == FOLLOWERS_STAY || top->m_pParent != nullptr || top->m_pNextSibling == nullptr;
-  if (movesAlone && IsLeaf(top)) return top == node;
+/// Whether `node` is `top` or hangs below it; or, unless `top` moves alone, the same for a sibling
+/// that follows `top`. Not inlined: most new children are leaves.
+XMLDOM_NOINLINE bool IsAmong(IXMLDOMNode* top, const IXMLDOMNode* node, bool movesAlone) {
   NodeFinder finder(node);
   if (movesAlone) {
     xmldom::WalkTree<xmldom::SideTrail>(top, finder);
@@ -65,6 +60,16 @@ bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
     xmldom::WalkChain<xmldom::SideTrail>(top, finder);
   }
   return finder.FinishAttributes();
+}
+
+/// Whether an edit that moves `top` would move `node` too: `node` is `top` or hangs below it, or
+/// the same holds for a sibling that moves along. The search goes downwards from `top`, because the
+/// parent link of a node that has outlived its tree may dangle. Cost: linear in what is below
+/// `top`.
+bool MovesWith(IXMLDOMNode* top, const IXMLDOMNode* node, Followers followers) {
+  const bool movesAlone =
+      followers == FOLLOWERS_STAY || top->m_pParent != nullptr || top->m_pNextSibling == nullptr;
+  return movesAlone && IsLeaf(top) ? top == node : IsAmong(top, node, movesAlone);
 }
 
 /// The node that an edit puts in place for `newChild`: of a document its first child, otherwise the
@@ -82,10 +87,9 @@ IXMLDOMNode* PreviousOrNull(IXMLDOMNode* node) {
   return node->m_pParent->m_pFirstChild == node ? nullptr : xmldom::PreviousOf(node);
 }
 
-/// Takes `node` out of the chain of its parent. Its own fields stay as they are.
+/// Takes `node` out of the chain of its parent. It keeps its owner.
 void UnlinkAndNote(IXMLDOMNode* previous, IXMLDOMNode* node) {
   if (xmldom::OwnerGeneration() != 0) xmldom::NoteChange(node);
-  xmldom::NoteChange(node->m_pParent);
   xmldom::Unlink(previous, node);
 }
 
@@ -95,7 +99,7 @@ void UnlinkAndNote(IXMLDOMNode* previous, IXMLDOMNode* node) {
 IXMLDOMNode* Detach(IXMLDOMNode* node) {
   node->RemoveNodeFromTree();
   IXMLDOMNode* followers = node->m_pNextSibling;
-  xmldom::ForgetFollowers(node);
+  if (followers != nullptr) xmldom::ForgetFollowers(node);
   node->m_pNextSibling = nullptr;
   return followers;
 }
@@ -163,8 +167,6 @@ HRESULT IXMLDOMNode::replaceChild(IXMLDOMNode* newChild, IXMLDOMNode* oldChild, 
     PlaceBefore(node, this, oldChild->m_pNextSibling);
     UnlinkAndNote(previous, oldChild);
     xmldom::LinkBehind(previous, this, node);
-    oldChild->m_pNextSibling = nullptr;
-    oldChild->m_pParent = nullptr;
     xmldom::SetOwners(oldChild, nullptr);
     // Taking `oldChild` out has made the thread forget this.
     if (xmldom::OwnerGeneration() != 0) xmldom::NoteOwned(node);
@@ -183,8 +185,7 @@ HRESULT IXMLDOMNode::removeChild(IXMLDOMNode* oldChild, IXMLDOMNode** out) {
 
 void IXMLDOMNode::RemoveNodeFromTree() {
   if (m_pParent == nullptr) return;
-  UnlinkAndNote(PreviousOrNull(this), this);
+  IXMLDOMNode* const previous = PreviousOrNull(this);
   m_pOwnerDocument = nullptr;
-  m_pNextSibling = nullptr;
-  m_pParent = nullptr;
+  UnlinkAndNote(previous, this);
 }
