@@ -24,19 +24,26 @@ each_machine_has_a_toolchain_its_packages_its_presets_and_its_place_in_the_pages
   done
 }
 
-# A build that does nothing, for a machine whose libraries are there, and tests that all pass.
+# A build that does nothing, for a machine whose libraries are there, and tests that all pass. The log
+# is that of the last ctest, also of one that only lists the tests.
 _given_tests_that_pass() {
   _given_program dpkg-query 'echo installed'
   _given_program cmake 'exit 0'
   _given_program ctest "case \" \$* \" in
-    *' -N '*) echo 'Total Tests: 4' ;;
-    *) printf '100%% tests passed, 0 tests failed out of 3\n\t  2 - tool.faults (Skipped)\n' ;;
+    *' -N '*)
+      echo 'Total Tests: 4'
+      : > build/s390x/Testing/Temporary/LastTest.log
+      ;;
+    *)
+      printf '100%% tests passed, 0 tests failed out of 3\n\t  2 - tool.faults (Skipped)\n'
+      cp build/s390x/output build/s390x/Testing/Temporary/LastTest.log
+      ;;
   esac"
   mkdir -p copy/build/sysroot/s390x copy/build/s390x/Testing/Temporary copy/docs
   echo 'libexpat1-dev libidn-dev libcli11-dev libgtest-dev libstdc++6' > copy/build/sysroot/s390x/.packages
   printf '%s\n' '[  SKIPPED ] Memory.Ends (1 ms)' '[  PASSED  ] 40 tests.' '[  SKIPPED ] 1 test, listed below:' \
     '[  SKIPPED ] Memory.Ends' 'SKIPPED limits: memory cannot be limited here' '2 passed, 0 failed, 1 skipped' \
-    > copy/build/s390x/Testing/Temporary/LastTest.log
+    > copy/build/s390x/output
   printf '<!-- s390x -->\n<!-- end -->\n' > copy/docs/hardening.md
   git -C copy init --quiet
   git -C copy -c user.name=A -c user.email=a@example.org commit --quiet --allow-empty -m first
