@@ -40,11 +40,12 @@ failing_allocations_are_added_up_by_places() {
     printf 'query\\n'
     printf '  %-54s %10d %10d %10d %10d\\n' 'SelectNodes of all' 1 2 30 40 SelectSingleNode 5 6 0 0
     printf 'support\\n  %-54s %10d %10d %10d %10d\\n' 'CMemFile: 2 writes' 7 8 0 0
+    printf 'query\\n  %-54s %10d %10d %10d %10d\\n' 'GetListChildNode of all' 100 0 0 0
     printf '3 operations, 99 failing allocations\\n[  PASSED  ] 3 tests.\\n')"
   _given_program valgrind 'echo "3 operations, 12 failing allocations"'
   local table='| Place | Operations | Small tree: one alone | and all after | Realistic tree: one alone | and all after |
 |---|---|---|---|---|---|
-| query | 2 | 6 | 8 | 30 | 40 |
+| query | 3 | 106 | 8 | 30 | 40 |
 | support | 1 | 7 | 8 | 0 | 0 |
 
 3 operations, 99 failing allocations.\n'
