@@ -5,12 +5,12 @@
 
 #include <climits>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include "fuzz/Check.h"
 #include "fuzz/Input.h"
 #include "fuzz/Trees.h"
+#include "harness/TemporaryFolder.h"
 
 using fuzz::Document;
 using fuzz::Input;
@@ -110,38 +110,18 @@ void CheckWays(IXMLDOMNode* node) {
   FUZZ_CHECK(std::string(silent.c_str()) == text.c_str());
 }
 
-/// A folder in memory that goes when the program ends.
-class Folder {
- public:
-  Folder() : m_path("/dev/shm/xmldom-fuzz-XXXXXX") {
-    if (mkdtemp(&m_path[0]) == nullptr) m_path.clear();
-  }
-  ~Folder() {
-    unlink(File().c_str());
-    rmdir(m_path.c_str());
-  }
-
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  bool IsThere() const { return !m_path.empty(); }
-  std::string File() const { return m_path + "/file"; }
-
- private:
-  std::string m_path;
-};
-
 /// What is saved is loaded as the same; where nothing can be saved, no file appears.
 void CheckSaving(const Document& document, xmldom::Prolog prolog) {
-  static const Folder folder;
-  if (!folder.IsThere()) return;
-  unlink(folder.File().c_str());
-  const std::error_code error = xmldom::Save(document.Get(), folder.File(), prolog);
+  // In memory where that can be had, because saving waits for the disk.
+  static const TemporaryFolder folder(access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp");
+  const std::string file = folder.Path("file");
+  unlink(file.c_str());
+  const std::error_code error = xmldom::Save(document.Get(), file, prolog);
   FUZZ_CHECK(static_cast<bool>(error) == xmldom::Xml(document.Get()).empty());
-  FUZZ_CHECK((access(folder.File().c_str(), F_OK) == 0) == !error);
+  FUZZ_CHECK((access(file.c_str(), F_OK) == 0) == !error);
   if (error) return;
   const xmldom::LoadResult loaded = xmldom::LoadText(xmldom::Xml(document.Get()));
-  const xmldom::LoadResult fromFile = xmldom::LoadFile(folder.File());
+  const xmldom::LoadResult fromFile = xmldom::LoadFile(file);
   FUZZ_CHECK(static_cast<bool>(loaded) == static_cast<bool>(fromFile));
   if (loaded) FUZZ_CHECK(fuzz::Equal(loaded.document.Get(), fromFile.document.Get()));
 }

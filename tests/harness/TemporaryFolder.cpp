@@ -8,7 +8,8 @@
 #include <iterator>
 #include <set>
 
-TemporaryFolder::TemporaryFolder() : m_path("/tmp/xmldom-folder-XXXXXX") {
+TemporaryFolder::TemporaryFolder(const std::string& parent)
+    : m_path(parent + "/xmldom-folder-XXXXXX") {
   if (mkdtemp(&m_path[0]) == nullptr) std::abort();
 }
 

@@ -3,10 +3,10 @@
 
 #include <string>
 
-/// A folder under /tmp, gone at the end with the files in it.
+/// A folder under another one, gone at the end with the files in it.
 class TemporaryFolder {
  public:
-  TemporaryFolder();
+  explicit TemporaryFolder(const std::string& parent = "/tmp");
   ~TemporaryFolder();
 
   TemporaryFolder(const TemporaryFolder&) = delete;
