@@ -40,6 +40,13 @@ a_flag_takes_no_value() {
   expect 2 '' "xmldom: --first takes no value\nxmldom: 'xmldom select --help' explains more\n"
 }
 
+missing_values_of_an_option_are_named() {
+  run value -f
+  expect 2 '' "xmldom: --field: 1 required FIELD missing\nxmldom: 'xmldom value --help' explains more\n"
+  run edit --set /a
+  expect 2 '' "xmldom: --set: 2 required PATH TEXT missing\nxmldom: 'xmldom edit --help' explains more\n"
+}
+
 too_many_operands_are_refused_in_their_order() {
   run diff a b c d
   expect 2 '' "xmldom: too many operands: 'c' 'd'\nxmldom: 'xmldom diff --help' explains more\n"

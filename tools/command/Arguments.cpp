@@ -78,6 +78,7 @@ void Arguments::AddRepeatable(const std::string& names, const std::string& value
     return true;
   };
   CLI::Option* option = m_parser.add_option(names, callback, help)
+                            ->type_name(valueNames)  // for the message when one is missing
                             ->type_size(valueCount)
                             ->expected(1)
                             ->allow_extra_args(false)
