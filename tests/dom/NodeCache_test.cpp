@@ -82,6 +82,41 @@ TEST(NodeCacheOfTheEnd, Is_not_used_for_children_that_a_sibling_without_parent_h
   EXPECT_EQ(nullptr, end->m_pNextSibling);
 }
 
+// appendChild links a node without parent along with the siblings that follow it, also when it is
+// linked in another chain already. Taking it out of the second chain cuts the first.
+TEST(NodeCacheOfTheEnd, Is_not_used_for_children_cut_off_by_a_removal_from_another_parent) {
+  const Node parent(NewElement(nullptr, "p"));
+  Node first = NewElement(nullptr, "first");
+  const Node moved(first->AddSibling("moved", nullptr));
+  parent->appendChild(first.Detach(), nullptr);
+  for (int i = 0; i < 40; ++i) Node(parent->AddChild("x", nullptr));
+  const Node end(parent->AddChild("end", nullptr));
+  const Node other = NewElement(nullptr, "q");
+  moved->AddRef();
+  EXPECT_EQ(S_OK, other->appendChild(moved, nullptr));
+  Node removed;
+  EXPECT_EQ(S_OK, other->removeChild(moved, removed.Out()));
+  Node(parent->AddChild("d", nullptr));
+  EXPECT_EQ("<p><first/><moved/><d/></p>", CompactXml(parent));
+  EXPECT_EQ(nullptr, end->m_pNextSibling);
+}
+
+TEST(NodeCacheOfTheEnd, Is_not_used_for_siblings_without_parent_cut_off_by_a_removal) {
+  const Node first = NewElement(nullptr, "first");
+  for (int i = 0; i < 9; ++i) Node(first->AddSibling("x", nullptr));
+  const Node moved(first->AddSibling("moved", nullptr));
+  for (int i = 0; i < 20; ++i) Node(first->AddSibling("y", nullptr));
+  const Node end(first->AddSibling("end", nullptr));
+  const Node parent(NewElement(nullptr, "p"));
+  moved->AddRef();
+  EXPECT_EQ(S_OK, parent->appendChild(moved, nullptr));
+  Node removed;
+  EXPECT_EQ(S_OK, parent->removeChild(moved, removed.Out()));
+  const Node added(first->AddSibling("n", nullptr));
+  EXPECT_EQ(added.Get(), moved->m_pNextSibling);
+  EXPECT_EQ(nullptr, end->m_pNextSibling);
+}
+
 TEST(NodeCacheTokens, Never_come_from_the_first_group) {
   unsigned long next = 0ul - xmldom::kTokensAtOnce;
   EXPECT_EQ(~0ul, xmldom::LastOfNextGroup(next));

@@ -11,15 +11,18 @@
 // in only three ways: it destroys the node with the head of the chain, which drops the entry; it
 // unlinks one node and links its neighbours, after which the rest of the chain is linked as before;
 // or it cuts off all siblings that follow a node, and then everything is forgotten
-// (ForgetFollowers). Applications can cut chains by hand; so every entry is compared with the links
-// when it is used.
+// (ForgetFollowers). A node without parent can be in two chains, because appendChild links it along
+// with its followers, and unlinking it in one of them cuts the other. That its followers do not
+// name the same parent shows it, unless children were added to that parent in between. Applications
+// can cut chains by hand; so every entry is compared with the links when it is used.
 //
-// What other threads do is learned from tokens. A thread that destroys or unlinks a node enters a
-// new token in g_aulTokens: for the region of memory where that node is, and for the region of the
-// parent, which stands for the parent's chains. Of a subtree that is destroyed as a whole, the
-// parent of its top node is enough: the other parents are destroyed too. An entry holds the tokens
-// that were in the table for its nodes when it was made. It may be used only while the same ones
-// are there, or one that this thread has entered itself.
+// What other threads do is learned from tokens. A thread that destroys a node enters a new token in
+// g_aulTokens, for the region of memory where that node is; one that destroys or unlinks a node
+// enters one for the region of the parent, which stands for the parent's chains. A node that is
+// unlinked no longer names the parent. Of a subtree that is destroyed as a whole, the parent of its
+// top node is enough: the other parents are destroyed too. An entry holds the tokens that were in
+// the table for its nodes when it was made. It may be used only while the same ones are there, or
+// one that this thread has entered itself.
 //
 // Why this is enough: let thread A cache a node, pass the document on, and thread B destroy the
 // node. B enters a token that nobody has used before. Passing a document on synchronises the two

@@ -30,7 +30,8 @@ struct CachedPlace {
 
 /// The end of a chain, and its first node, which insertions and removals at the front keep up to
 /// date. Only `previous` and `last` are dereferenced. `previous` is the place of the node before
-/// the last; when the node that followed `last` was removed, it is the place of `last` itself.
+/// the last; when the node that followed `last` was removed, it is the place of `last` itself. It
+/// may also be empty, or a place of another chain, and counts only where IsLinked says so.
 struct ChainEnd {
   IXMLDOMNode** head;  // the field that heads the chain
   IXMLDOMNode* first;

@@ -60,7 +60,8 @@ inline bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* he
   return true;
 }
 
-/// The node before the last of an entry that is right.
+/// The node before the last of an entry that is right, when it is known; else any node that exists,
+/// or null.
 inline const CachedNode& BeforeLastOf(const ChainEnd& end) {
   const CachedPlace& place = end.previous;
   return place.node.node == end.last.node ? place.prior : place.node;
@@ -201,6 +202,8 @@ XMLDOM_NOINLINE void Unlink(IXMLDOMNode* before, IXMLDOMNode* node) {
   IXMLDOMNode* const next = node->m_pNextSibling;
   IXMLDOMNode*& head = parent->m_pFirstChild;
   NoteChange(cache, parent);
+  // Linked along by appendChild, they may be in another chain too, which is cut here.
+  if (next != nullptr && next->m_pParent != parent) ForgetFollowers(node);
   node->m_pNextSibling = nullptr;
   node->m_pParent = nullptr;
   ChainEnd& end = cache.ends[SlotOf(&head)];
