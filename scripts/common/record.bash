@@ -4,7 +4,8 @@
 # Sourced behind script.bash. Tested by tests/scripts/.
 
 # take_record_option "$@": sets `records` when --record is among the arguments, and `arguments` to
-# the others.
+# the others. To be called in the project's root before anything is built, because the commit that is
+# checked out then is the one that is counted.
 take_record_option() {
   records=
   arguments=()
@@ -12,6 +13,7 @@ take_record_option() {
   for argument in "$@"; do
     if [ "$argument" = --record ]; then records=yes; else arguments+=("$argument"); fi
   done
+  [ -z "$records" ] || counted_commit=$(_commit)
 }
 
 # record NAME < TEXT: makes the text the section of the page, behind a line that says when, on which
@@ -24,7 +26,7 @@ record() {
   text=$(mktemp)
   made=$(mktemp)
   {
-    printf '\n%s, commit %s, `%s`:\n\n' "$(date +%Y-%m-%d)" "$(_measured_commit)" "$command_line"
+    printf '\n%s, commit %s, `%s`:\n\n' "$(date +%Y-%m-%d)" "$counted_commit" "$command_line"
     cat
     printf '\n'
   } >"$text"
@@ -37,7 +39,7 @@ record() {
 }
 
 # The page itself may differ from the commit.
-_measured_commit() {
+_commit() {
   local changes=
   git diff --quiet HEAD -- . ':!docs/hardening.md' || changes=' with changes'
   echo "$(git rev-parse --short HEAD)$changes"
