@@ -12,6 +12,7 @@
 #include <xmldom/xmldom_ptr.h>
 
 #include <algorithm>
+#include <cassert>
 #include <cstddef>
 #include <functional>
 #include <unordered_map>
@@ -193,6 +194,7 @@ std::vector<IXMLDOMNode*> Select(const SearchPath& path, IXMLDOMNode* start, boo
 }
 
 IXMLDOMNode* FieldSearch::From(IXMLDOMNode* node) {
+  assert(node != nullptr);
   const IXMLDOMNode* arrived = node;
   for (const PathStep& step : m_field.steps) {
     if (!HasDots(step) || arrived == nullptr) break;

@@ -10,6 +10,7 @@
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
 
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 #include <functional>
@@ -118,14 +119,21 @@ XMLPtr<IXMLDOMDocument2> SampleOf(const EditStep& step, const std::string& name)
   return sample;
 }
 
+/// Gives an element an attribute whose value has the form in which a load stores it.
+void StoreAttribute(IXMLDOMNode* element, const std::string& name, const char* loaded) {
+  Require(xmldom::SetAttribute(element, name.c_str(), std::string()));
+  IXMLDOMNode* const attribute = *LinkTo(element, name);
+  assert(attribute != nullptr);
+  xmldom::ReplaceValue(attribute, loaded);
+}
+
 /// Gives an element those attributes of a sample that it lacks.
 void AddDefaults(IXMLDOMNode* element, const IXMLDOMNode* sample) {
   for (const IXMLDOMNode* supplied = sample->m_pFirstAttribute; supplied != nullptr;
        supplied = supplied->m_pNextSibling) {
     const std::string name = supplied->m_pszNodeName;
     if (*LinkTo(element, name) != nullptr) continue;
-    Require(xmldom::SetAttribute(element, name.c_str(), std::string()));
-    xmldom::ReplaceValue(*LinkTo(element, name), supplied->m_pszValue);
+    StoreAttribute(element, name, supplied->m_pszValue);
   }
 }
 
@@ -212,8 +220,7 @@ void ChangeSetAttribute(EditStep& step) {
   for (const EditTarget& target : step.targets) {
     const IXMLDOMNode* present = *LinkTo(target.node.Get(), name);
     const bool isNew = present == nullptr || !IsWritten(step, present);
-    Require(xmldom::SetAttribute(target.node, name.c_str(), std::string()));
-    xmldom::ReplaceValue(*LinkTo(target.node.Get(), name), value.c_str());
+    StoreAttribute(target.node.Get(), name, value.c_str());
     if (isNew) MoveBehindWritten(step, target.node.Get(), name);
   }
 }
