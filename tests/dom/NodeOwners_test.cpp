@@ -112,6 +112,15 @@ TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_siblings_added_to_one_of_anot
   EXPECT_EQ("b ", NotOwnedBy(m_document, m_document));
 }
 
+TEST_F(NodeOwners, What_is_known_of_one_chain_is_not_taken_for_another) {
+  Node(At(m_root, {1})->AddChild("w", nullptr))->RecurseSetDocument(m_other);
+  Insert(2);
+  EXPECT_EQ("w ", NotOwnedBy(m_document, m_document));
+  IXMLDOMNode* const parent = At(m_root, {1});
+  EXPECT_EQ(S_OK, parent->insertBefore(NewChild(), parent->m_pFirstChild, nullptr));
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
 TEST_F(NodeOwners, A_reference_child_with_an_owner_written_by_hand_is_noticed) {
   At(m_root, {1})->m_pOwnerDocument = m_other;
   At(m_root, {3, 0})->m_pOwnerDocument = nullptr;

@@ -120,22 +120,12 @@ TEST(XMLNodeBuildValues, AppendValue_appends_up_to_a_length_or_a_NUL) {
     int length;
     const char* after;
   } rows[] = {
-      {"xy", "abcdef", 3, "xyabc"},
-      {"xy", "abcdef", 6, "xyabcdef"},
-      {"", "abc", 1, "a"},
-      {nullptr, "abcdef", 3, "abc"},
-      {"xy", "ab\0cd", 5, "xyab"},
-      {nullptr, "ab\0cd", 5, "ab"},
-      {"xy", "abc", INT_MAX, "xyabc"},
-      {"xy", "", 1, "xy"},
-      {nullptr, "", 1, ""},
-      {"xy", "abc", 0, "xy"},
-      {"xy", "abc", -1, "xy"},
-      {"xy", "abc", INT_MIN, "xy"},
-      {nullptr, "abc", 0, "(null)"},
-      {nullptr, "abc", -1, "(null)"},
-      {"xy", nullptr, 0, "xy"},
-      {"xy", nullptr, 3, "xy"},
+      {"xy", "abcdef", 3, "xyabc"}, {"xy", "abcdef", 6, "xyabcdef"}, {"x", "abc", 2, "xab"},
+      {"", "abc", 1, "a"},          {nullptr, "abcdef", 3, "abc"},   {"xy", "ab\0cd", 5, "xyab"},
+      {nullptr, "ab\0cd", 5, "ab"}, {"xy", "abc", INT_MAX, "xyabc"}, {"xy", "", 1, "xy"},
+      {nullptr, "", 1, ""},         {"xy", "abc", 0, "xy"},          {"xy", "abc", -1, "xy"},
+      {"xy", "abc", INT_MIN, "xy"}, {nullptr, "abc", 0, "(null)"},   {nullptr, "abc", -1, "(null)"},
+      {"xy", nullptr, 0, "xy"},     {"xy", nullptr, 3, "xy"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message()

@@ -220,7 +220,15 @@ TEST(EntityNesting, Of_a_chain_is_found_in_any_order_of_declarations) {
 TEST(EntityNesting, Is_that_of_the_first_declaration_of_a_name) {
   const std::string chain = "<!ENTITY e0 'x'>" + Numbered(kMost, "<!ENTITY e~ '&e@;'>");
   EXPECT_FALSE(IsRefused(Declaring(chain + "<!ENTITY top '&e255;'><!ENTITY top '&e256;'>")));
+  EXPECT_FALSE(IsRefused(Declaring(chain + "<!ENTITY top 'x'><!ENTITY top '&e256;'>")));
   EXPECT_TRUE(IsRefused(Declaring(chain + "<!ENTITY top '&e256;'><!ENTITY top 'x'>")));
+}
+
+TEST(EntityNesting, Of_all_that_refer_to_an_entity_grows_with_its_declaration) {
+  const std::string chain = Numbered(kTooMany, "<!ENTITY e~ '&e@;'>");
+  const std::string other = "<!ENTITY f '&e0;'>";
+  EXPECT_TRUE(IsRefused(Declaring(chain + other + "<!ENTITY e0 ''>")));
+  EXPECT_TRUE(IsRefused(Declaring(other + chain + "<!ENTITY e0 ''>")));
 }
 
 TEST(EntityNesting, Never_goes_through_a_predefined_entity) {

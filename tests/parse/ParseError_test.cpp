@@ -321,13 +321,15 @@ TEST(ParseErrorAssignment, Copies_numbers_and_texts) {
   const Error target = MakeError(1, "old", "<old>");
   {
     const Error source = MakeError(7, "reason", "<tag>");
-    source->m_lLine = 44;
+    source->m_lFilePos = 44;
+    source->m_lLine = 55;
+    source->m_lLinePos = 66;
     EXPECT_EQ(target.Get(), &(*target.Get() = *source.Get()));
   }
   EXPECT_EQ(7, target->m_lErrorCode);
-  EXPECT_EQ(11, target->m_lFilePos);
-  EXPECT_EQ(44, target->m_lLine);
-  EXPECT_EQ(33, target->m_lLinePos);
+  EXPECT_EQ(44, target->m_lFilePos);
+  EXPECT_EQ(55, target->m_lLine);
+  EXPECT_EQ(66, target->m_lLinePos);
   EXPECT_EQ("reason", Text(target->m_bstrReason));
   EXPECT_EQ("<tag>", Text(target->m_bstrSrcText));
 }

@@ -149,6 +149,34 @@ TEST(XMLDocumentLoadFileReading, Leaves_a_file_alone_that_a_handler_opens_meanwh
   EXPECT_EQ(0, close(handler.descriptor));
 }
 
+// A service may have closed its standard input.
+TEST(XMLDocumentLoadFileReading, Reads_a_file_with_the_descriptor_0_like_any_other) {
+  TemporaryFile file("<a>x</a>");
+  const int input = dup(STDIN_FILENO);
+  close(STDIN_FILENO);
+  std::vector<int> descriptors;
+  std::string asked;
+  const Document document = NewDocument();
+  LoadOutcome outcome = kParsed;
+  {
+    const ReadCalls calls([&](int descriptor, void* memory, std::size_t size) {
+      descriptors.push_back(descriptor);
+      asked += std::to_string(size) + " ";
+      return ReadCalls::Really(descriptor, memory, size);
+    });
+    outcome = LoadPath(document, file.Path());
+  }
+  const bool isClosed = fcntl(STDIN_FILENO, F_GETFD) == -1;
+  if (input >= 0) {
+    dup2(input, STDIN_FILENO);
+    close(input);
+  }
+  EXPECT_EQ(kParsed, outcome);
+  EXPECT_EQ((std::vector<int>{0, 0}), descriptors);
+  EXPECT_EQ("8 1 ", asked);
+  EXPECT_TRUE(isClosed);
+}
+
 // A file that is read to its end needs no more memory than its size, unless it grows.
 TEST(XMLDocumentLoadFileReading, Looks_for_the_end_with_a_byte_of_its_own) {
   if (!HasInputContext()) GTEST_SKIP() << "the parser has no memory of its own";

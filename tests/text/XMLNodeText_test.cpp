@@ -199,6 +199,15 @@ TEST(XMLNodeTextAsStr, Is_a_new_text_on_the_heap) {
   EXPECT_EQ("x y", TakeHeap(Root(document)->GetTextAsStr()));
 }
 
+TEST(XMLNodeTextAsStr, Decodes_each_text_also_when_no_debug_line_is_printed) {
+  const Document document = Load("<a><b>1 &lt; 2 &amp; 3</b>x&#65;y<c>&gt;</c></a>");
+  SetDebugEntities(false);
+  StdoutCapture output;
+  EXPECT_EQ("xAy 1 < 2 & 3 >", TakeHeap(Root(document)->GetTextAsStr()));
+  SetDebugEntities(true);
+  EXPECT_EQ("", output.Take());
+}
+
 TEST(XMLNodeTextAsStr, Is_null_when_there_is_no_text) {
   const Document document = Load("<a><b/></a>");
   EXPECT_EQ(nullptr, Root(document)->GetTextAsStr());
@@ -248,8 +257,11 @@ std::string Overrun(int passed, int required) {
 
 TEST(XMLNodeTextStringValue, Is_null_without_a_buffer_in_silence) {
   const Document document = Load("<a>text</a>");
+  Root(document)->AddTextChild("&lt;&unknown;");
   LogCapture log;
+  StdoutCapture output;
   EXPECT_EQ(nullptr, Root(document)->GetStringValue(nullptr, 16));
+  EXPECT_EQ("", output.Take());
   EXPECT_TRUE(log.Events().empty());
 }
 
