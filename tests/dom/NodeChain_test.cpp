@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <vector>
+
 #include "harness/LinearTime.h"
 #include "harness/ParentOfMany.h"
 #include "harness/SmallStack.h"
@@ -222,6 +224,22 @@ TEST_F(NodeChain, A_tail_that_was_moved_to_another_parent_stays_there) {
   Add("d");
   EXPECT_EQ("<p><a/><d/></p>", Xml(m_document));
   EXPECT_EQ("<q><b/><c/></q>", Xml(other));
+}
+
+// Which slot of the cache has the end of a chain depends on where its parent is. The call that sets
+// the owner forgets the ends of all other chains.
+TEST_F(NodeChain, A_last_child_that_was_destroyed_gets_no_sibling_wherever_its_parent_is) {
+  std::vector<Node> parents;
+  for (int i = 0; i < 64; ++i) {
+    parents.push_back(NewElement(m_document, "p"));
+    IXMLDOMNode* const parent = parents.back();
+    parent->RecurseSetDocument(m_document);
+    for (int child = 0; child < kMany; ++child) Node(parent->AddChild("x", nullptr));
+    IXMLDOMNode* const before = At(parent, {kMany - 2});
+    Release(before->m_pNextSibling);
+    const Node added(parent->AddChild("y", nullptr));
+    EXPECT_EQ(added.Get(), before->m_pNextSibling);
+  }
 }
 
 // Each insertion gives the chain another head.

@@ -202,7 +202,8 @@ class FieldWitness : public IXMLDOMNode {
       : IXMLDOMNode(owner, name, "value", type), m_story(story) {}
   ~FieldWitness() override {
     *m_story += std::string(m_pszNodeName) + "=" + m_pszValue + " type" +
-                std::to_string(m_eNodeType) + (m_pParent != nullptr ? " parent" : "") +
+                std::to_string(m_eNodeType) +
+                (m_pParent != nullptr ? std::string(" below ") + m_pParent->m_pszNodeName : "") +
                 (m_pOwnerDocument != nullptr ? " owner" : "") + "; ";
   }
 
@@ -211,7 +212,8 @@ class FieldWitness : public IXMLDOMNode {
 };
 
 // Attributes are not visited when owners and parents are cleared, and deeper nodes keep their
-// parents. The destructor of the top node runs before anything is cleared.
+// parents, which still have their names. The destructor of the top node runs before anything is
+// cleared.
 TEST(XMLNodeLifetimeDestruction, A_derived_node_has_its_own_fields_in_its_destructor) {
   std::string story;
   Document document = NewDocument();
@@ -226,8 +228,9 @@ TEST(XMLNodeLifetimeDestruction, A_derived_node_has_its_own_fields_in_its_destru
   top->m_pFirstAttribute = attribute;
   top.Reset();
   EXPECT_EQ(
-      "top=value type8 owner; sibling=value type3; child=value type1; deep=value type6 parent; "
-      "attribute=value type2 parent owner; ",
+      "top=value type8 owner; sibling=value type3; child=value type1; deep=value type6 below "
+      "plain; "
+      "attribute=value type2 below top owner; ",
       story);
 }
 
