@@ -3,6 +3,7 @@
 #include <tools/edit/EditStep.h>
 #include <xmldom/xmldom.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ struct Row {
   std::size_t offset;
   const char* reason;
 };
+
+/// How a row is named when its case fails.
+void PrintTo(const Row& row, std::ostream* out) { *out << row.option << " in " << row.before; }
 
 class RefusedEdits : public testing::TestWithParam<Row> {};
 

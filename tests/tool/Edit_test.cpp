@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,9 @@ struct Row {
   std::vector<std::string> operands;
   std::string after;
 };
+
+/// How a row is named when its case fails.
+void PrintTo(const Row& row, std::ostream* out) { *out << row.option << " in " << row.before; }
 
 std::string Apply(const Row& row, bool all) {
   tool::EditedText edited = MakeEdited(row.before);

@@ -6,6 +6,7 @@
 #include <xmldom/xmldom.h>
 
 #include <cstring>
+#include <ostream>
 #include <string>
 
 #include "tool/Loading.h"
@@ -56,6 +57,9 @@ struct Row {
   std::string text;
   const char* places;
 };
+
+/// How a row is named when its case fails.
+void PrintTo(const Row& row, std::ostream* out) { *out << row.text; }
 
 class SourceMapRows : public testing::TestWithParam<Row> {};
 

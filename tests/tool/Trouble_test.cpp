@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <functional>
 #include <new>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 
@@ -22,6 +23,9 @@ struct Row {
   ExitStatus status;
   const char* message;
 };
+
+/// How a row is named when its case fails.
+void PrintTo(const Row& row, std::ostream* out) { *out << row.message; }
 
 class TroubleRows : public testing::TestWithParam<Row> {};
 
