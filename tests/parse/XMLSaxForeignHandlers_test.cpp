@@ -5,6 +5,7 @@
 #include <xmldom/parse/XMLSax.h>
 #include <xmldom/xmldom.h>
 
+#include <cstring>
 #include <functional>
 #include <string>
 
@@ -48,6 +49,24 @@ TEST(XMLSaxForeignHandlers, May_load_build_change_and_release_other_documents) {
     EXPECT_EQ(kTree, CompactXml(document));
   }
   EXPECT_EQ("", Balance::Now().ChangesSince(balance));
+}
+
+TEST(XMLSaxForeignHandlers, Are_told_the_length_of_the_event_as_the_place_of_the_error) {
+  const Document document = NewDocument();
+  CXMLSax sax(document);
+  sax.CreateParser();
+  long place = -1;
+  l_onComment = [&document, &place] {
+    XMLPtr<IXMLDOMParseError> error;
+    EXPECT_EQ(S_OK, document->get_parseError(error.Out()));
+    place = error->m_lFilePos;
+  };
+  XML_SetCommentHandler(sax.m_p, [](void*, const char*) { l_onComment(); });
+  document->m_pSax = &sax;
+  EXPECT_TRUE(sax.LoadXML(kXml));
+  document->m_pSax = nullptr;
+  l_onComment = nullptr;
+  EXPECT_EQ(static_cast<long>(std::strlen("<!--c-->")), place);
 }
 
 TEST(XMLSaxForeignHandlers, May_load_what_calls_them_again) {

@@ -43,9 +43,11 @@ TEST(variant, Type_codes_are_those_of_the_interface) {
 TEST(variant, VariantInit_makes_any_record_empty) {
   VARIANT record;
   record.vt = 0xffff;
+  record.bstrVal = nullptr;
   record.lVal = 7;
   VariantInit(&record);
   EXPECT_EQ(VT_EMPTY, record.vt);
+  EXPECT_EQ(nullptr, record.bstrVal);
 }
 
 TEST(variant, VariantInit_does_not_free_what_the_record_held) {

@@ -208,6 +208,15 @@ TEST(XMLNodeTextAsStr, Decodes_each_text_also_when_no_debug_line_is_printed) {
   EXPECT_EQ("", output.Take());
 }
 
+// Such a text is put before what was collected from below the element.
+TEST(XMLNodeTextAsStr, Puts_texts_of_every_length_before_those_of_the_children) {
+  for (std::size_t length = 1; length < 3000; length += 13) {
+    const std::string late(length, 'y');
+    const Document document = Load("<a><b>" + Repeat("x", 500) + "</b>" + late + "</a>");
+    EXPECT_EQ(late + " " + Repeat("x", 500), TakeHeap(Root(document)->GetTextAsStr()));
+  }
+}
+
 TEST(XMLNodeTextAsStr, Is_null_when_there_is_no_text) {
   const Document document = Load("<a><b/></a>");
   EXPECT_EQ(nullptr, Root(document)->GetTextAsStr());

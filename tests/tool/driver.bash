@@ -20,9 +20,10 @@ trap 'rm -rf "$scratch"' EXIT
 export LC_ALL=C TERM=xterm
 unset NO_COLOR
 
-# By about how much the tool is slower than a plain build: in an emulator, which the script of a cross
-# build starts, and under the address sanitizer.
+# By about how much the tool is slower than a plain build: under Valgrind and in an emulator, which a
+# script starts that stands for it, and under the address sanitizer.
 slowness=1
+if grep -qa '^exec valgrind ' "$tool"; then slowness=30; fi
 if grep -qa "^exec 'qemu-" "$tool"; then slowness=20; fi
 if grep -qa __asan_init "$tool"; then slowness=5; fi
 
