@@ -52,8 +52,8 @@ class Judge:
         return (PASSED, "") if failed is None else (NOTICED, failed)
 
     def thorough(self, mutant: Mutant) -> Tuple[str, str]:
-        if self._review.verdict(mutant) == "same":
-            return PASSED, ""
+        if self._review.verdict(mutant) is not None:
+            return PASSED, ""  # judged already
         self.make(mutant)
         failed = self._checks.failure(self._checks.thorough(), self.folder)
         return (PASSED, "") if failed is None else (NOTICED, failed)
