@@ -92,6 +92,15 @@ TEST(TextMemoryOfNestedElements, Has_the_text_of_each_element) {
   EXPECT_EQ(0, CountSelected(document, "//a[a=0]"));
 }
 
+TEST(TextMemoryOfNestedElements, Is_the_same_for_each_predicate_of_a_step) {
+  const std::string many = Repeat("<c/>", kSomeLevels);
+  const Document document = Load("<r><a><b>x" + many + "</b></a></r>");
+  EXPECT_EQ(1, CountSelected(document, "//a[b='x'][b='x']"));
+  // What an application has put below a text is no part of it.
+  At(Root(document), {0, 0, 0})->AddTextChild("y");
+  EXPECT_EQ(1, CountSelected(document, "//a[b='x'][b='x']"));
+}
+
 TEST(TextMemoryOfNestedElements, Has_number_0_without_digits_whatever_stands_behind) {
   const std::string inner = "<a>&#32;" + Repeat("<c/>", kSomeLevels) + "</a>";
   const Document document = Load("<a><a>" + inner + "<d>7</d></a></a>");
