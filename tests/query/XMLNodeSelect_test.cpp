@@ -8,6 +8,7 @@
 #include "harness/LogCapture.h"
 #include "harness/RefusingLog.h"
 #include "harness/SmallStack.h"
+#include "harness/StdoutCapture.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -112,6 +113,18 @@ TEST(XMLNodeSelect, A_descendant_selection_is_grouped_by_context_not_in_document
   ExpectSelections(
       document,
       {{"//a", {"a1", "a3", "a2"}}, {"/r/a", {"a1", "a3"}}, {"//*", {"r", "a1", "a3", "a2"}}});
+}
+
+TEST(XMLNodeSelect, Predicates_of_a_descendant_selection_print_in_the_order_of_the_contexts) {
+  const Document document =
+      Load("<r><a><n>&lt;1</n><a><n>&lt;2</n></a></a><a><n>&lt;3</n></a></r>");
+  StdoutCapture output;
+  Ref<IXMLDOMNodeList>(document->SelectNodes("//a[n='x']"));
+  EXPECT_EQ(
+      "Translate Entities: from <&lt;1> to <<1>\n"
+      "Translate Entities: from <&lt;3> to <<3>\n"
+      "Translate Entities: from <&lt;2> to <<2>\n",
+      output.Take());
 }
 
 TEST(XMLNodeSelect, Two_slashes_inside_a_path_are_an_empty_step) {
