@@ -69,15 +69,6 @@ TEST(XMLSaxForeignHandlers, Are_told_the_length_of_the_event_as_the_place_of_the
   EXPECT_EQ(static_cast<long>(std::strlen("<!--c-->")), place);
 }
 
-TEST(XMLSaxForeignHandlers, May_throw_behind_a_text_that_stays) {
-  const Document document = NewDocument();
-  EXPECT_THROW(LoadWithComments(document, kXml, [] { throw 5; }), int);
-  EXPECT_EQ("<a v='1'>one<b>two</b></a>", CompactXml(document));
-  const Document other = NewDocument();
-  EXPECT_THROW(LoadWithComments(other, "<a>one<!--c-->two</a>", [] { throw 5; }), int);
-  EXPECT_EQ("<a>one</a>", CompactXml(other));
-}
-
 TEST(XMLSaxForeignHandlers, May_load_what_calls_them_again) {
   const Document outer = NewDocument();
   const Document inner = NewDocument();

@@ -62,6 +62,25 @@ TEST(XMLSaxMemory, Keeps_the_tree_built_up_to_the_failure) {
   EXPECT_EQ(CompactXml(whole), CompactXml(document));
 }
 
+// A text comes in pieces: here the first line, its end, which is dropped, and the second line,
+// which needs memory.
+TEST(XMLSaxMemory, Keeps_a_text_up_to_the_piece_that_failed) {
+  const std::string xml = "<a>one\n" + std::string(100, 'x') + "</a>";
+  int kept = 0;
+  for (int allowed = 0;; ++allowed) {
+    const Document document = NewDocument();
+    try {
+      const bool failsOnce = true;
+      OutOfMemory limit(allowed, failsOnce);
+      document->loadXML(xml.c_str());
+      break;
+    } catch (const std::bad_alloc&) {
+      kept += CompactXml(document) == "<a>one</a>";
+    }
+  }
+  EXPECT_EQ(1, kept);
+}
+
 TEST(XMLSaxMemory, Leaves_a_document_that_loads_again) {
   const Document document = NewDocument();
   for (int allowed = 0; !LoadWithin(document, allowed); ++allowed) {
