@@ -43,6 +43,14 @@ TEST(SourceEncoding, Declaration_names_utf_8_in_as_many_bytes) {
             Decoded("\xff\xfe" + Utf16("<?xml version='1.0' encoding='UTF-16'?><a/>", false)));
 }
 
+// The parser refuses it. Bytes that become two in UTF-8 would move the name of the encoding.
+TEST(SourceEncoding, Declaration_that_is_not_in_ascii_is_none) {
+  for (const char* text : {"<?xml version='\xff' encoding='iso-8859-1'?><a>\xe9</a>",
+                           "<?xml version='1.0' \xff\xff encoding='iso-8859-1'?><a/>"}) {
+    EXPECT_EQ(text, Decoded(text));
+  }
+}
+
 TEST(SourceEncoding, Utf_16_is_known_by_its_mark_or_its_first_character) {
   for (bool isBigEndian : {false, true}) {
     EXPECT_EQ("<a/>", Decoded(Utf16("<a/>", isBigEndian)));

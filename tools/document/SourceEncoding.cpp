@@ -9,6 +9,9 @@
 
 #include <strings.h>
 
+#include <algorithm>
+#include <cstddef>
+
 namespace tool {
 
 namespace {
@@ -18,6 +21,11 @@ const char kUtf8Name[] = "UTF-8";
 
 bool BeginsWith(const std::string& text, const std::string& beginning) {
   return text.compare(0, beginning.size(), beginning) == 0;
+}
+
+bool IsAscii(const std::string& text, std::size_t from) {
+  return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 bool IsSurrogate(unsigned long unit) { return unit >= 0xD800 && unit < 0xE000; }
@@ -85,6 +93,8 @@ void SourceEncoding::FindDeclaredName(const std::string& text) {
   const std::size_t end = text.find("?>", begin);
   if (text.compare(begin, 5, "<?xml") != 0 || end == std::string::npos) return;
   const std::string declaration = text.substr(0, end) + '>';
+  // The parser refuses any other; and what is not ASCII takes another place in UTF-8.
+  if (!IsAscii(declaration, begin)) return;
   StartTag tag(declaration, begin);
   SourceRange name = {0, 0};
   SourceRange value = {0, 0};
