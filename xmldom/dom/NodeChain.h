@@ -20,8 +20,8 @@ const std::size_t kFewNodes = 16;
 /// The last node of the chain that starts at `head`, which must not be null, and whose nodes have
 /// the parent `parent`. The end of a long chain is cached then. Cost: constant when the end of the
 /// chain is cached; otherwise linear in the chain. An end stays cached until another thread
-/// destroys or unlinks a node in a region of memory of the parent or of the last three nodes, another
-/// chain takes its slot, or the thread forgets everything (NodeCache.h).
+/// destroys or unlinks a node in a region of memory of the parent or of the last three nodes,
+/// another chain takes its slot, or the thread forgets everything (NodeCache.h).
 IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent);
 
 /// The node before `node`, which has a parent, when it is the last child and that is cached; else
