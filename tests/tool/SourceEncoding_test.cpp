@@ -51,6 +51,13 @@ TEST(SourceEncoding, Declaration_that_is_not_in_ascii_is_none) {
   }
 }
 
+TEST(SourceEncoding, Instruction_whose_name_begins_with_xml_is_no_declaration) {
+  const std::string text = "<?xml-stylesheet encoding='iso-8859-1'?><a/>";
+  const std::string inUtf8 = "<?xml-stylesheet encoding='iso-8859-1'?><a>\xc3\xa9</a>";
+  EXPECT_EQ(inUtf8, Decoded(inUtf8));
+  EXPECT_EQ(text, Decoded(Utf16(text, true)));
+}
+
 TEST(SourceEncoding, Utf_16_is_known_by_its_mark_or_its_first_character) {
   for (bool isBigEndian : {false, true}) {
     EXPECT_EQ("<a/>", Decoded(Utf16("<a/>", isBigEndian)));
