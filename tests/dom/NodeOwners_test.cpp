@@ -112,8 +112,8 @@ TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_siblings_added_to_one_of_anot
   EXPECT_EQ("b ", NotOwnedBy(m_document, m_document));
 }
 
-// Several times, because what another thread may have changed is told for regions of memory, and
-// the two chains may be in one or in two.
+// Several times: once the process has had other threads, what they may have changed is told for
+// regions of memory, and the two chains may be in one or in two.
 TEST_F(NodeOwners, What_is_known_of_one_chain_is_not_taken_for_another) {
   for (int i = 0; i < 20; ++i) {
     const Document document = Load("<a><b/><c><x/></c><d/></a>");

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "harness/CountWitness.h"
 #include "harness/SmallStack.h"
 #include "harness/Trees.h"
 
@@ -53,24 +54,10 @@ TEST(XMLNodeLifetimeDestruction, The_head_of_a_chain_takes_its_followers_along) 
   EXPECT_EQ(before, IXMLDOMNode::m_iObjCount);
 }
 
-namespace {
-
-/// A node whose destructor notes how many nodes there are.
-class Counter : public IXMLDOMNode {
- public:
-  explicit Counter(int& count) : m_count(count) {}
-  ~Counter() override { m_count = IXMLDOMNode::m_iObjCount; }
-
- private:
-  int& m_count;
-};
-
-}  // namespace
-
 TEST(XMLNodeLifetimeDestruction, A_derived_destructor_finds_those_before_it_counted) {
   Document document = Load("<p><a/><b><c/></b><d x='1'/></p>");
   int seen = 0;
-  At(document, {0, 1})->AddChild(new Counter(seen));
+  At(document, {0, 1})->AddChild(new CountWitness(IXMLDOMNode::m_iObjCount, seen));
   const int before = IXMLDOMNode::m_iObjCount;
   document.Reset();
   // Only <d> and its attribute have gone by then.
@@ -228,9 +215,8 @@ TEST(XMLNodeLifetimeDestruction, A_derived_node_has_its_own_fields_in_its_destru
   top->m_pFirstAttribute = attribute;
   top.Reset();
   EXPECT_EQ(
-      "top=value type8 owner; sibling=value type3; child=value type1; deep=value type6 below "
-      "plain; "
-      "attribute=value type2 below top owner; ",
+      "top=value type8 owner; sibling=value type3; child=value type1; "
+      "deep=value type6 below plain; attribute=value type2 below top owner; ",
       story);
 }
 

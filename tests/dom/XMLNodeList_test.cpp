@@ -5,6 +5,7 @@
 #include <string>
 
 #include "harness/Allocation.h"
+#include "harness/CountWitness.h"
 #include "harness/Lists.h"
 #include "harness/Trees.h"
 
@@ -124,25 +125,11 @@ TEST(XMLNodeList, Keeps_nodes_alive_beyond_their_tree) {
 
 // ---- NextNode
 
-namespace {
-
-/// A node of an application that notes how many links there are when it is destroyed.
-class LinkWitness : public IXMLDOMNode {
- public:
-  explicit LinkWitness(int& links) : m_links(links) {}
-  ~LinkWitness() override { m_links = IXMLDOMNodeListElt::m_iObjCount; }
-
- private:
-  int& m_links;
-};
-
-}  // namespace
-
 TEST(XMLNodeList, Counts_a_link_until_its_node_is_released) {
   const int before = IXMLDOMNodeListElt::m_iObjCount;
   int links = 0;
   List list(new IXMLDOMNodeList);
-  list->Add(Node(new LinkWitness(links)));
+  list->Add(Node(new CountWitness(IXMLDOMNodeListElt::m_iObjCount, links)));
   list.Reset();
   EXPECT_EQ(before + 1, links);
   EXPECT_EQ(before, IXMLDOMNodeListElt::m_iObjCount);

@@ -106,6 +106,7 @@ TEST(XMLSaxErrorTag, Reaches_from_the_last_opening_bracket_to_the_first_closing_
       {"x", "x"},
       {"<", "<"},
       {">", ">"},
+      {">x>", ">x>"},
       {"<>", "<>"},
       {"x y<a>", "x y<a>"},
   };

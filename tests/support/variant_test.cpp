@@ -41,10 +41,10 @@ TEST(variant, Type_codes_are_those_of_the_interface) {
 }
 
 TEST(variant, VariantInit_makes_any_record_empty) {
+  char text[] = "text";
   VARIANT record;
   record.vt = 0xffff;
-  record.bstrVal = nullptr;
-  record.lVal = 7;
+  record.bstrVal = text;
   VariantInit(&record);
   EXPECT_EQ(VT_EMPTY, record.vt);
   EXPECT_EQ(nullptr, record.bstrVal);

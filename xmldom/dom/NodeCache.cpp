@@ -13,8 +13,9 @@
 // or it cuts off all siblings that follow a node, and then everything is forgotten
 // (ForgetFollowers). A node without parent can be in two chains, because appendChild links it along
 // with its followers, and unlinking it in one of them cuts the other. That its followers do not
-// name the same parent shows it, unless children were added to that parent in between. Applications
-// can cut chains by hand; so every entry is compared with the links when it is used.
+// name the same parent shows it. It is not noticed when children were added to that parent in
+// between: what is cached of the other chain then has a last node that the chain has lost.
+// Applications can cut chains by hand; so every entry is compared with the links when it is used.
 //
 // What other threads do is learned from tokens. A thread that destroys a node enters a new token in
 // g_aulTokens, for the region of memory where that node is; one that destroys or unlinks a node

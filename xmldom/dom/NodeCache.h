@@ -95,8 +95,9 @@ inline NodeCache& CacheOfThread() {
 /// The table of tokens has two to the power of this many elements.
 const int kIndexBits = 10;
 
-/// A token of the last change in each region of memory: that a node was destroyed or unlinked
-/// there. No two changes have the same token; 0 stands for none. Several regions share an element.
+/// A token of the last change in each region of memory: that a node was destroyed there, or taken
+/// from the children of one. No two changes have the same token; 0 stands for none. Several regions
+/// share an element.
 extern unsigned long g_aulTokens[1 << kIndexBits];
 
 /// Whether any thread has taken tokens. As long as none has, the table is empty.
