@@ -226,10 +226,10 @@ TEST_F(NodeChain, A_tail_that_was_moved_to_another_parent_stays_there) {
   EXPECT_EQ("<q><b/><c/></q>", Xml(other));
 }
 
-// Which slot of the cache has the end of a chain depends on where its parent is; so many parents
-// take all of them. The call that sets the owner forgets the ends of all other chains. An end that
-// stays in the cache is read, which the address sanitizer notices, before its links tell that it is
-// not used.
+// Which slot of the cache has the end of a chain depends on where its parent is, so many parents
+// take all slots. The call that sets the owner forgets the ends of all other chains. An end that
+// wrongly stayed would be read before its links show that it must not be used; only the address
+// sanitizer notices that.
 TEST_F(NodeChain, A_last_child_that_was_destroyed_is_not_read_wherever_its_parent_is) {
   std::vector<Node> parents;
   for (int i = 0; i < 64; ++i) {

@@ -83,6 +83,103 @@ TEST_F(NodeOwnersDeathTest, A_change_is_noticed_although_it_is_the_first) {
       testing::ExitedWithCode(0), "");
 }
 
+// A sibling of a node without parent may be given to the tree, and is in two chains then. What
+// happens in the other one changes its owner.
+TEST_F(NodeOwnersDeathTest, A_node_that_loses_its_owner_in_another_chain_gets_it_back) {
+  EXPECT_EXIT(
+      {
+        IXMLDOMNode* other = NewElement(m_document, "other").Detach();
+        m_root->appendChild(other->AddSibling("s", nullptr), nullptr);
+        other->RealRelease();
+        const bool isLost = NotOwnedBy(m_document, m_document) == "s ";
+        Insert(1);
+        std::_Exit(isLost && NotOwnedBy(m_document, m_document).empty() ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(NodeOwnersDeathTest, A_node_that_is_added_without_owner_in_another_chain_gets_one) {
+  EXPECT_EXIT(
+      {
+        const Node other = NewElement(nullptr, "other");
+        m_root->appendChild(other->AddSibling("s", nullptr), nullptr);
+        Node(other->AddSibling("t", nullptr));
+        const bool isWithout = NotOwnedBy(m_document, m_document) == "t ";
+        Insert(1);
+        std::_Exit(isWithout && NotOwnedBy(m_document, m_document).empty() ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+// Children that outlive their parent stay linked, and have no parent.
+TEST_F(NodeOwnersDeathTest, A_node_that_outlived_its_parent_gets_its_owner_back) {
+  const auto givesBack = [this](void (*change)(IXMLDOMNode * left, IXMLDOMDocument2 * other)) {
+    Node parent = NewElement(m_document, "p");
+    const Node left(parent->AddChild("left", nullptr));
+    IXMLDOMNode* shared = parent->AddChild("s", nullptr);
+    parent.Detach()->RealRelease();
+    m_root->appendChild(shared, nullptr);
+    change(left, m_other);
+    const bool isLost = NotOwnedBy(m_document, m_document) == "s ";
+    Insert(1);
+    return isLost && NotOwnedBy(m_document, m_document).empty();
+  };
+  EXPECT_EXIT(
+      {
+        const bool isBack = givesBack([](IXMLDOMNode* left, IXMLDOMDocument2* other) {
+          NewElement(other, "q").Detach()->appendChild(Keep(left).Detach(), nullptr);
+        });
+        std::_Exit(isBack ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(
+      {
+        const bool isBack = givesBack(
+            [](IXMLDOMNode* left, IXMLDOMDocument2* other) { left->RecurseSetDocument(other); });
+        std::_Exit(isBack ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(NodeOwners, A_node_that_gets_another_owner_in_another_chain_gets_it_back) {
+  Node other = NewElement(m_other, "other");
+  m_root->appendChild(other->AddSibling("s", nullptr), nullptr);
+  Insert(1);
+  const Node parent = NewElement(m_other, "q");
+  parent->appendChild(other.Detach(), nullptr);
+  EXPECT_EQ("s ", NotOwnedBy(m_document, m_document));
+  Insert(1);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+// The node that is replaced is in a second chain below the new one.
+TEST_F(NodeOwners, A_replaced_node_that_hangs_below_the_new_one_gets_its_owner_back) {
+  Node left = NewElement(nullptr, "left");
+  IXMLDOMNode* const replaced = left->AddSibling("s", nullptr);
+  const Node above = NewElement(nullptr, "n");
+  above->appendChild(left.Detach(), nullptr);
+  m_root->appendChild(replaced, nullptr);
+  Node old;
+  EXPECT_EQ(S_OK, m_root->replaceChild(Keep(above).Detach(), replaced, old.Out()));
+  EXPECT_EQ("s ", NotOwnedBy(m_document, m_document));
+  m_root->insertBefore(NewChild(), above, nullptr);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
+// What is replaced has a child in front of the other siblings of the new one.
+TEST_F(NodeOwners, A_node_that_loses_its_owner_with_what_is_replaced_gets_it_back) {
+  IXMLDOMNode* const replaced = At(m_root, {3});
+  Node other = NewElement(m_document, "other");
+  const Node shared(other->AddSibling("s", nullptr));
+  replaced->appendChild(other.Detach(), nullptr);
+  m_root->appendChild(Keep(shared).Detach(), nullptr);
+  Node old;
+  EXPECT_EQ(S_OK, m_root->replaceChild(NewChild(), replaced, old.Out()));
+  EXPECT_EQ("s ", NotOwnedBy(m_document, m_document));
+  Insert(3);
+  EXPECT_EQ("", NotOwnedBy(m_document, m_document));
+}
+
 TEST_F(NodeOwners, ReplaceChild_gives_the_owner_to_all_that_follow) {
   At(m_root, {2})->RecurseSetDocument(m_other);
   Node replaced;

@@ -14,12 +14,15 @@
 // whose next sibling is the wanted one. So whatever a search from a node of the chain finds is what
 // one from the first child would find, and when it finds nothing, that one is made. It is enough
 // that a mark is in the chain: it exists (NodeCache.cpp), and it has the parent whose children are
-// searched. A member that takes a node out of a chain sets its parent to null.
+// searched. A member that takes one node out of a chain sets its parent to null; one that cuts off
+// several makes the thread forget the chain.
 //
 // An application may take a node out by hand, and leave its parent and its next sibling as they
 // were. So nothing that is cached is taken for the wanted node unless another node of the chain
 // links to it: a mark only leads to the nodes behind it, and a place has the node before it. This
 // is right unless several neighbours were taken out.
+//
+// A chain may have nodes of another parent. Nothing is cached behind them (NodeCache.cpp).
 //
 // At places in random order, marks gain nothing: they spare as many steps as the searches cost that
 // begin at a mark behind the wanted node and find nothing.
@@ -49,9 +52,13 @@ struct Place {
 
 /// Looks for the node before `node` from `place` on, among so many. Result: whether it was found.
 /// Out: `place` is where it was, or where the search has ended; its node is null behind the last.
-XMLDOM_ALWAYS_INLINE inline bool Search(Place& place, const IXMLDOMNode* node, std::size_t most) {
+/// `isSafe` is false when one of the nodes up to there has another parent than `node`, and
+/// otherwise as it was.
+XMLDOM_ALWAYS_INLINE inline bool Search(Place& place, const IXMLDOMNode* node, std::size_t most,
+                                        bool& isSafe) {
   for (; place.node != nullptr && most != 0; --most) {
     IXMLDOMNode* const next = place.node->m_pNextSibling;
+    isSafe &= place.node->m_pParent == node->m_pParent;
     if (next == node) return true;
     place = Place{place.node, next};
   }
@@ -59,21 +66,23 @@ XMLDOM_ALWAYS_INLINE inline bool Search(Place& place, const IXMLDOMNode* node, s
 }
 
 /// Searches from `place` among so few nodes that nothing need be cached. Result: where it was
-/// found, or null.
+/// found, or null, also when what was found there may not be cached.
 XMLDOM_NOINLINE Place SearchNear(Place place, const IXMLDOMNode* node) {
-  return Search(place, node, kFewNodes) ? place : Place{nullptr, nullptr};
+  bool isSafe = true;
+  return Search(place, node, kFewNodes, isSafe) && isSafe ? place : Place{nullptr, nullptr};
 }
 
-/// Searches from `place` to the end of the chain, and leaves marks on the way.
+/// Searches from `place` to the end of the chain, and leaves marks on the way, as long as it is
+/// safe. Out: `place` and `isSafe` as for Search.
 XMLDOM_ALWAYS_INLINE inline bool SearchAndMark(ChainMarks& marks, Place& place,
-                                               const IXMLDOMNode* node) {
+                                               const IXMLDOMNode* node, bool& isSafe) {
   CachedNode* const level = marks.marks + marks.count;
   const std::size_t most = std::min(ChainMarks::kMost - marks.count, kMostOfLevel) / 2 * 2;
   std::size_t count = 0;
   std::size_t distance = kLeastDistance;
   bool isFound;
-  while (!(isFound = Search(place, node, distance)) && place.node != nullptr) {
-    if (most == 0) continue;
+  while (!(isFound = Search(place, node, distance, isSafe)) && place.node != nullptr) {
+    if (most == 0 || !isSafe) continue;
     level[count++] = Cached(place.node);
     if (count < most) continue;
     count = most / 2;
@@ -141,14 +150,16 @@ XMLDOM_NOINLINE IXMLDOMNode* FindWithMarks(IXMLDOMNode* node) {
       if (place.node != nullptr) return place.node;
     }
   }
+  bool isSafe = true;
   while (place.node == nullptr) {
     place = Place{nullptr, LastUsableMark(cache, marks, parent, node)};
     const bool isWhole = place.node == first;
-    if (SearchAndMark(marks, place, node)) break;
+    isSafe = true;
+    if (SearchAndMark(marks, place, node, isSafe)) break;
     marks.count = 0;
     if (isWhole) return nullptr;
   }
-  marks.before = CachedPlace{Cached(place.prior), Cached(place.node)};
+  if (isSafe) marks.before = CachedPlace{Cached(place.prior), Cached(place.node)};
   return place.node;
 }
 

@@ -8,8 +8,8 @@
 
 namespace xmldom {
 
-/// The node before `node`, which has a parent and is not its first child; borrowed. Null when the
-/// parent does not list `node` among its children.
+/// The node before `node`, borrowed. `node` must have a parent that exists, and must not be its
+/// first child. Null when the parent does not list `node` among its children.
 /// Effects: the thread caches what was found, and some of the nodes that a long search has passed,
 /// the marks, from which the next search begins. Nothing is allocated.
 /// Cost: constant close to the first child, close behind what the thread found last, and for the

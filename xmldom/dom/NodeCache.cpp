@@ -8,14 +8,24 @@
 // What the thread itself does keeps its cache right: before it destroys a node, it takes all
 // pointers to that node out, and every entry whose chain is headed by a field of that node
 // (ForgetNode). An entry never has pointers to a chain that is gone, because a member cuts a chain
-// in only three ways: it destroys the node with the head of the chain, which drops the entry; it
-// unlinks one node and links its neighbours, after which the rest of the chain is linked as before;
-// or it cuts off all siblings that follow a node, and then everything is forgotten
-// (ForgetFollowers). A node without parent can be in two chains, because appendChild links it along
-// with its followers, and unlinking it in one of them cuts the other. That its followers do not
-// name the same parent shows it. It is not noticed when children were added to that parent in
-// between: what is cached of the other chain then has a last node that the chain has lost.
-// Applications can cut chains by hand; so every entry is compared with the links when it is used.
+// in only three ways: it destroys or empties the node with the head of the chain, which drops the
+// entry; it unlinks one node and links its neighbours, after which the rest of the chain is linked
+// as before; or it cuts off all siblings that follow a node, and then everything is forgotten
+// (ForgetFollowers). Applications can cut chains by hand; so every entry is compared with the links
+// when it is used.
+//
+// A node without parent can be in two chains, because appendChild links it along with its
+// followers. When it is given a parent, the other chain goes on with a node that does not name the
+// parent of that chain, and unlinking it from the one chain cuts the other. So nothing is cached of
+// the nodes behind the first one that names another parent. A node in front of what is cached may
+// also lose its parent later, when another chain is destroyed, and get a new one. When it is then
+// unlinked, its next sibling names another parent than it does, and everything is forgotten
+// (Unlink).
+//
+// Chains that no m_pFirstChild heads, those behind a node and those of attributes, may consist of
+// nodes whose parent does not list them, because it has been cleared, loaded anew or destroyed, or
+// because they are attributes. Taking one of these out of another chain leaves an entry as it was.
+// So every entry for such a chain is dropped whenever a node is unlinked.
 //
 // What other threads do is learned from tokens. A thread that destroys a node enters a new token in
 // g_aulTokens, for the region of memory where that node is; one that destroys or unlinks a node

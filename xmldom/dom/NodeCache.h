@@ -74,10 +74,11 @@ struct NodeCache {
   static const unsigned kOwnedBit = kMarksBit << 1;
 
   unsigned valid;
-  unsigned long token;  // the next that this thread may enter
+  unsigned notOfChildren;  // of the bits in `valid`, those of chains of siblings and attributes
+  unsigned long token;     // the next that this thread may enter
   ChainMarks marks;
   ChainEnd ends[kEnds];
-  ChainEnd shortChain;  // only its last node, and only within a call
+  ChainEnd uncachedEnd;  // of a chain that is not cached: its last node, and only within a call
   OwnedChain owned;
 };
 
@@ -181,9 +182,9 @@ XMLDOM_ALWAYS_INLINE inline CachedNode Cached(IXMLDOMNode* node) {
 /// it.
 void EnterToken(NodeCache& cache, const IXMLDOMNode* node);
 
-/// Tells other threads of a change in the region of a node, which may be null or dangle. To be
-/// called for the parent of a node before the node leaves its chain; for the node itself too, when
-/// what is cached of owners may have it (NodeOwners.cpp).
+/// Forgets what is cached of owners, and tells other threads of a change in the region of a node,
+/// which may be null or dangle. To be called for the parent of a node before the node leaves its
+/// chain; for the node itself too, when what is cached of owners may have it (NodeOwners.cpp).
 void NoteChange(const IXMLDOMNode* node);
 
 /// The same for a caller that has the cache.

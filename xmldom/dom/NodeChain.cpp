@@ -1,12 +1,14 @@
 // The cache of chain ends: the record of a node has no room for the last node of its chains, and
 // finding it takes time linear in the chain. A slot, chosen by the address of the field that heads
 // a chain, holds the end of the long chain that was gone through last. Short chains take no slot,
-// because many of them are made beside each long one. Tested by tests/dom/NodeChain_test.cpp.
+// because many of them are made beside each long one. Tested by tests/dom/NodeChain_test.cpp and
+// tests/dom/NodeChainShared_test.cpp.
 
 #include <xmldom/dom/NodeChain.h>
 
 #include <xmldom/dom/ChainMarks.h>
 #include <xmldom/dom/NodeCache.h>
+#include <xmldom/dom/NodeOwners.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -47,15 +49,17 @@ XMLDOM_ALWAYS_INLINE inline bool IsLastLinked(const ChainEnd& end, const IXMLDOM
 ///
 /// Links that an application changes by hand leave an entry valid. So the chain must also begin
 /// with the same node, and the node before the last must still link to it, or another one must that
-/// has taken its place. More cannot be known without reading the whole chain.
-inline bool IsRight(const NodeCache& cache, ChainEnd& end, const IXMLDOMNode* head,
-                    const IXMLDOMNode* parent) {
+/// has taken its place. More cannot be known without reading the whole chain. That other one is
+/// only looked for among children: elsewhere the parent may be gone.
+inline bool IsRight(const NodeCache& cache, ChainEnd& end, bool isOfChildren,
+                    const IXMLDOMNode* head, const IXMLDOMNode* parent) {
   const bool isIn =
       end.first == head && AreUnchanged(cache, end, parent) && end.last.node->m_pParent == parent;
   if (!isIn) return false;
   if (end.last.node == head || IsLastLinked(end, parent)) return true;
-  if (parent == nullptr || FindBefore(end.last.node) == nullptr) return false;
-  // Where the search has found it, unless that is among the first, or else some other place.
+  if (!isOfChildren || FindBefore(end.last.node) == nullptr) return false;
+  // The place that the search has cached. It caches none for a node among the first, or behind one
+  // of another parent; this is then some other place, which IsLinked shows.
   end.previous = cache.marks.before;
   return true;
 }
@@ -68,10 +72,13 @@ inline const CachedNode& BeforeLastOf(const ChainEnd& end) {
 }
 
 /// Finds the last node of a chain whose entry does not have it, because links were changed or
-/// because other nodes follow. Result: as for EndOf.
+/// because other nodes follow. Nothing is cached behind a node of another parent (NodeCache.cpp).
+/// Result: as for EndOf.
 XMLDOM_COLD XMLDOM_NOINLINE ChainEnd* FindEnd(IXMLDOMNode*& head, const IXMLDOMNode* parent) {
   NodeCache& cache = CacheOfThread();
   const std::size_t slot = SlotOf(&head);
+  const unsigned bit = 1u << slot;
+  const bool isOfChildren = parent != nullptr && &head == &parent->m_pFirstChild;
   ChainEnd* end = &cache.ends[slot];
   IXMLDOMNode* prior = nullptr;
   IXMLDOMNode* previous = nullptr;
@@ -79,24 +86,27 @@ XMLDOM_COLD XMLDOM_NOINLINE ChainEnd* FindEnd(IXMLDOMNode*& head, const IXMLDOMN
   const IXMLDOMNode* known = nullptr;
   std::size_t steps = 0;
   if (IsOf(cache, slot, &head)) {
-    if (IsRight(cache, *end, head, parent)) {
+    if (IsRight(cache, *end, isOfChildren, head, parent)) {
       previous = BeforeLastOf(*end).node;
       last = end->last.node;
       known = last;
       steps = kFewNodes;
     } else {
-      cache.valid &= ~(1u << slot);
+      cache.valid &= ~bit;
     }
   }
+  bool isSafe = last->m_pParent == parent;
   for (; last->m_pNextSibling != nullptr; ++steps) {
     prior = previous;
     previous = last;
     last = last->m_pNextSibling;
+    isSafe &= last->m_pParent == parent;
   }
-  if (steps < kFewNodes) {
-    end = &cache.shortChain;
+  if (steps < kFewNodes || !isSafe) {
+    end = &cache.uncachedEnd;
   } else if (last != known) {
-    cache.valid |= 1u << slot;
+    cache.valid |= bit;
+    cache.notOfChildren = isOfChildren ? cache.notOfChildren & ~bit : cache.notOfChildren | bit;
     end->head = &head;
     end->first = head;
     end->parentToken = StoredTokenOf(parent);
@@ -107,7 +117,7 @@ XMLDOM_COLD XMLDOM_NOINLINE ChainEnd* FindEnd(IXMLDOMNode*& head, const IXMLDOMN
 }
 
 /// Finds the last node of a chain. Result: an entry that has it; that of the chain, except for a
-/// short chain.
+/// chain that is short or has nodes of another parent.
 XMLDOM_NOINLINE ChainEnd* EndOf(IXMLDOMNode*& head, const IXMLDOMNode* parent) {
   NodeCache& cache = CacheOfThread();
   const std::size_t slot = SlotOf(&head);
@@ -165,6 +175,8 @@ void AppendToChain(IXMLDOMNode*& head, IXMLDOMNode* node) {
     return;
   }
   ChainEnd* const end = EndOf(head, node->m_pParent);
+  // The end may be that of a second chain too, whose nodes have another owner.
+  if (end->last.node->m_pOwnerDocument != node->m_pOwnerDocument) NoteOwnersChange(false);
   end->last.node->m_pNextSibling = node;
   end->previous = CachedPlace{BeforeLastOf(*end), end->last};
   end->last = Cached(node);
@@ -175,7 +187,7 @@ IXMLDOMNode* BeforeLast(const IXMLDOMNode* node) {
   IXMLDOMNode** const head = &node->m_pParent->m_pFirstChild;
   const std::size_t slot = SlotOf(head);
   const ChainEnd& end = cache.ends[slot];
-  if (end.last.node != node || !IsOf(cache, slot, head)) return nullptr;
+  if (end.last.node != node || end.first != *head || !IsOf(cache, slot, head)) return nullptr;
   return HasTokens() ? UnchangedBefore(cache, end, node) : LinkedBefore(end, node);
 }
 
@@ -202,10 +214,12 @@ XMLDOM_NOINLINE void Unlink(IXMLDOMNode* before, IXMLDOMNode* node) {
   IXMLDOMNode* const next = node->m_pNextSibling;
   IXMLDOMNode*& head = parent->m_pFirstChild;
   NoteChange(cache, parent);
-  // Linked along by appendChild, they may be in another chain too, which is cut here.
+  // The siblings that follow were linked along by appendChild. They may be in another chain too,
+  // which is cut here.
   if (next != nullptr && next->m_pParent != parent) ForgetFollowers(node);
   node->m_pNextSibling = nullptr;
   node->m_pParent = nullptr;
+  cache.valid &= ~cache.notOfChildren;
   ChainEnd& end = cache.ends[SlotOf(&head)];
   if (end.head == &head) {
     if (end.first == node) end.first = next;

@@ -17,11 +17,13 @@ namespace xmldom {
 /// cached.
 const std::size_t kFewNodes = 16;
 
-/// The last node of the chain that starts at `head`, which must not be null, and whose nodes have
-/// the parent `parent`. The end of a long chain is cached then. Cost: constant when the end of the
-/// chain is cached; otherwise linear in the chain. An end stays cached until another thread
+/// The last node of the chain that starts at `head`, which must not be null. `parent` is the parent
+/// of the node that heads the chain, or of the one that it follows. The end of a long chain is
+/// cached, unless the chain has nodes of another parent. Cost: constant when the end of the chain
+/// is cached; otherwise linear in the chain. An end stays cached until another thread
 /// destroys or unlinks a node in a region of memory of the parent or of the last three nodes,
-/// another chain takes its slot, or the thread forgets everything (NodeCache.h).
+/// another chain takes its slot, or the thread forgets everything (NodeCache.h); an end of siblings
+/// or of attributes also until the thread unlinks a node.
 IXMLDOMNode* LastOfChain(IXMLDOMNode*& head, const IXMLDOMNode* parent);
 
 /// The node before `node`, which has a parent, when it is the last child and that is cached; else
@@ -38,7 +40,8 @@ void LinkBehind(IXMLDOMNode* before, IXMLDOMNode* parent, IXMLDOMNode* node);
 
 /// Takes `node` out of the children of its parent, where it stands behind `before`, or first when
 /// that is null, and tells other threads of the change (NoteChange). It keeps its owner, and loses
-/// its parent and its next sibling. The end stays cached.
+/// its parent and its next sibling. The end of the chain stays cached; the ends of chains of
+/// siblings and of attributes are forgotten.
 void Unlink(IXMLDOMNode* before, IXMLDOMNode* node);
 
 /// Links `node` at the end of a chain whose last node the caller knows; `last` is null for an empty

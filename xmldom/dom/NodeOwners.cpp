@@ -1,15 +1,17 @@
 // Owner documents of whole subtrees, and when an insertion need not visit the siblings that follow
 // the new node. Tested by tests/dom/NodeOwners_test.cpp.
 //
-// Invariant, while OwnerGeneration() is 0: when a node has an owner, all its following siblings
-// and all nodes below them have that owner too. Whatever links a node gives its whole subtree the
-// owner of the parent, and whatever clears owners begins at the top of a tree. Then it is enough to
-// look at the next sibling.
+// Invariant, while OwnerGeneration() is 0: when a child of a node with an owner has that owner too,
+// so have all its following siblings and all nodes below them. Whatever links a node gives its
+// whole subtree the owner of the parent. Then it is enough to look at the next sibling.
 //
-// Two members break the invariant when an application calls them for a node that has a parent:
-// RecurseSetDocument and RecurseClearDocument. Each such call raises the generation. From then on
-// an insertion visits the siblings, unless the insertion just before visited the same ones and
-// neither an owner nor a link has changed since.
+// Some calls break the invariant: RecurseClearDocument, and RecurseSetDocument for a node that has
+// a parent or siblings that follow. So do AddSibling for a node without parent or without owner,
+// and AddChild and appendChild of a node with siblings that follow: these can be in two chains at
+// once (NodeCache.cpp), and the owner that they get in the one is not that of their neighbours in
+// the other. Each such call raises the generation. From then on an insertion visits the siblings,
+// unless the insertion just before visited the same ones and neither an owner nor a link has
+// changed since.
 
 #include <xmldom/dom/NodeOwners.h>
 
@@ -26,10 +28,13 @@ namespace {
 /// in the owner links.
 struct OwnerSetter : PreOrderVisitor {
   IXMLDOMDocument2* owner;
+  // Whether a node that may be in two chains gets another owner. Each chain has a reference on it.
+  bool isShared;
 
-  explicit OwnerSetter(IXMLDOMDocument2* document) : owner(document) {}
+  explicit OwnerSetter(IXMLDOMDocument2* document) : owner(document), isShared(false) {}
 
   IXMLDOMNode* Enter(IXMLDOMNode* node, std::size_t) {
+    isShared |= node->m_pOwnerDocument != owner && node->GetRefCount() > 1;
     node->m_pOwnerDocument = owner;
     return node->m_pFirstChild;
   }
@@ -39,11 +44,9 @@ struct OwnerSetter : PreOrderVisitor {
 
 /// Whether `next`, its following siblings and all below them are known to have the owner.
 bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
-  if (next == nullptr) return true;
-  // Below a node that has lost its owner there may be nodes that still have one.
+  if (next == nullptr || IsSurelyOwned(next, owner)) return true;
   if (owner == nullptr || next->m_pOwnerDocument != owner) return false;
   const unsigned long generation = OwnerGeneration();
-  if (generation == 0) return true;
   const NodeCache& cache = g_nodeCache;
   const OwnedChain& chain = cache.owned;
   const bool isCached = (next == chain.node && TokenOf(next) == chain.nodeToken) ||
@@ -54,20 +57,21 @@ bool IsOwnedThroughout(const IXMLDOMNode* next, const IXMLDOMDocument2* owner) {
 
 }  // namespace
 
-void NoteOwnersDiffer(const IXMLDOMNode* node) {
-  if (node->m_pParent == nullptr && OwnerGeneration() == 0) return;
+void NoteOwnersChange(bool mayDiffer) {
+  if (!mayDiffer && OwnerGeneration() == 0) return;
   // Odd from the first call on, so that it never is 0 again.
   __atomic_fetch_or(&g_uOwnerGeneration, 1ul, __ATOMIC_RELAXED);
   __atomic_fetch_add(&g_uOwnerGeneration, 2ul, __ATOMIC_RELAXED);
 }
 
 void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner) {
-  if (node->m_pFirstChild == nullptr && node->m_pNextSibling == nullptr) {
-    node->m_pOwnerDocument = owner;
-    return;
-  }
   OwnerSetter setter(owner);
-  WalkChain<InPlaceTrail>(node, setter);
+  if (node->m_pFirstChild == nullptr && node->m_pNextSibling == nullptr) {
+    setter.Enter(node, 0);
+  } else {
+    WalkChain<InPlaceTrail>(node, setter);
+  }
+  if (setter.isShared) NoteOwnersChange(false);
 }
 
 void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
@@ -79,10 +83,11 @@ void LinkBefore(IXMLDOMNode* node, IXMLDOMNode* next, IXMLDOMDocument2* owner) {
     node->m_pNextSibling = next;
     SetOwners(node, owner);
   }
-  if (OwnerGeneration() != 0) NoteOwned(node);
+  NoteOwned(node);
 }
 
 XMLDOM_COLD void NoteOwned(const IXMLDOMNode* node) {
+  if (OwnerGeneration() == 0) return;
   const IXMLDOMNode* const next = node->m_pNextSibling;
   NodeCache& cache = g_nodeCache;
   cache.owned = OwnedChain{node,          next,         node->m_pOwnerDocument, OwnerGeneration(),

@@ -16,13 +16,24 @@ XMLDOM_ALWAYS_INLINE inline unsigned long OwnerGeneration() {
   return __atomic_load_n(&g_uOwnerGeneration, __ATOMIC_RELAXED);
 }
 
-/// Gives `node`, its following siblings and all below them one owner, attributes aside.
+/// Whether `node`, its following siblings and all below them have the owner `owner`, because no
+/// call has left neighbours with different ones. They may also have it when this is false.
+inline bool IsSurelyOwned(const IXMLDOMNode* node, const IXMLDOMDocument2* owner) {
+  // Below a node that has lost its owner there may be nodes that still have one.
+  return owner != nullptr && node->m_pOwnerDocument == owner && OwnerGeneration() == 0;
+}
+
+/// Gives `node`, its following siblings and all below them one owner, attributes aside. What is
+/// cached of owners no longer holds when this changes the owner of a node with more than one
+/// reference, which may be in a second chain.
 /// Cost: linear in the nodes visited; nothing is allocated.
 void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner);
 
-/// To be called before `node` gets an owner that its neighbours need not have. Before the
-/// first such call, those of a node without parent are taken not to matter.
-void NoteOwnersDiffer(const IXMLDOMNode* node);
+/// To be called before the owner of a node changes, or that of what follows another. `mayDiffer`
+/// tells whether neighbours may have different owners from then on, or a node may come to be in two
+/// chains. Once they may, every call counts, because what is cached of owners holds for one
+/// generation only.
+void NoteOwnersChange(bool mayDiffer);
 
 /// Links `node`, which has no following sibling, before `next`, and gives it, all that then follow
 /// and all below them one owner, attributes aside. A null `next` is the end of the chain.

@@ -85,8 +85,10 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   //    thread forget all that it has cached.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
-  //    that one has the owner already. Once RecurseSetDocument or RecurseClearDocument has been
-  //    called for a node that has a parent, they visit all of them.
+  //    that one has the owner already. They visit all of them once any of these has been called:
+  //    RecurseClearDocument; RecurseSetDocument for a node that has a parent or siblings that
+  //    follow; AddSibling for one without parent or without owner; AddChild or appendChild for one
+  //    without parent that has siblings that follow.
 
   char* m_pszNodeName;             ///< C heap; "#Text" for texts, "Document Root" for documents.
   char* m_pszValue;                ///< C heap, or null.
@@ -123,16 +125,17 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
 
   /// Sets the owner document of this node, of its following siblings and of all nodes below them.
   /// Attributes keep theirs.
-  /// Effects: when this node has a parent, later insertions anywhere visit the siblings that follow
-  /// the new node. The thread forgets what it has cached of chains. Cost: linear in the nodes
-  /// visited.
+  /// Effects: when this node has a parent or siblings that follow, later insertions anywhere visit
+  /// the siblings that follow the new node. Of several insertions in a row in front of the same
+  /// siblings, only the first visits them. The thread forgets what it has cached of chains. Cost:
+  /// linear in the nodes visited.
   void RecurseSetDocument(IXMLDOMDocument2* doc);
 
   /// Sets the owner document of this node, of its following siblings and of all nodes below them to
   /// null. `depth` is the level at which this node counts, and nodes up to level 1 also lose their
   /// parent. A node without owner counts as cleared: it and all below it stay as they are. So do
-  /// all children of a node whose first child has no owner. Attributes are not visited. Effects: as
-  /// for RecurseSetDocument. Cost: linear in the nodes visited.
+  /// all children of a node whose first child has no owner. Attributes are not visited. Effects:
+  /// those that RecurseSetDocument has for a node with a parent. Cost: linear in the nodes visited.
   void RecurseClearDocument(int depth);
 
   // ---- COM-style accessors (XMLNode.cpp)
@@ -213,19 +216,26 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Bad input: names must not be null.
   // Cost: constant when the end of the chain is cached, and when the chain is short; otherwise
   // linear in the chain. A thread caches the ends of up to 8 chains, those that it has added to or
-  // asked for the last child. It forgets an end when another such chain takes its slot, when
-  // another thread has taken nodes out or destroyed some nearby in memory, and when it calls
-  // RecurseSetDocument or RecurseClearDocument.
+  // asked for the last child, and none behind a node of another parent. It forgets an end when
+  // another such chain takes its slot, and when another thread has taken nodes out or destroyed
+  // some nearby in memory; and the ends that AddSibling and AddAttribute have reached, whenever it
+  // takes a node out of a tree. It forgets all ends when it calls RecurseSetDocument or
+  // RecurseClearDocument, when it takes out a node whose next sibling has another parent, and when
+  // it cuts a node off from the siblings that follow it (insertBefore and replaceChild of a node
+  // without parent, ClearNode).
 
   /// Links a node that hangs nowhere as last child. The node, its following siblings and all nodes
   /// below them, attributes aside, get this node's owner document.
   /// Result: 1; 0 for a null `child`. Ownership: the tree takes the caller's reference over.
-  /// Cost: in addition linear in the nodes that get the owner.
+  /// Effects: when siblings follow it, later insertions anywhere visit the siblings that follow the
+  /// new node. Cost: in addition linear in the nodes that get the owner.
   int AddChild(IXMLDOMNode* child);
   /// Adds a new element as last child. Result: the element with a reference added.
   IXMLDOMNode* AddChild(const char* name, const char* value);
   /// Adds a new element behind the last sibling that follows this node, with the same parent.
-  /// Result: the element with a reference added.
+  /// Result: the element with a reference added. Effects: when this node has no parent or no owner
+  /// document, later insertions anywhere visit the siblings that follow the new node, because the
+  /// sibling made here may be in a second chain, now or later, whose nodes have another owner.
   IXMLDOMNode* AddSibling(const char* name, const char* value);
   /// Adds a new text as last child; a null text makes a text without value. Result: 1.
   int AddTextChild(const char* text);
@@ -257,9 +267,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // a CLogException* when the parent of a node does not list it among its children. Cost: that of
   // get_previousSibling for the places, and linear in the subtree of the new child. insertBefore
   // and replaceChild also visit the siblings that follow the place and all nodes below them, when
-  // these may need this node's owner document: always when this node has no owner, and, once
-  // RecurseSetDocument or RecurseClearDocument has been called for any node that has a parent,
-  // unless the call just before inserted in front of the same siblings.
+  // these may need this node's owner document: always when this node has no owner, and, once one
+  // of the calls has been made that are named above (Record), unless the call just before inserted
+  // in front of the same siblings.
 
   /// Moves a node to the end of the children. Out: the node, which the tree owns. Result: S_OK.
   /// Deliberate: when the new child is a document, its root element gets a further reference, which

@@ -17,6 +17,7 @@
 int IXMLDOMNode::AddChild(IXMLDOMNode* child) {
   if (child == nullptr) return 0;
   child->m_pParent = this;
+  if (child->m_pNextSibling != nullptr) xmldom::NoteOwnersChange(true);
   xmldom::SetOwners(child, m_pOwnerDocument);
   xmldom::AppendToChain(m_pFirstChild, child);
   return 1;
@@ -33,7 +34,7 @@ IXMLDOMNode* IXMLDOMNode::AddChild(const char* name, const char* value) {
 IXMLDOMNode* IXMLDOMNode::AddSibling(const char* name, const char* value) {
   IXMLDOMNode* sibling = new IXMLDOMNode(m_pOwnerDocument, name, value, NODE_ELEMENT);
   sibling->m_pParent = m_pParent;
-  if (xmldom::OwnerGeneration() != 0) xmldom::NoteOwnersDiffer(sibling);
+  xmldom::NoteOwnersChange(m_pParent == nullptr || m_pOwnerDocument == nullptr);
   xmldom::AppendToChain(m_pNextSibling, sibling);
   sibling->AddRef();
   return sibling;

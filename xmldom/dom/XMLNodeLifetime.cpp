@@ -305,13 +305,14 @@ void IXMLDOMNode::ClearNode(bool bFreeName) {
 
 void IXMLDOMNode::RecurseSetDocument(IXMLDOMDocument2* doc) {
   xmldom::ForgetAll();
-  xmldom::NoteOwnersDiffer(this);
+  // The nodes of a tree that is linked nowhere get one owner together.
+  xmldom::NoteOwnersChange(m_pParent != nullptr || m_pNextSibling != nullptr);
   xmldom::SetOwners(this, doc);
 }
 
 void IXMLDOMNode::RecurseClearDocument(int depth) {
   if (this == nullptr || m_pOwnerDocument == nullptr) return;
   xmldom::ForgetAll();
-  xmldom::NoteOwnersDiffer(this);
+  xmldom::NoteOwnersChange(true);
   ClearChain(this, depth);
 }

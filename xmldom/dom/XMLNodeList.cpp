@@ -1,15 +1,12 @@
-// Lists of nodes and maps of attributes: singly linked lists with a cursor. Links are made in
-// blocks, and the first request for an item before the cursor makes an index of the links. Tested
-// by tests/dom/XMLNodeList_test.cpp.
+// Lists of nodes: singly linked, with a cursor that hands them out one by one. Links are made in
+// blocks. Tested by tests/dom/XMLNodeList_test.cpp.
 
 #include <xmldom/dom/XMLNodeList.h>
 
 #include <xmldom/base/LiveCount.h>
-#include <xmldom/base/Text.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -70,7 +67,7 @@ IXMLDOMNodeList::~IXMLDOMNodeList() {
   xmldom::AddToCount(m_iObjCount, -1);
 }
 
-void IXMLDOMNodeList::AddBlock() {
+XMLDOM_COLD XMLDOM_NOINLINE void IXMLDOMNodeList::AddBlock() {
   const unsigned size =
       m_pBlocks == nullptr ? kSmallestBlock : std::min(2 * m_pBlocks->size, kLargestBlock);
   Block* block =
@@ -112,81 +109,7 @@ IXMLDOMNode* IXMLDOMNodeList::NextNode() {
   return m_pCursor->m_pNode;
 }
 
-IXMLDOMNode* IXMLDOMNodeList::GetItem(int index) {
-  if (index < 0 || index >= m_nCount) return nullptr;
-  if (m_nCursorIndex == CURSOR_EXHAUSTED || index < m_nCursorIndex) GoBackTo(index);
-  IXMLDOMNode* node = nullptr;
-  if (m_nCursorIndex == CURSOR_FRESH) {
-    node = NextNode();
-  } else {
-    node = m_pCursor->m_pNode;
-    node->AddRef();
-  }
-  while (m_nCursorIndex < index) {
-    Release(node);
-    node = NextNode();
-    if (node == nullptr) return nullptr;
-  }
-  return node;
-}
-
-/// Moves the cursor back: to the link at `index`, or before the first link when that is as near or
-/// there is no index that leads to the link.
-void IXMLDOMNodeList::GoBackTo(int index) {
-  ResetCursor();
-  if (index == 0) return;
-  if (!IsIndexTrue(index)) m_nIndexed = 0;
-  if (!IndexLinksUpTo(index)) return;
-  m_pCursor = m_ppIndex[index];
-  m_nCursorIndex = index;
-}
-
-/// Whether the entry of the index for `index`, or else its last entry, is still that link, as far
-/// as constant time can tell: the links are public, so that an application may have changed them.
-bool IXMLDOMNodeList::IsIndexTrue(int index) const {
-  if (m_nIndexed == 0) return true;
-  if (m_nIndexed > m_nCount || m_ppIndex[0] != m_pHead) return false;
-  const int used = std::min(index, m_nIndexed - 1);
-  return used == 0 || m_ppIndex[used - 1]->m_pNext == m_ppIndex[used];
-}
-
-/// Makes entries of the index up to that for `index`. Result: false when there is no such link,
-/// because the count was raised by hand, or memory is out.
-bool IXMLDOMNodeList::IndexLinksUpTo(int index) {
-  if (index >= m_nIndexCapacity) {
-    const std::size_t capacity = static_cast<std::size_t>(m_nCount);
-    if (capacity > SIZE_MAX / sizeof *m_ppIndex) return false;
-    void* grown = std::realloc(m_ppIndex, capacity * sizeof *m_ppIndex);
-    if (grown == nullptr) return false;
-    m_ppIndex = static_cast<IXMLDOMNodeListElt**>(grown);
-    m_nIndexCapacity = m_nCount;
-  }
-  IXMLDOMNodeListElt* link = m_nIndexed == 0 ? m_pHead : m_ppIndex[m_nIndexed - 1]->m_pNext;
-  for (; m_nIndexed <= index && link != nullptr; link = link->m_pNext) {
-    m_ppIndex[m_nIndexed++] = link;
-  }
-  return m_nIndexed > index;
-}
-
 void IXMLDOMNodeList::ResetCursor() {
   m_pCursor = nullptr;
   m_nCursorIndex = CURSOR_FRESH;
-}
-
-IXMLDOMNamedNodeMap::~IXMLDOMNamedNodeMap() {}
-
-IXMLDOMNode* IXMLDOMNamedNodeMap::GetNamedItem(const char* name) {
-  ResetCursor();
-  for (;;) {
-    IXMLDOMNode* node = NextNode();
-    if (node == nullptr) return nullptr;
-    if (name != nullptr && xmldom::SameString(node->m_pszNodeName, name)) return node;
-    Release(node);
-  }
-}
-
-HRESULT IXMLDOMNamedNodeMap::getNamedItem(char* name, IXMLDOMNode** out) {
-  if (out == nullptr) return E_ARGUMENT;
-  *out = GetNamedItem(name);
-  return *out != nullptr ? S_OK : S_FALSE;
 }

@@ -47,6 +47,22 @@ bool IsGiven(const char* argument, const char* message) {
   return false;
 }
 
+/// Logs the first argument that is missing. Result: whether both are there.
+XMLDOM_NOINLINE bool AreGiven(const char* path, const char* content, const EditTexts& texts) {
+  return IsGiven(path, texts.noPath) && IsGiven(content, texts.noContent);
+}
+
+/// Logs, with the XML of a node, a path that leads to nothing to edit. Result: that of the edit.
+XMLDOM_NOINLINE int LogPath(IXMLDOMNode* node, const char* format, const char* path) {
+  CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError, format, node->Getxml(), path);
+  return 0;
+}
+
+/// Throws what tells that a member has failed.
+[[noreturn]] XMLDOM_NOINLINE void ThrowFailed(const char* member, IXMLDOMNode* node) {
+  throw Exception(member, "Call failed", node->Getxml());
+}
+
 /// The node that a path names, with a reference for the caller, or null.
 IXMLDOMNode* ResolveTarget(IXMLDOMNode* node, const char* path) {
   if (!SameString(path, "/")) return node->SelectSingleNode(path);
@@ -121,7 +137,7 @@ class Fragment {
 int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszContent)
     XMLDOM_THROWS(CLogException*) {
   const EditTexts& texts = l_replaceTexts;
-  if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  if (!AreGiven(pcszXPath, pcszContent, texts)) return 0;
   Fragment fragment;
   const XMLPtr<IXMLDOMNode> target = xmldom::Adopt(ResolveTarget(this, pcszXPath));
   if (!target) {
@@ -136,7 +152,7 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
   IXMLDOMNode* replaced = nullptr;
   try {
     if (parent->replaceChild(fragment.Document(), target.Get(), &replaced) < 0) {
-      throw Exception("IXMLDOMNode::replaceChild", "Call failed", parent->Getxml());
+      ThrowFailed("IXMLDOMNode::replaceChild", parent);
     }
   } catch (CLogException* thrown) {
     std::unique_ptr<CLogException> exception(thrown);
@@ -151,14 +167,11 @@ int IXMLDOMNode::ReplaceChildAtXPath(const char* pcszXPath, const char* pcszCont
 int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszContent)
     XMLDOM_THROWS(CLogException*) {
   const EditTexts& texts = l_appendTexts;
-  if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  if (!AreGiven(pcszXPath, pcszContent, texts)) return 0;
   Fragment fragment;
   XMLPtr<IXMLDOMNode> target = xmldom::Adopt(ResolveTarget(this, pcszXPath));
   if (!target) {
-    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
-                            "IXMLDOMNode::AppendChildAtXPath - can't resolve xpath %s", Getxml(),
-                            pcszXPath);
-    return 0;
+    return LogPath(this, "IXMLDOMNode::AppendChildAtXPath - can't resolve xpath %s", pcszXPath);
   }
   if (!fragment.Load(pcszContent, target.Get(), texts)) return 0;
 
@@ -166,7 +179,7 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
   if (target->appendChild(fragment.Document(), &appended) < 0) {
     // Deliberate: with this exception the references of the call stay taken.
     fragment.Abandon();
-    throw Exception("IXMLDOMNode::appendChild", "Call failed", target.Detach()->Getxml());
+    ThrowFailed("IXMLDOMNode::appendChild", target.Detach());
   }
   Release(appended);
   return 1;
@@ -175,21 +188,16 @@ int IXMLDOMNode::AppendChildAtXPath(const char* pcszXPath, const char* pcszConte
 int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszContent)
     XMLDOM_THROWS(CLogException*) {
   const EditTexts& texts = l_insertTexts;
-  if (!IsGiven(pcszXPath, texts.noPath) || !IsGiven(pcszContent, texts.noContent)) return 0;
+  if (!AreGiven(pcszXPath, pcszContent, texts)) return 0;
   if (SameString(pcszXPath, "/") || SameString(pcszXPath, "/*")) {
-    CLogger::PostLogEventFB(
-        xmldom::kLogDom, xmldom::kSeverityError,
-        "IXMLDOMNode::InsertBeforeXPath - can't insert before document node, path = %s", Getxml(),
-        pcszXPath);
-    return 0;
+    return LogPath(this,
+                   "IXMLDOMNode::InsertBeforeXPath - can't insert before document node, path = %s",
+                   pcszXPath);
   }
   Fragment fragment;
   XMLPtr<IXMLDOMNode> target = xmldom::Adopt(SelectSingleNode(pcszXPath));
   if (!target) {
-    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
-                            "IXMLDOMNode::InsertBeforeXPath - can't resolve xpath %s", Getxml(),
-                            pcszXPath);
-    return 0;
+    return LogPath(this, "IXMLDOMNode::InsertBeforeXPath - can't resolve xpath %s", pcszXPath);
   }
   IXMLDOMNode* parent = target->m_pParent;
   if (parent == nullptr) return 0;
@@ -199,7 +207,7 @@ int IXMLDOMNode::InsertBeforeXPath(const char* pcszXPath, const char* pcszConten
     // Deliberate: with this exception the references of the call stay taken.
     fragment.Abandon();
     target.Detach();
-    throw Exception("IXMLDOMNode::insertBefore", "Call failed", parent->Getxml());
+    ThrowFailed("IXMLDOMNode::insertBefore", parent);
   }
   return 1;
 }
@@ -208,10 +216,7 @@ int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogExc
   if (!IsGiven(pcszXPath, "IXMLDOMNode::RemoveChildAtXPath called with NULL pcszXPath")) return 0;
   XMLPtr<IXMLDOMNode> target = xmldom::Adopt(ResolveTarget(this, pcszXPath));
   if (!target) {
-    CLogger::PostLogEventFB(xmldom::kLogDom, xmldom::kSeverityError,
-                            "IXMLDOMNode::RemoveChildAtXPath - can't resolve xpath %s", Getxml(),
-                            pcszXPath);
-    return 0;
+    return LogPath(this, "IXMLDOMNode::RemoveChildAtXPath - can't resolve xpath %s", pcszXPath);
   }
   IXMLDOMNode* parent = target->m_pParent;
   if (parent == nullptr) return 0;
@@ -220,7 +225,7 @@ int IXMLDOMNode::RemoveChildAtXPath(const char* pcszXPath) XMLDOM_THROWS(CLogExc
   IXMLDOMNode* child = target.Detach();
   IXMLDOMNode* removed = nullptr;
   if (parent->removeChild(child, &removed) < 0) {
-    throw Exception("IXMLDOMNode::removeChild", "Call failed", parent->Getxml());
+    ThrowFailed("IXMLDOMNode::removeChild", parent);
   }
   Release(removed);
   Release(child);

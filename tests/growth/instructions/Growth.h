@@ -41,7 +41,8 @@ std::vector<Growing> LoadingRows();
 std::vector<Growing> ReadingRows();
 std::vector<Growing> SelectingRows();
 std::vector<Growing> SupportRows();
-/// Those that set owners by hand, and have to be the last, because all that follows is changed.
+/// Those after which the owners of siblings are unknown. They have to be the last, because all that
+/// follows takes longer.
 std::vector<Growing> OwnerRows();
 
 #endif
