@@ -4,6 +4,7 @@
 
 #include <tools/document/SourceEncoding.h>
 
+#include <tools/io/SourceText.h>
 #include <xmldom/base/Characters.h>
 #include <xmldom/text/Escaping.h>
 
@@ -92,8 +93,8 @@ void SourceEncoding::FindDeclaredName(const std::string& text) {
   const std::size_t begin = BeginsWith(text, kByteOrderMark) ? sizeof kByteOrderMark - 1 : 0;
   const std::size_t end = text.find("?>", begin);
   if (text.compare(begin, 5, "<?xml") != 0 || end == std::string::npos) return;
-  // Instructions for other readers may have names that begin in the same way.
-  if (text.find_first_of(" \t\r\n", begin + 5) != begin + 5) return;
+  // An instruction such as <?xml-stylesheet?> is no declaration.
+  if (!IsSpace(text[begin + 5])) return;
   const std::string declaration = text.substr(0, end) + '>';
   // The parser refuses any other; and what is not ASCII takes another place in UTF-8.
   if (!IsAscii(declaration, begin)) return;

@@ -133,6 +133,40 @@ void RequireText(const EditTarget& target) {
   }
 }
 
+/// Takes parts out of a text, from the first to the last. Where the texts around them would become
+/// "]]>" together, which must not stand in a text, the last character becomes a reference.
+class Removal {
+ public:
+  explicit Removal(EditStep& step) : m_step(step), m_end(0) {}
+
+  void Remove(std::size_t begin, std::size_t end) {
+    KeepUpTo(begin);
+    m_step.splices.Remove(begin, end);
+    m_end = end;
+  }
+
+  /// To be called when all parts were taken out.
+  void Finish() { KeepUpTo(m_step.text.size()); }
+
+ private:
+  /// Keeps the text from the end of the last part on.
+  void KeepUpTo(std::size_t end) {
+    const std::string kept = m_step.text.substr(m_end, std::min<std::size_t>(end - m_end, 2));
+    const std::size_t found = (m_before + kept).find("]]>");
+    if (found != std::string::npos) {
+      const std::size_t last = m_end + found + 2 - m_before.size();
+      m_step.splices.Replace(last, last + 1, "&gt;");
+    }
+    const std::size_t begin = std::max(m_end, end - std::min<std::size_t>(end, 2));
+    m_before += m_step.text.substr(begin, end - begin);
+    m_before.erase(0, m_before.size() - std::min<std::size_t>(m_before.size(), 2));
+  }
+
+  EditStep& m_step;
+  std::size_t m_end;     // of the part that was taken out last
+  std::string m_before;  // two bytes at most, which then stand in front of that place
+};
+
 }  // namespace
 
 void SpliceAppend(EditStep& step) {
@@ -164,6 +198,7 @@ void SpliceReplace(EditStep& step) {
 }
 
 void SpliceRemove(EditStep& step) {
+  Removal removal(step);
   for (std::size_t i = 0; i < step.targets.size();) {
     const EditTarget& first = step.targets[i];
     if (IsRoot(first)) EditStep::Refuse(first, "a document cannot be without its root element");
@@ -178,12 +213,12 @@ void SpliceRemove(EditStep& step) {
     const SourceRange lines = WithLines(step.text, all);
     const bool keepsSpace = step.PlaceOf(first.node->m_pParent)->keepsSpace;
     if (!keepsSpace && lines.end != all.end) {
-      step.splices.Remove(lines.begin, lines.end);
+      removal.Remove(lines.begin, lines.end);
       i = end;
     }
-    for (; i < end; ++i)
-      step.splices.Remove(step.targets[i].place->begin, step.targets[i].place->end);
+    for (; i < end; ++i) removal.Remove(step.targets[i].place->begin, step.targets[i].place->end);
   }
+  removal.Finish();
 }
 
 void SpliceSetText(EditStep& step) {

@@ -21,8 +21,9 @@ class ProofFailure : public std::runtime_error {
 /// that is below them.
 ///
 /// `joinsTexts`: an element was taken out between texts. The library drops a piece of white space
-/// alone, and joining two texts changes which pieces there are; so white space in texts is then not
-/// compared, and `expected` loses it.
+/// alone, and joining two texts changes which pieces there are; and where the two would become
+/// "]]>", a reference takes the place of the last character. So white space in texts is then not
+/// compared, and `expected` loses it; and the reference counts as the character.
 ///
 /// Result: the tree of the text. Effects: throws a ProofFailure when it differs, or when the text
 /// is not well-formed. Cost: linear in both trees.
