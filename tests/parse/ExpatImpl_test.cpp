@@ -182,6 +182,19 @@ TEST(ExpatImplHandlers, Are_not_called_any_more_once_one_has_thrown) {
   EXPECT_EQ("start a", recorder.m_events);
 }
 
+// Expat itself tells no error where a piece ends behind the opening of a CDATA section.
+TEST(ExpatImplHandlers, That_throw_end_the_parse_also_where_Expat_tells_no_error) {
+  Recorder recorder;
+  ASSERT_TRUE(recorder.Parse("<a>", -1, false));
+  recorder.m_thrower = "default";
+  EXPECT_THROW(recorder.Parse("<![CDATA[", -1, false), std::string);
+  EXPECT_EQ(XML_ERROR_NONE, recorder.GetErrorCode());
+  recorder.m_thrower = "";
+  EXPECT_FALSE(recorder.Parse("x]]></a>", -1, true));
+  EXPECT_EQ(XML_ERROR_FINISHED, recorder.GetErrorCode());
+  EXPECT_EQ("start a", recorder.m_events);
+}
+
 TEST(ExpatImplHandlers, May_parse_another_text_which_keeps_its_exceptions_to_itself) {
   Caller caller([] {
     Recorder recorder;
