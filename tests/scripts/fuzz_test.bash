@@ -36,6 +36,16 @@ seven_fuzzers_run_for_the_time_that_is_said() {
   [ "$(cut -d ' ' -f 1 copy/ran | sort | xargs)" = 'fuzz-edit fuzz-source' ] || { cat copy/ran; fail; }
 }
 
+a_seed_is_handed_on_to_the_fuzzers() {
+  _given_fuzzers fuzz "$_fuzzing"
+  keep copy/scripts/fuzz --seed 7 3
+  expect_status 0
+  [ "$(grep -c -- '-seed=7 ' copy/ran)" = 7 ] || { cat copy/ran; fail; }
+  keep copy/scripts/fuzz --seed x 3
+  expect_status 2
+  expect_part stderr '--seed takes a number above 0: x'
+}
+
 a_fuzzer_that_finds_something_is_named_and_the_others_go_on() {
   _given_fuzzers fuzz "$_fuzzing
     [ \"\${0##*/}\" != fuzz-path ] || { echo 'Path.cpp:1: does not hold: x'; exit 77; }"
