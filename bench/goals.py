@@ -47,6 +47,7 @@ MOST_GROWTH = 1.5
 MOST_CHILD_GROWTH = 2.0
 MOST_SEARCH_RATIO = 2.0
 MOST_KIBIBYTES = 116
+LEAST_OF_TWO_THREADS = 1.9
 
 
 def fixed(value, decimals=2):
@@ -142,6 +143,15 @@ def extreme_goals(results):
     ]
 
 
+def threads_goal(results):
+    gains = [(one / two, f"{nodes} nodes") for (library, nodes), (one, two) in results.threads().items()
+             if library == "xmldom"]
+    gain, where = min(gains, default=(0, "not measured"))
+    return judged("two threads on two cores, each with documents of its own",
+                  f"at least {LEAST_OF_TWO_THREADS:.1f} times the work of one",
+                  f"{gain:.2f} ({where})", gain >= LEAST_OF_TWO_THREADS)
+
+
 def size_goal(results):
     size = results.sizes["xmldom"]
     return judged("both shared libraries, stripped, text and data",
@@ -156,5 +166,6 @@ def all_goals(results):
         *memory_goals(results),
         growth_goal(results, False, "a node at 10^6 nodes", "10^5", MOST_GROWTH),
         *extreme_goals(results),
+        threads_goal(results),
         size_goal(results),
     ]

@@ -9,6 +9,8 @@
 #include "Child.h"
 #include "Memory.h"
 #include "Operation.h"
+#include "Records.h"
+#include "Threads.h"
 #include "harness/SmallStack.h"
 
 // The program xmldom-bench, which does one thing of what `scripts/bench` is made of. The options of
@@ -153,6 +155,12 @@ void MeasureSet(const Words& words) {
       for (const std::string& document : set.documents) Register(operation, set, document);
     }
   }
+  if (words.at(0) == "threads") {
+    const std::vector<Library> libraries = {Xmldom(), PlainTree(), Pugixml()};
+    for (benchmark::internal::Benchmark* registered : RegisterThreads(libraries)) {
+      registered->ComputeStatistics("least", Least);
+    }
+  }
   std::string versions;
   for (const Library& library : AllLibraries()) {
     versions += (versions.empty() ? "" : ", ") + library.version;
@@ -167,6 +175,13 @@ void Load(const Words& words) { MeasureLoad(Find(AllLibraries(), words.at(0)), w
 
 /// Prints a large document; the word is its name.
 void Document(const Words& words) { std::cout << Generate(words.at(0), kLargeNodes).text; }
+
+/// Prints the nodes of a document; the words are its name, and about how many nodes a generated one
+/// has.
+void Records(const Words& words) {
+  const std::size_t nodes = words.size() > 1 ? std::stoul(words.at(1)) : 0;
+  PrintRecords(FindSample(words.at(0), nodes).text);
+}
 
 /// Does one operation once for a profiler; the words are its name and that of a library. Prints
 /// how many nodes or children it was done with.
@@ -184,8 +199,11 @@ struct Command {
 };
 
 void Run(int argc, char** argv) {
-  const std::vector<Command> commands = {
-      {"set", MeasureSet}, {"load", Load}, {"document", Document}, {"profile", Profile}};
+  const std::vector<Command> commands = {{"set", MeasureSet},
+                                         {"load", Load},
+                                         {"document", Document},
+                                         {"records", Records},
+                                         {"profile", Profile}};
   benchmark::Initialize(&argc, argv);
   const Words words(argv + 1, argv + argc);
   Find(commands, words.at(0)).run(Words(words.begin() + 1, words.end()));
@@ -201,7 +219,7 @@ int main(int argc, char** argv) {
     return std::cout.flush() ? 0 : 1;
   } catch (const std::out_of_range&) {
     std::cerr << "usage: xmldom-bench {set NAME | load LIBRARY FILE | document NAME |"
-                 " profile OPERATION LIBRARY} [--benchmark_...]\n";
+                 " records NAME [NODES] | profile OPERATION LIBRARY} [--benchmark_...]\n";
     return 2;
   } catch (const std::exception& exception) {
     std::cerr << "xmldom-bench: " << exception.what() << '\n';

@@ -10,6 +10,7 @@ import os
 import pathlib
 import platform
 import re
+import statistics
 import subprocess
 import sys
 
@@ -88,6 +89,35 @@ def extreme_table(results):
     rows = [[key.sample, key.nodes, key.operation, fixed(time / 1e6, 1), fixed(time / key.nodes, 1)]
             for key, time in results.times.items() if key.set == "extremes"]
     return table(["tree", "nodes", "operation", "ms", "ns a node"], rows)
+
+
+def destruction_table(results):
+    """A row for each document; for each C library what both orders take, and the ratio of the sums."""
+    least = results.destructions()
+    ratios = {"glibc": [], "musl": []}
+    rows = []
+    for sample, nodes in dict.fromkeys(key[:2] for key in least):
+        cells = [sample, nodes]
+        for library in ratios:
+            orders = [least[sample, nodes, library, order] for order in ("backwards", "forwards")]
+            cells += [" + ".join(fixed(time, 1) for time in making) for making in orders]
+            ratios[library].append(sum(orders[1]) / sum(orders[0]))
+            cells.append(fixed(ratios[library][-1]))
+        rows.append(cells)
+    if rows:
+        cells = ["geometric mean", ""]
+        for of_documents in ratios.values():
+            cells += ["", "", fixed(statistics.geometric_mean(of_documents))]
+        rows.append(cells)
+    return table(["document", "nodes"] + [f"{library}{what}" for library in ratios for what in
+                                          (", backwards", ", forwards", ", ratio of sums")], rows)
+
+
+def threads_table(results):
+    rows = [[library, nodes, fixed(one / 1e3, 1), fixed(two / 1e3, 1), fixed(one / two)]
+            for (library, nodes), (one, two) in results.threads().items()]
+    return table(["library", "nodes", "one thread, µs a document", "two threads, µs a document",
+                  "work of two threads, in multiples of one"], rows)
 
 
 def machine(results):
@@ -180,6 +210,8 @@ def write_page(results, path):
         "sizes": table(["library", "text and data, KiB"],
                        [[name, fixed(size, 0)] for name, size in results.sizes.items()]),
         "growth": growth_table(results),
+        "threads": threads_table(results),
+        "destruction": destruction_table(results),
         "extremes": extreme_table(results),
     }
     page = re.sub("<!-- ([a-z-]+) -->\n.*?<!-- end -->",

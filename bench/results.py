@@ -23,7 +23,7 @@ class Results:
         self.times = {}  # of a Key: nanoseconds, the least of the repetitions
         self.spreads = [0]  # standard deviations in multiples of the means
         self.failed = []  # names of benchmarks
-        for part in SETS + ["growth", "scale", "extremes"]:
+        for part in SETS + ["growth", "scale", "threads", "extremes"]:
             for path in sorted(self.folder.glob(f"{part}/*.json")):
                 self.read_benchmarks(json.loads(path.read_text()))
         self.times = dict(sorted(self.times.items()))  # The library mixes what takes turns.
@@ -84,6 +84,22 @@ class Results:
                 pairs[key.operation, key.sample].append(key)
         return {name: Growth(*pair, self.per_node(pair[1]) / self.per_node(pair[0]))
                 for name, pair in pairs.items() if len(pair) == 2}
+
+    def threads(self):
+        """For each library and number of nodes the nanoseconds a document that one thread and two
+        take."""
+        return {(key.library, key.nodes): (self.times[key._replace(operation="one-thread")], two)
+                for key, two in self.times.items() if key.operation == "two-threads"}
+
+    def destructions(self):
+        """For each document, number of nodes, C library and order of destruction the nanoseconds a
+        node that making the nodes and destroying them take: the least sum of all turns."""
+        least = {}
+        for sample, library, order, nodes, *times in self.rows("destruction"):
+            key = sample, int(nodes), library, order
+            making = tuple(map(float, times))
+            least[key] = min(least.get(key, making), making, key=sum)
+        return least
 
     def peaks(self, allowance):
         """What xmldom's loads need beside the records at their peak, in multiples of the text."""
