@@ -24,3 +24,8 @@ tool_subjects_except() {
     [[ " $* " == *" $subject "* ]] || echo "$subject"
   done
 }
+
+# Cases that measure how time grows, or how much stack trees of 100,000 nodes take. Other cases do the
+# same at a small size. In an emulator or under Valgrind these take up to a minute each.
+costly_cases='CompareSize.Deep*:CompareSize.Wide*:Growth*:*GrowthOf*:*stay*cheap*:*linear*:*constant_time*'
+costly_cases+=':*need*_no_stack:*time_that_grows*:*cost_of_reading*:*searches_siblings_once'

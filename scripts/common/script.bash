@@ -8,7 +8,8 @@
 
 set -euo pipefail
 
-progress_seconds=5  # from one line of a quiet step to the next
+progress_seconds=5    # from one line of a quiet step to the next
+long_step_seconds=10  # a step that takes at least this long says how long it took
 
 # begin "$@": answers --help, goes to the project's root, and arranges for the report of a failure.
 begin() {
@@ -173,12 +174,17 @@ _begin_step() {
   echo "== $1"
   mkdir -p "build/logs/$script"
   _step=$1
+  _step_start=$SECONDS
   step_log=build/logs/$script/$(tr -cs 'A-Za-z0-9+.-' - <<<"${1:0:40}" | sed 's/-$//').log
 }
 
 # _end_step STATUS COMMAND...
 _end_step() {
-  [ "$1" -ne 0 ] || return 0
+  local seconds=$((SECONDS - _step_start))
+  if [ "$1" -eq 0 ]; then
+    [ "$seconds" -lt "$long_step_seconds" ] || echo "   done in $seconds s"
+    return
+  fi
   local again=$command_line  # for a function of the script
   [ "$(type -t "$2")" = function ] || again=$(printf '%q ' "${@:2}")
   _report_failure "$1" "$again" "$_step" "$step_log"

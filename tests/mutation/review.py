@@ -13,7 +13,7 @@ FILE = os.path.join(os.path.dirname(os.path.abspath(__file__)), "reviewed.txt")
 VERDICTS = {
     "same": "nobody can observe it",
     "cost": "it takes more time or memory, and does the same",
-    "expat": "another Expat than that of the tests is needed to notice it",
+    "expat": "only another Expat than that of the tests would show it",
     "memory": "the tests notice it when they are run with the address sanitizer",
 }
 

@@ -60,7 +60,8 @@ names_of_presets_and_machines_are_checked() {
   _given_a_copy
   _given_no_packages
   local line
-  for line in 'test relaese' 'cross-test armv9' 'soak 1 relaese' 'failing-allocations relaese' \
+  for line in 'test relaese' 'cross-test armv9' 'cross-test --library' \
+      'cross-test --library --record armhf' 'soak 1 relaese' 'failing-allocations relaese' \
       'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'fuzz --coverage load' 'fuzz 1 load' \
       'fuzz --record --coverage' 'fuzz --record load' \
       'sanitizers asna' 'valgrind case' 'coverage release' 'hostile a' 'check --record' \
