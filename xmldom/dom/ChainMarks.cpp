@@ -20,7 +20,7 @@
 // An application may take a node out by hand, and leave its parent and its next sibling as they
 // were. So nothing that is cached is taken for the wanted node unless another node of the chain
 // links to it: a mark only leads to the nodes behind it, and a place has the node before it. This
-// is right unless several neighbours were taken out.
+// is right unless several neighbours were taken out, together or one after the other.
 //
 // A chain may have nodes of another parent. Nothing is cached behind them (NodeCache.cpp).
 //

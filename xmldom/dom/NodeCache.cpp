@@ -20,7 +20,8 @@
 // the nodes behind the first one that names another parent. A node in front of what is cached may
 // also lose its parent later, when another chain is destroyed, and get a new one. When it is then
 // unlinked, its next sibling names another parent than it does, and everything is forgotten
-// (Unlink).
+// (Unlink). This is not noticed when the sibling has come to name the same new parent without
+// hanging there: somebody held it when that parent was emptied or destroyed.
 //
 // Chains that no m_pFirstChild heads, those behind a node and those of attributes, may consist of
 // nodes whose parent does not list them, because it has been cleared, loaded anew or destroyed, or

@@ -12,6 +12,9 @@
 // the other. Each such call raises the generation. From then on an insertion visits the siblings,
 // unless the insertion just before visited the same ones and neither an owner nor a link has
 // changed since.
+//
+// One case is not noticed: another thread gets the document, gives a new owner to nodes in the
+// chain that are in a second chain too, of another document, and hands both back.
 
 #include <xmldom/dom/NodeOwners.h>
 
@@ -28,7 +31,8 @@ namespace {
 /// in the owner links.
 struct OwnerSetter : PreOrderVisitor {
   IXMLDOMDocument2* owner;
-  // Whether a node that may be in two chains gets another owner. Each chain has a reference on it.
+  // Whether a node that may be in two chains gets another owner. Where two chains meet, each has a
+  // reference.
   bool isShared;
 
   explicit OwnerSetter(IXMLDOMDocument2* document) : owner(document), isShared(false) {}

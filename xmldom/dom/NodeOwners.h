@@ -7,17 +7,18 @@
 
 namespace xmldom {
 
-/// Changes with every call that may have left neighbours with different owners; 0 while no call
-/// has. All threads share it, because what such a call leaves behind passes to another thread with
-/// the document.
+/// Changes with every call that may have left neighbours with different owners below a node that
+/// has an owner; 0 while no call has. All threads share it, because what such a call leaves behind
+/// passes to another thread with the document.
 extern unsigned long g_uOwnerGeneration;
 
 XMLDOM_ALWAYS_INLINE inline unsigned long OwnerGeneration() {
   return __atomic_load_n(&g_uOwnerGeneration, __ATOMIC_RELAXED);
 }
 
-/// Whether `node`, its following siblings and all below them have the owner `owner`, because no
-/// call has left neighbours with different ones. They may also have it when this is false.
+/// Whether `node`, a child of a node that has the owner `owner`, its following siblings and all
+/// below them have that owner, because no call has left neighbours with different ones. They may
+/// also have it when this is false.
 inline bool IsSurelyOwned(const IXMLDOMNode* node, const IXMLDOMDocument2* owner) {
   // Below a node that has lost its owner there may be nodes that still have one.
   return owner != nullptr && node->m_pOwnerDocument == owner && OwnerGeneration() == 0;

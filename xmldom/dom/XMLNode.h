@@ -76,13 +76,14 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Applications may read the fields, and the members below write them. An application that changes
   // links or owners by hand must know two things, which no member can notice in constant time:
   //  - Each thread caches the last nodes of some long chains, and nodes from which it finds the one
-  //    before another. It uses a cached node only while that names the parent of the chain, and
-  //    while another node of the chain links to it. So a single node may be taken out by hand, but
-  //    whoever cuts several neighbours off must change the parent of each of them. Otherwise a new
-  //    node may be linked behind the former last node, and a node that was cut off may be found
-  //    before another. A node that still names a parent must not name a next sibling that is gone.
-  //    Where the parents have to stay, or there are none, call RecurseSetDocument: it makes the
-  //    thread forget all that it has cached.
+  //    before another. It uses a cached node only while that names the parent of the chain, and as
+  //    the last one, or the one before another, only while another node of the chain links to it.
+  //    So a single node may be taken out by hand, but whoever cuts several neighbours off, also one
+  //    after the other, must change the parent of each of them. Otherwise a new node may be linked
+  //    behind the former last node, and a node that was cut off may be found before another. A node
+  //    that still names a parent must not name a next sibling that is gone. Where the parents have
+  //    to stay, or there are none, call RecurseSetDocument: it makes the thread forget all that it
+  //    has cached.
   //  - insertBefore and replaceChild also give this node's owner document to the siblings that
   //    follow the new child. They look at the next sibling only, and pass over all of them when
   //    that one has the owner already. They visit all of them once any of these has been called:
@@ -126,9 +127,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Sets the owner document of this node, of its following siblings and of all nodes below them.
   /// Attributes keep theirs.
   /// Effects: when this node has a parent or siblings that follow, later insertions anywhere visit
-  /// the siblings that follow the new node. Of several insertions in a row in front of the same
-  /// siblings, only the first visits them. The thread forgets what it has cached of chains. Cost:
-  /// linear in the nodes visited.
+  /// the siblings that follow the new node. When nodes without parent are inserted in a row in
+  /// front of the same siblings, only the first insertion visits these. The thread forgets what it
+  /// has cached of chains. Cost: linear in the nodes visited.
   void RecurseSetDocument(IXMLDOMDocument2* doc);
 
   /// Sets the owner document of this node, of its following siblings and of all nodes below them to
@@ -216,13 +217,14 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Bad input: names must not be null.
   // Cost: constant when the end of the chain is cached, and when the chain is short; otherwise
   // linear in the chain. A thread caches the ends of up to 8 chains, those that it has added to or
-  // asked for the last child, and none behind a node of another parent. It forgets an end when
-  // another such chain takes its slot, and when another thread has taken nodes out or destroyed
-  // some nearby in memory; and the ends that AddSibling and AddAttribute have reached, whenever it
-  // takes a node out of a tree. It forgets all ends when it calls RecurseSetDocument or
-  // RecurseClearDocument, when it takes out a node whose next sibling has another parent, and when
-  // it cuts a node off from the siblings that follow it (insertBefore and replaceChild of a node
-  // without parent, ClearNode).
+  // asked for the last child, and none of a chain in which a node names another parent than the
+  // chain has. It forgets an end when another such chain takes its slot, and when another thread
+  // has taken nodes out or destroyed some nearby in memory; and the ends that AddSibling and
+  // AddAttribute have reached, whenever it takes a node out of a tree. It forgets all ends when it
+  // takes out or destroys a node near to which another thread has done so; when it calls
+  // RecurseSetDocument or RecurseClearDocument; when it takes out a node whose next sibling has
+  // another parent; and when it cuts a node off from the siblings that follow it (insertBefore and
+  // replaceChild of a node without parent, ClearNode).
 
   /// Links a node that hangs nowhere as last child. The node, its following siblings and all nodes
   /// below them, attributes aside, get this node's owner document.
@@ -268,8 +270,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // get_previousSibling for the places, and linear in the subtree of the new child. insertBefore
   // and replaceChild also visit the siblings that follow the place and all nodes below them, when
   // these may need this node's owner document: always when this node has no owner, and, once one
-  // of the calls has been made that are named above (Record), unless the call just before inserted
-  // in front of the same siblings.
+  // of the calls has been made that are named above (Record), unless the new child has no parent
+  // and the call just before inserted in front of the same siblings.
 
   /// Moves a node to the end of the children. Out: the node, which the tree owns. Result: S_OK.
   /// Deliberate: when the new child is a document, its root element gets a further reference, which
