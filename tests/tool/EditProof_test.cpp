@@ -12,11 +12,14 @@ namespace {
 
 using tool::ProofFailure;
 
-/// Why `found` is not what is expected; empty when it is.
+/// Why `found` is not what is expected; empty when it is. Texts of the root element may have been
+/// joined.
 std::string Prove(const std::string& expected, const std::string& found, bool joinsTexts = false) {
   const XMLPtr<IXMLDOMDocument2> tree = Load(expected);
+  tool::Elements joined;
+  if (joinsTexts) joined.insert(tree->m_pFirstChild);
   try {
-    EXPECT_NE(nullptr, tool::ProveEdit(found, *tree, joinsTexts));
+    EXPECT_NE(nullptr, tool::ProveEdit(found, *tree, joined));
     return std::string();
   } catch (const ProofFailure& failure) {
     return failure.what();
@@ -48,6 +51,25 @@ TEST(EditProof, White_space_counts_unless_texts_were_joined) {
   EXPECT_EQ("", Prove("<a>xy</a>", "<a>x y</a>", true));
   EXPECT_NE("", Prove("<a>xy</a>", "<a>xz</a>", true));
   EXPECT_NE("", Prove("<a b='xy'/>", "<a b='x y'/>", true));
+  EXPECT_NE("", Prove("<a><b>xy</b></a>", "<a><b>x y</b></a>", true)) << "of another element";
+}
+
+TEST(EditProof, References_to_greater_count_as_the_character_where_texts_were_joined) {
+  EXPECT_NE("", Prove("<a>x>y</a>", "<a>x&gt;y</a>"));
+  EXPECT_EQ("", Prove("<a>x>y</a>", "<a>x&gt;y</a>", true));
+  EXPECT_NE("", Prove("<a>x<y/></a>", "<a>x&lt;y/></a>", true));
+  EXPECT_NE("", Prove("<a><b>></b></a>", "<a><b>&gt;</b></a>", true)) << "of another element";
+}
+
+TEST(EditProof, Markup_in_texts_counts_as_it_is) {
+  for (const auto& pair : {std::make_pair("<a><![CDATA[>]]></a>", "<a><![CDATA[&gt;]]></a>"),
+                           std::make_pair("<a><?p a?>b?></a>", "<a><?p a?&gt;b?></a>"),
+                           std::make_pair("<a><!--a-->b--&gt;</a>", "<a><!--a- ->b--></a>"),
+                           std::make_pair("<a><![CDATA[x]]>y]]&gt;</a>",
+                                          "<a><![CDATA[x]]&gt;y]]></a>")}) {
+    EXPECT_NE("", Prove(pair.first, pair.second, true)) << pair.first;
+    EXPECT_EQ("", Prove(pair.first, pair.first, true)) << pair.first;
+  }
 }
 
 /// Each fault in what was spliced is found, and leaves the text and the tree as they were.
@@ -85,8 +107,8 @@ TEST(EditProof, Fault_in_each_kind_of_edit_is_found) {
   }
 }
 
-// Where texts are joined, a reference may have to stand for a character, which a parser reads from
-// it again.
+// Texts that are joined must not hold "]]>". Therefore the edit may write a reference, which means
+// the same character.
 TEST(EditProof, Removal_may_change_how_a_character_is_written_but_no_character) {
   const auto remove = [](const std::string& result) {
     tool::EditedText edited = MakeEdited("<a>]]<b/>></a>");

@@ -133,8 +133,9 @@ void RequireText(const EditTarget& target) {
   }
 }
 
-/// Takes parts out of a text, from the first to the last. Where the texts around them would become
-/// "]]>" together, which must not stand in a text, the last character becomes a reference.
+/// Takes parts out of a text and keeps apart what comes together then: a text in which "]]>" would
+/// come about gets a reference for the last character, and two line ends that would become one,
+/// "\r" and "\n", stay two. The parts have to be given in their order.
 class Removal {
  public:
   explicit Removal(EditStep& step) : m_step(step), m_end(0) {}
@@ -156,6 +157,8 @@ class Removal {
     if (found != std::string::npos) {
       const std::size_t last = m_end + found + 2 - m_before.size();
       m_step.splices.Replace(last, last + 1, "&gt;");
+    } else if (!m_before.empty() && m_before.back() == '\r' && !kept.empty() && kept[0] == '\n') {
+      m_step.splices.Replace(m_end, m_end + 1, "\r\n");
     }
     const std::size_t begin = std::max(m_end, end - std::min<std::size_t>(end, 2));
     m_before += m_step.text.substr(begin, end - begin);
@@ -164,7 +167,7 @@ class Removal {
 
   EditStep& m_step;
   std::size_t m_end;     // of the part that was taken out last
-  std::string m_before;  // two bytes at most, which then stand in front of that place
+  std::string m_before;  // the last two bytes, or fewer, that are kept in front of m_end
 };
 
 }  // namespace

@@ -38,37 +38,70 @@ std::string Difference(IXMLDOMDocument2& expected, IXMLDOMDocument2& found) {
   return VisibleLine(std::string(report.GetAsStr(), report.m_uLength), kReasonLimit);
 }
 
+/// Result: the end of the comment, processing instruction or CDATA section that begins at `text`;
+/// `text` itself when none does.
+const char* BehindMarkup(const char* text) {
+  static const char* const kMarks[][2] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
+  for (const auto& marks : kMarks) {
+    const std::size_t length = std::strlen(marks[0]);
+    if (std::strncmp(text, marks[0], length) != 0) continue;
+    const char* const end = std::strstr(text + length, marks[1]);
+    return end == nullptr ? text : end + std::strlen(marks[1]);
+  }
+  return text;
+}
+
 const char kGreater[] = "&gt;";
 
-/// Takes the white space out of a text, and writes ">" for the reference to it.
+/// Takes the white space out of a text, and writes ">" for the reference to it. Markup inside the
+/// text stays as it is.
 void Reduce(IXMLDOMNode* text) {
   char* to = text->m_pszValue;
-  for (const char* from = to; *from != '\0'; ++from) {
-    if (IsSpace(*from)) continue;
-    const bool isReference = std::strncmp(from, kGreater, sizeof kGreater - 1) == 0;
-    *to++ = isReference ? '>' : *from;
-    if (isReference) from += sizeof kGreater - 2;
+  for (const char* from = to; *from != '\0';) {
+    if (const std::size_t length = static_cast<std::size_t>(BehindMarkup(from) - from)) {
+      std::memmove(to, from, length);
+      to += length;
+      from += length;
+    } else if (std::strncmp(from, kGreater, sizeof kGreater - 1) == 0) {
+      *to++ = '>';
+      from += sizeof kGreater - 1;
+    } else {
+      if (!IsSpace(*from)) *to++ = *from;
+      ++from;
+    }
   }
   *to = '\0';
 }
 
-/// Takes out of all texts of a tree what may change when two of them are joined.
-void ReduceTexts(IXMLDOMNode* document) {
-  for (IXMLDOMNode* node = document; node != nullptr; node = NextNode(node, document)) {
-    if (node->m_eNodeType == NODE_TEXT) Reduce(node);
+void ReduceTextsOf(IXMLDOMNode* element) {
+  for (IXMLDOMNode* child = element->m_pFirstChild; child != nullptr;
+       child = child->m_pNextSibling) {
+    if (child->m_eNodeType == NODE_TEXT) Reduce(child);
+  }
+}
+
+/// Takes out of the texts of some elements of `expected` what may change when two of them are
+/// joined, and out of those of the elements in the same places of `found`.
+void ReduceTexts(const Elements& elements, IXMLDOMNode* expected, IXMLDOMNode* found) {
+  while (true) {
+    expected = NextElement(expected);
+    found = NextElement(found);
+    if (expected == nullptr || found == nullptr) return;
+    if (elements.count(expected) == 0) continue;
+    ReduceTextsOf(expected);
+    ReduceTextsOf(found);
   }
 }
 
 }  // namespace
 
 XMLPtr<IXMLDOMDocument2> ProveEdit(const std::string& text, IXMLDOMDocument2& expected,
-                                   bool joinsTexts) {
+                                   const Elements& joined) {
   XMLPtr<IXMLDOMDocument2> found = Load(text);
   std::string difference = Difference(expected, *found);
-  if (!difference.empty() && joinsTexts) {
+  if (!difference.empty() && !joined.empty()) {
     const XMLPtr<IXMLDOMDocument2> reduced = Load(text);
-    ReduceTexts(reduced.Get());
-    ReduceTexts(&expected);
+    ReduceTexts(joined, &expected, reduced.Get());
     difference = Difference(expected, *reduced);
   }
   if (!difference.empty()) throw ProofFailure("it is not what the edit asks for: " + difference);

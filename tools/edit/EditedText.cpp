@@ -14,6 +14,19 @@
 
 namespace tool {
 
+namespace {
+
+/// The elements in which an edit joins texts. They stay in the tree, because no target is inside
+/// another one.
+Elements JoinedBy(const EditStep& step) {
+  Elements joined;
+  if (!step.edit.kind->joinsTexts) return joined;
+  for (const EditTarget& target : step.targets) joined.insert(target.node->m_pParent);
+  return joined;
+}
+
+}  // namespace
+
 EditedText::EditedText(const std::string& text, XMLPtr<IXMLDOMDocument2> tree,
                        const SourceEncoding& encoding)
     : m_text(text), m_tree(std::move(tree)), m_encoding(encoding) {}
@@ -26,9 +39,10 @@ EditOutcome EditedText::Apply(const Edit& edit, bool all) {
   if (step.targets.empty()) return {selected, 0};
   std::string spliced = step.splices.Apply(m_text);
   if (m_fault) m_fault(spliced);
+  const Elements joined = JoinedBy(step);
   try {
     edit.kind->change(step);
-    m_tree = ProveEdit(spliced, *m_tree, edit.kind->joinsTexts);
+    m_tree = ProveEdit(spliced, *m_tree, joined);
   } catch (...) {
     // The tree may have been changed in part, so it is made anew.
     LoadProblem problem;
