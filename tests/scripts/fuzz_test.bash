@@ -41,9 +41,10 @@ a_seed_is_handed_on_to_the_fuzzers() {
   keep copy/scripts/fuzz --seed 7 3
   expect_status 0
   [ "$(grep -c -- '-seed=7 ' copy/ran)" = 7 ] || { cat copy/ran; fail; }
+  grep -q -- 'build/fuzz/seeded/load fuzz/corpus/load$' copy/ran || { cat copy/ran; fail; }
   keep copy/scripts/fuzz --seed x 3
   expect_status 2
-  expect_part stderr '--seed takes a number above 0: x'
+  expect_part stderr '--seed takes a number from 1 to 999999999: x'
 }
 
 a_fuzzer_that_finds_something_is_named_and_the_others_go_on() {
