@@ -65,7 +65,7 @@ const Growing kReading[] = {
        Root(document)->get_nodeTypedValue(&value);
      },
      nullptr},
-    {"get_nodeName, get_nodeValue", "n bytes", 4000,
+    {"get_nodeName, get_nodeValue", "n bytes", 20000,
      [](int size) {
        const std::string name = "n" + Times(size, "x");
        Document document = Load("<" + name + " k='" + name + "'/>");

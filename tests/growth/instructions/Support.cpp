@@ -8,7 +8,7 @@
 namespace {
 
 const Growing kRows[] = {
-    {"SysAllocString, _bstr_t, VariantCopy, VariantChangeType", "n bytes", 4000,
+    {"SysAllocString, _bstr_t, VariantCopy, VariantChangeType", "n bytes", 20000,
      [](int size) {
        const std::string text = Times(size, "x");
        const Counted counted;
@@ -65,7 +65,7 @@ const Growing kRows[] = {
        out.WriteStrEntities(text.c_str());
      },
      nullptr},
-    {"PostLogEvent, CLogException", "n bytes", 4000,
+    {"PostLogEvent, CLogException", "n bytes", 20000,
      [](int size) {
        const std::string text = Times(size, "x");
        const Counted counted;
