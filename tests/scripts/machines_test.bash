@@ -63,4 +63,22 @@ what_was_run_passed_and_was_skipped_is_told_and_recorded_where_asked() {
   grep -qF '`scripts/cross-test s390x --record`' copy/docs/hardening.md || fail
 }
 
+# Tests have these names where an emulator runs them in shares (cmake/XmldomTests.cmake).
+the_tests_of_the_libraries_are_all_run_for_the_libraries_alone() {
+  _given_a_copy
+  _given_tests_that_pass
+  printf '%s\n' 'printf "%s\n" "${@: -1}" > pattern' >> programs/ctest
+  keep copy/scripts/cross-test s390x --library
+  expect_status 0
+  local target name
+  for target in xmldom-tests xmldom-soak-tests xmldom-threads-tests; do
+    grep -qF "xmldom_discover_tests($target" "$project/tests/CMakeLists.txt" || { echo "  no tests $target"; fail; }
+    grep -qE -f copy/pattern <<< "$target.3_of_8" || { echo "  $target is left out"; fail; }
+  done
+  for name in xmldom-tool-tests.3_of_8 tool.edit fuzz.replay_load; do
+    if grep -qE -f copy/pattern <<< "$name"; then echo "  $name is run"; fail; fi
+  done
+  grep -qE -f copy/pattern <<< allocation || fail
+}
+
 run_cases
