@@ -13,6 +13,8 @@ class HugeText {
   HugeText(const HugeText&) = delete;
   HugeText& operator=(const HugeText&) = delete;
 
+  /// Result: null where so many addresses cannot be had, as on a machine on which a program has
+  /// half of 32 bits.
   char* Get() { return m_text; }
   std::size_t Size() const { return m_size; }
 

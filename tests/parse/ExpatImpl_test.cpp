@@ -260,6 +260,7 @@ TEST(ExpatImplParse, Tells_when_a_piece_does_not_parse) {
 TEST(ExpatImplParse, Refuses_a_text_that_is_longer_than_the_parser_can_count) {
   Recorder recorder;
   HugeText text;
+  if (text.Get() == nullptr) GTEST_SKIP() << "there is no room for the text";
   EXPECT_FALSE(recorder.Parse(text.Get(), -1, true));
   EXPECT_EQ("", recorder.m_events);
 }

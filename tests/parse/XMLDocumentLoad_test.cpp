@@ -261,6 +261,7 @@ const char* const kTooLong =
 TEST(XMLDocumentLoad, A_text_that_is_too_long_empties_the_document_and_does_not_parse) {
   const Document document = Load("<a/>");
   HugeText text;
+  if (text.Get() == nullptr) GTEST_SKIP() << "there is no room for the text";
   const LogCapture log;
   EXPECT_EQ(VARIANT_FALSE, document->loadXML(text.Get()));
   EXPECT_EQ("", CompactXml(document));
@@ -271,6 +272,7 @@ TEST(XMLDocumentLoad, A_text_that_is_too_long_empties_the_document_and_does_not_
 TEST(XMLDocumentLoad, A_text_that_is_too_long_lets_a_log_exception_through) {
   const Document document = NewDocument();
   HugeText text;
+  if (text.Get() == nullptr) GTEST_SKIP() << "there is no room for the text";
   short flag = kFlagUntouched;
   const RefusingLog log;
   EXPECT_EQ(kTooLong, ThrownMessage([&] { document->loadXML(text.Get(), &flag); }));
