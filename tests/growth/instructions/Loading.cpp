@@ -106,7 +106,7 @@ const Growing kRows[] = {
      nullptr},
     {"CXMLSax::Parse", "n records, 16 bytes at a time", 300,
      [](int size) { Parse("<r>" + Times(size, "<a b='c'>t</a>\n") + "</r>", 16); }, nullptr},
-    {"CXMLSax::Parse", "a text of n bytes, 16 at a time", 2000,
+    {"CXMLSax::Parse", "a text of n bytes, 16 at a time", 10000,
      [](int size) { Parse("<r>" + Times(size, "x") + "</r>", 16); }, kByHand},
     {"CXMLSax::OnStartElement, OnEndElement", "n levels by hand", 1000,
      [](int size) {

@@ -111,7 +111,7 @@ const Growing kWriting[] = {
        Write(document);
      },
      nullptr},
-    {"GetXML", "n levels, indented", 300, [](int size) { WriteCounted(Levels(size), Writing()); },
+    {"GetXML", "n levels, indented", 1000, [](int size) { WriteCounted(Levels(size), Writing()); },
      "Indented writing"},
     {"GetXML", "n levels, not indented", 1000,
      [](int size) {
@@ -177,7 +177,7 @@ const Growing kWriting[] = {
        xmldom::Xml(document);
      },
      nullptr},
-    {"xmldom::Xml", "n beginnings of comments in texts by hand", 500,
+    {"xmldom::Xml", "n beginnings of comments in texts by hand", 5000,
      [](int size) {
        Document document = Load("<r/>");
        Root(document)->AddTextChild(Times(size, "<!-- ").c_str());
