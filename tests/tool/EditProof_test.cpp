@@ -62,11 +62,11 @@ TEST(EditProof, References_to_greater_count_as_the_character_where_texts_were_jo
 }
 
 TEST(EditProof, Markup_in_texts_counts_as_it_is) {
-  for (const auto& pair : {std::make_pair("<a><![CDATA[>]]></a>", "<a><![CDATA[&gt;]]></a>"),
-                           std::make_pair("<a><?p a?>b?></a>", "<a><?p a?&gt;b?></a>"),
-                           std::make_pair("<a><!--a-->b--&gt;</a>", "<a><!--a- ->b--></a>"),
-                           std::make_pair("<a><![CDATA[x]]>y]]&gt;</a>",
-                                          "<a><![CDATA[x]]&gt;y]]></a>")}) {
+  for (const auto& pair :
+       {std::make_pair("<a><![CDATA[>]]></a>", "<a><![CDATA[&gt;]]></a>"),
+        std::make_pair("<a><?p a?>b?></a>", "<a><?p a?&gt;b?></a>"),
+        std::make_pair("<a><!--a-->b--&gt;</a>", "<a><!--a- ->b--></a>"),
+        std::make_pair("<a><![CDATA[x]]>y]]&gt;</a>", "<a><![CDATA[x]]&gt;y]]></a>")}) {
     EXPECT_NE("", Prove(pair.first, pair.second, true)) << pair.first;
     EXPECT_EQ("", Prove(pair.first, pair.first, true)) << pair.first;
   }
