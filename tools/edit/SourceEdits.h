@@ -16,9 +16,9 @@ void SpliceAppend(EditStep& step);
 void SpliceInsertBefore(EditStep& step);
 void SpliceInsertAfter(EditStep& step);
 void SpliceReplace(EditStep& step);
-/// The element goes with its lines when nothing else stands on them, or only other targets do. Where
-/// the texts around it would become "]]>", "&gt;" takes the place of the last character; where "\r"
-/// and "\n" would become one line end, the second becomes "\r\n".
+/// The element goes with its lines when nothing else stands on them, or only other targets do.
+/// Where the texts around it would become "]]>", "&gt;" takes the place of the last character;
+/// where "\r" and "\n" would become one line end, the second becomes "\r\n".
 void SpliceRemove(EditStep& step);
 /// In the place of the content, which may hold no element.
 void SpliceSetText(EditStep& step);
