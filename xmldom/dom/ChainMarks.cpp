@@ -52,13 +52,13 @@ struct Place {
 
 /// Looks for the node before `node` from `place` on, among so many. Result: whether it was found.
 /// Out: `place` is where it was, or where the search has ended; its node is null behind the last.
-/// `isSafe` is false when one of the nodes up to there has another parent than `node`, and
+/// `isOfOneParent` is false when one of the nodes up to there has another parent than `node`, and
 /// otherwise as it was.
 XMLDOM_ALWAYS_INLINE inline bool Search(Place& place, const IXMLDOMNode* node, std::size_t most,
-                                        bool& isSafe) {
+                                        bool& isOfOneParent) {
   for (; place.node != nullptr && most != 0; --most) {
     IXMLDOMNode* const next = place.node->m_pNextSibling;
-    isSafe &= place.node->m_pParent == node->m_pParent;
+    isOfOneParent &= place.node->m_pParent == node->m_pParent;
     if (next == node) return true;
     place = Place{place.node, next};
   }
@@ -68,21 +68,22 @@ XMLDOM_ALWAYS_INLINE inline bool Search(Place& place, const IXMLDOMNode* node, s
 /// Searches from `place` among so few nodes that nothing need be cached. Result: where it was
 /// found, or null, also when what was found there may not be cached.
 XMLDOM_NOINLINE Place SearchNear(Place place, const IXMLDOMNode* node) {
-  bool isSafe = true;
-  return Search(place, node, kFewNodes, isSafe) && isSafe ? place : Place{nullptr, nullptr};
+  bool isOfOneParent = true;
+  return Search(place, node, kFewNodes, isOfOneParent) && isOfOneParent ? place
+                                                                        : Place{nullptr, nullptr};
 }
 
 /// Searches from `place` to the end of the chain, and leaves marks on the way, as long as it is
-/// safe. Out: `place` and `isSafe` as for Search.
+/// safe. Out: `place` and `isOfOneParent` as for Search.
 XMLDOM_ALWAYS_INLINE inline bool SearchAndMark(ChainMarks& marks, Place& place,
-                                               const IXMLDOMNode* node, bool& isSafe) {
+                                               const IXMLDOMNode* node, bool& isOfOneParent) {
   CachedNode* const level = marks.marks + marks.count;
   const std::size_t most = std::min(ChainMarks::kMost - marks.count, kMostOfLevel) / 2 * 2;
   std::size_t count = 0;
   std::size_t distance = kLeastDistance;
   bool isFound;
-  while (!(isFound = Search(place, node, distance, isSafe)) && place.node != nullptr) {
-    if (most == 0 || !isSafe) continue;
+  while (!(isFound = Search(place, node, distance, isOfOneParent)) && place.node != nullptr) {
+    if (most == 0 || !isOfOneParent) continue;
     level[count++] = Cached(place.node);
     if (count < most) continue;
     count = most / 2;
@@ -150,16 +151,16 @@ XMLDOM_NOINLINE IXMLDOMNode* FindWithMarks(IXMLDOMNode* node) {
       if (place.node != nullptr) return place.node;
     }
   }
-  bool isSafe = true;
+  bool isOfOneParent = true;
   while (place.node == nullptr) {
     place = Place{nullptr, LastUsableMark(cache, marks, parent, node)};
     const bool isWhole = place.node == first;
-    isSafe = true;
-    if (SearchAndMark(marks, place, node, isSafe)) break;
+    isOfOneParent = true;
+    if (SearchAndMark(marks, place, node, isOfOneParent)) break;
     marks.count = 0;
     if (isWhole) return nullptr;
   }
-  if (isSafe) marks.before = CachedPlace{Cached(place.prior), Cached(place.node)};
+  if (isOfOneParent) marks.before = CachedPlace{Cached(place.prior), Cached(place.node)};
   return place.node;
 }
 

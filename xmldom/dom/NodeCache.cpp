@@ -14,14 +14,15 @@
 // (ForgetFollowers). Applications can cut chains by hand; so every entry is compared with the links
 // when it is used.
 //
-// A node without parent can be in two chains, because appendChild links it along with its
-// followers. When it is given a parent, the other chain goes on with a node that does not name the
-// parent of that chain, and unlinking it from the one chain cuts the other. So nothing is cached of
-// the nodes behind the first one that names another parent. A node in front of what is cached may
-// also lose its parent later, when another chain is destroyed, and get a new one. When it is then
-// unlinked, its next sibling names another parent than it does, and everything is forgotten
-// (Unlink). This is not noticed when the sibling has come to name the same new parent without
-// hanging there: somebody held it when that parent was emptied or destroyed.
+// A node can be in two chains. Let a, b and c have no parent and be linked in this order.
+// p->appendChild(a) puts all three below p, but only a names p. q->appendChild(b) then puts b and c
+// below q too. Removing b from q now also cuts the chain of p behind b. Therefore:
+//  - Nothing is cached of the nodes behind the first one that names another parent.
+//  - Everything is forgotten when a node is unlinked whose next sibling names another parent
+//    (Unlink). A node in front of what is cached may have lost its parent since, because that was
+//    destroyed, and have got a new one.
+//  - One case is not noticed: the next sibling names the same new parent, which does not list it,
+//    because somebody held the sibling when that parent was emptied or destroyed.
 //
 // Chains that no m_pFirstChild heads, those behind a node and those of attributes, may consist of
 // nodes whose parent does not list them, because it has been cleared, loaded anew or destroyed, or

@@ -95,14 +95,14 @@ XMLDOM_COLD XMLDOM_NOINLINE ChainEnd* FindEnd(IXMLDOMNode*& head, const IXMLDOMN
       cache.valid &= ~bit;
     }
   }
-  bool isSafe = last->m_pParent == parent;
+  bool isOfOneParent = last->m_pParent == parent;
   for (; last->m_pNextSibling != nullptr; ++steps) {
     prior = previous;
     previous = last;
     last = last->m_pNextSibling;
-    isSafe &= last->m_pParent == parent;
+    isOfOneParent &= last->m_pParent == parent;
   }
-  if (steps < kFewNodes || !isSafe) {
+  if (steps < kFewNodes || !isOfOneParent) {
     end = &cache.uncachedEnd;
   } else if (last != known) {
     cache.valid |= bit;

@@ -30,10 +30,10 @@ inline bool IsSurelyOwned(const IXMLDOMNode* node, const IXMLDOMDocument2* owner
 /// Cost: linear in the nodes visited; nothing is allocated.
 void SetOwners(IXMLDOMNode* node, IXMLDOMDocument2* owner);
 
-/// To be called before the owner of a node changes, or that of what follows another. `mayDiffer`
-/// tells whether neighbours may have different owners from then on, or a node may come to be in two
-/// chains. Once they may, every call counts, because what is cached of owners holds for one
-/// generation only.
+/// Makes what is cached of owners invalid. With `mayDiffer`, neighbours may have different owners
+/// from now on, or a node may come to be in two chains; insertions then visit the siblings that
+/// follow. Without, a node that may be in two chains gets another owner; this does nothing while no
+/// call has been made with `mayDiffer`.
 void NoteOwnersChange(bool mayDiffer);
 
 /// Links `node`, which has no following sibling, before `next`, and gives it, all that then follow

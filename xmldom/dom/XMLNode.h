@@ -5,6 +5,8 @@
 // the heading of each group names the sources that define them.
 
 #include <xmldom/base/Export.h>
+#include <xmldom/dom/DOMNodeType.h>
+#include <xmldom/dom/DebugSwitches.h>
 #include <xmldom/dom/Release.h>
 #include <xmldom/dom/Results.h>
 #include <xmldom/support/RefCountedObject.h>
@@ -24,25 +26,6 @@ class IXMLDOMNodeList;
 namespace xmldom {
 struct Uncounted;
 }
-
-/// The type of a node. The library itself makes elements, attributes, texts and documents only;
-/// IXMLDOMDocument2::createNode stores any number that it is given. The value that is meant below
-/// is the one that get_nodeValue hands out.
-typedef enum tagDOMNodeType : int {
-  NODE_INVALID = 0,                 ///< A node made without arguments; has no value.
-  NODE_ELEMENT = 1,                 ///< Has no value; get_nodeTypedValue gives its text.
-  NODE_ATTRIBUTE = 2,               ///< Has a value.
-  NODE_TEXT = 3,                    ///< Has a value; its name is "#Text".
-  NODE_CDATA_SECTION = 4,           ///< Has no value.
-  NODE_ENTITY_REFERENCE = 5,        ///< Has no value.
-  NODE_ENTITY = 6,                  ///< Has no value.
-  NODE_PROCESSING_INSTRUCTION = 7,  ///< Has a value.
-  NODE_COMMENT = 8,                 ///< Has a value.
-  NODE_DOCUMENT = 9,                ///< An IXMLDOMDocument2; has no value.
-  NODE_DOCUMENT_TYPE = 10,          ///< Has no value.
-  NODE_DOCUMENT_FRAGMENT = 11,      ///< Has no value.
-  NODE_NOTATION = 12                ///< Has no value.
-} DOMNodeType;
 
 /// One node of a tree: an element, an attribute, a text or a document.
 ///
@@ -76,8 +59,9 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Applications may read the fields, and the members below write them. An application that changes
   // links or owners by hand must know two things, which no member can notice in constant time:
   //  - Each thread caches the last nodes of some long chains, and nodes from which it finds the one
-  //    before another. It uses a cached node only while that names the parent of the chain, and as
-  //    the last one, or the one before another, only while another node of the chain links to it.
+  //    before another. It uses a cached node only while that node names the parent of the chain; it
+  //    takes it for the last one, or for the one before another, only while a node of the chain
+  //    links to it.
   //    So a single node may be taken out by hand, but whoever cuts several neighbours off, also one
   //    after the other, must change the parent of each of them. Otherwise a new node may be linked
   //    behind the former last node, and a node that was cut off may be found before another. A node
@@ -217,14 +201,7 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   // Bad input: names must not be null.
   // Cost: constant when the end of the chain is cached, and when the chain is short; otherwise
   // linear in the chain. A thread caches the ends of up to 8 chains, those that it has added to or
-  // asked for the last child, and none of a chain in which a node names another parent than the
-  // chain has. It forgets an end when another such chain takes its slot, and when another thread
-  // has taken nodes out or destroyed some nearby in memory; and the ends that AddSibling and
-  // AddAttribute have reached, whenever it takes a node out of a tree. It forgets all ends when it
-  // takes out or destroys a node near to which another thread has done so; when it calls
-  // RecurseSetDocument or RecurseClearDocument; when it takes out a node whose next sibling has
-  // another parent; and when it cuts a node off from the siblings that follow it (insertBefore and
-  // replaceChild of a node without parent, ClearNode).
+  // asked for the last child; docs/limits.md tells when it forgets one.
 
   /// Links a node that hangs nowhere as last child. The node, its following siblings and all nodes
   /// below them, attributes aside, get this node's owner document.
@@ -478,24 +455,6 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
 /// Drops the reference that the caller holds through `p`, and sets `p` to null. A null pointer is
 /// left alone.
 XMLDOM_API void Release(IXMLDOMNode*& p);
-
-/// Posts a log event that says whether path debugging is on. It has no other effect: queries print
-/// nothing either way.
-/// Effects: a log event (type 18, severity 7).
-XMLDOM_API void SetDebugXPATH(bool on);
-
-/// Switches the debug line: while it is on, reading a text that holds references prints a line to
-/// standard output, with all of the text that has been read so far. It is on by default. While it
-/// is off, nothing is formatted or printed, so that reading is linear; unknown references are
-/// logged all the same. Effects: a log event (type 18, severity 7).
-XMLDOM_API void SetDebugEntities(bool on);
-
-/// Switches the debug decoration of written start tags: the node's address and reference count.
-XMLDOM_API void SetDispAddr(bool on);
-
-/// Whether start tags carry the debug decoration. Change it with SetDispAddr, which other threads
-/// may do at the same time.
-extern XMLDOM_API bool g_bDispAddr;
 
 /// Result: 1 when `s` has exactly `n` bytes and they equal the first `n` bytes of `sub`; else 0,
 /// also when either is null.

@@ -17,6 +17,7 @@ IXMLDOMNode* IXMLDOMNodeList::GetItem(int index) {
     node = m_pCursor->m_pNode;
     node->AddRef();
   }
+  // A fresh cursor is at -1, so that this also goes to the first node; nothing is released then.
   while (m_nCursorIndex < index) {
     Release(node);
     node = NextNode();
