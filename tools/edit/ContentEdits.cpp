@@ -133,9 +133,9 @@ void RequireText(const EditTarget& target) {
   }
 }
 
-/// Takes parts out of a text and keeps apart what comes together then: a text in which "]]>" would
-/// come about gets a reference for the last character, and two line ends that would become one,
-/// "\r" and "\n", stay two. The parts have to be given in their order.
+/// Takes parts out of a text, in their order. Where the text in front of a gap and the text behind
+/// it would read as something else together, the text behind it is written in another way: the last
+/// character of "]]>" as "&gt;", the "\n" behind a "\r" as "\r\n".
 class Removal {
  public:
   explicit Removal(EditStep& step) : m_step(step), m_end(0) {}
@@ -150,24 +150,25 @@ class Removal {
   void Finish() { KeepUpTo(m_step.text.size()); }
 
  private:
-  /// Keeps the text from the end of the last part on.
+  /// Closes the gap that ends at m_end; the text behind it is kept up to `end`.
   void KeepUpTo(std::size_t end) {
     const std::string kept = m_step.text.substr(m_end, std::min<std::size_t>(end - m_end, 2));
-    const std::size_t found = (m_before + kept).find("]]>");
+    const std::size_t found = (m_lastKept + kept).find("]]>");
     if (found != std::string::npos) {
-      const std::size_t last = m_end + found + 2 - m_before.size();
+      const std::size_t last = m_end + found + 2 - m_lastKept.size();
       m_step.splices.Replace(last, last + 1, "&gt;");
-    } else if (!m_before.empty() && m_before.back() == '\r' && !kept.empty() && kept[0] == '\n') {
+    } else if (!m_lastKept.empty() && m_lastKept.back() == '\r' && !kept.empty() &&
+               kept[0] == '\n') {
       m_step.splices.Replace(m_end, m_end + 1, "\r\n");
     }
     const std::size_t begin = std::max(m_end, end - std::min<std::size_t>(end, 2));
-    m_before += m_step.text.substr(begin, end - begin);
-    m_before.erase(0, m_before.size() - std::min<std::size_t>(m_before.size(), 2));
+    m_lastKept += m_step.text.substr(begin, end - begin);
+    m_lastKept.erase(0, m_lastKept.size() - std::min<std::size_t>(m_lastKept.size(), 2));
   }
 
   EditStep& m_step;
-  std::size_t m_end;     // of the part that was taken out last
-  std::string m_before;  // the last two bytes, or fewer, that are kept in front of m_end
+  std::size_t m_end;       // of the part that was taken out last
+  std::string m_lastKept;  // the last two bytes, or fewer, that are kept in front of m_end
 };
 
 }  // namespace

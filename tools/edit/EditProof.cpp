@@ -10,6 +10,7 @@
 #include <xmldom/diag/Compare.h>
 #include <xmldom/dom/XMLDocument.h>
 #include <xmldom/support/MemFile.h>
+#include <xmldom/text/NodeXml.h>
 
 #include <cstring>
 
@@ -38,30 +39,21 @@ std::string Difference(IXMLDOMDocument2& expected, IXMLDOMDocument2& found) {
   return VisibleLine(std::string(report.GetAsStr(), report.m_uLength), kReasonLimit);
 }
 
-/// Result: the end of the comment, processing instruction or CDATA section that begins at `text`;
-/// `text` itself when none does.
-const char* BehindMarkup(const char* text) {
-  static const char* const kMarks[][2] = {{"<!--", "-->"}, {"<?", "?>"}, {"<![CDATA[", "]]>"}};
-  for (const auto& marks : kMarks) {
-    const std::size_t length = std::strlen(marks[0]);
-    if (std::strncmp(text, marks[0], length) != 0) continue;
-    const char* const end = std::strstr(text + length, marks[1]);
-    return end == nullptr ? text : end + std::strlen(marks[1]);
-  }
-  return text;
-}
-
 const char kGreater[] = "&gt;";
 
-/// Takes the white space out of a text, and writes ">" for the reference to it. Markup inside the
-/// text stays as it is.
-void Reduce(IXMLDOMNode* text) {
+/// Takes the white space out of a text, and writes ">" for the reference to it. Comments,
+/// instructions and CDATA sections inside the text stay as they are.
+void DropWhatJoiningChanges(IXMLDOMNode* text) {
   char* to = text->m_pszValue;
-  for (const char* from = to; *from != '\0';) {
-    if (const std::size_t length = static_cast<std::size_t>(BehindMarkup(from) - from)) {
+  const char* const end = to + std::strlen(to);
+  for (const char* from = to; from != end;) {
+    bool isTag = true;
+    const char* const behind = *from == '<' ? xmldom::EndOfMarkup(from, end, isTag) : from;
+    if (!isTag) {
+      const std::size_t length = static_cast<std::size_t>(behind - from);
       std::memmove(to, from, length);
       to += length;
-      from += length;
+      from = behind;
     } else if (std::strncmp(from, kGreater, sizeof kGreater - 1) == 0) {
       *to++ = '>';
       from += sizeof kGreater - 1;
@@ -73,23 +65,23 @@ void Reduce(IXMLDOMNode* text) {
   *to = '\0';
 }
 
-void ReduceTextsOf(IXMLDOMNode* element) {
+void DropInTextsOf(IXMLDOMNode* element) {
   for (IXMLDOMNode* child = element->m_pFirstChild; child != nullptr;
        child = child->m_pNextSibling) {
-    if (child->m_eNodeType == NODE_TEXT) Reduce(child);
+    if (child->m_eNodeType == NODE_TEXT) DropWhatJoiningChanges(child);
   }
 }
 
-/// Takes out of the texts of some elements of `expected` what may change when two of them are
-/// joined, and out of those of the elements in the same places of `found`.
-void ReduceTexts(const Elements& elements, IXMLDOMNode* expected, IXMLDOMNode* found) {
+/// Does so in the texts of `elements`, which are in the tree `expected`, and in those of the
+/// elements in the same places in document order of `found`.
+void DropInTexts(const Elements& elements, IXMLDOMNode* expected, IXMLDOMNode* found) {
   while (true) {
     expected = NextElement(expected);
     found = NextElement(found);
     if (expected == nullptr || found == nullptr) return;
     if (elements.count(expected) == 0) continue;
-    ReduceTextsOf(expected);
-    ReduceTextsOf(found);
+    DropInTextsOf(expected);
+    DropInTextsOf(found);
   }
 }
 
@@ -101,7 +93,7 @@ XMLPtr<IXMLDOMDocument2> ProveEdit(const std::string& text, IXMLDOMDocument2& ex
   std::string difference = Difference(expected, *found);
   if (!difference.empty() && !joined.empty()) {
     const XMLPtr<IXMLDOMDocument2> reduced = Load(text);
-    ReduceTexts(joined, &expected, reduced.Get());
+    DropInTexts(joined, &expected, reduced.Get());
     difference = Difference(expected, *reduced);
   }
   if (!difference.empty()) throw ProofFailure("it is not what the edit asks for: " + difference);
