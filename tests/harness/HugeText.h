@@ -13,8 +13,8 @@ class HugeText {
   HugeText(const HugeText&) = delete;
   HugeText& operator=(const HugeText&) = delete;
 
-  /// Result: null where so many addresses cannot be had, as on a machine on which a program has
-  /// half of 32 bits.
+  /// Result: null when the address space has no free range of this size, as on mipsel, where a
+  /// process has 2 GiB.
   char* Get() { return m_text; }
   std::size_t Size() const { return m_size; }
 

@@ -48,7 +48,8 @@ std::string InOwnProcess(const std::function<std::string()>& call) {
   if (child == 0) {
     close(ends[0]);
     Write(ends[1], call());
-    _exit(EXIT_SUCCESS);  // what this process has buffered for standard output, its parent has too
+    // Does not write what is buffered for standard output: the parent has the same text there.
+    _exit(EXIT_SUCCESS);
   }
   close(ends[1]);
   const std::string result = ReadAll(ends[0]);

@@ -4,8 +4,9 @@
 #include <functional>
 #include <string>
 
-/// What `call` returns in a child process, for what changes the state of a whole process. Result:
-/// when that process ends in another way, how it has ended.
+/// Runs `call` in a child process, because it changes what belongs to the whole process and cannot
+/// be set back. Result: what it returns; behind that the wait status, when the child does not end
+/// with 0.
 std::string InOwnProcess(const std::function<std::string()>& call);
 
 #endif

@@ -7,8 +7,9 @@
 namespace plain {
 
 /// The links and owners of numbered nodes, as members leave them that search each chain from its
-/// head and visit every node. Unlike the nodes of PlainEditing, they can be copied, so that a call
-/// is made on a copy first, to see whether all chains still have an end.
+/// head and visit every node. They have the rules of TreeModel, but links and owners only, so that
+/// a copy for each call costs little: a call is made on a copy first, to see whether all chains
+/// still have an end.
 class Links {
  public:
   static const int kNone = -1;

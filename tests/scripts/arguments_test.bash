@@ -63,7 +63,7 @@ names_of_presets_and_machines_are_checked() {
   for line in 'test relaese' 'cross-test armv9' 'cross-test --library' \
       'cross-test --library --record armhf' 'soak 1 relaese' 'failing-allocations relaese' \
       'failing-allocations dev asan' 'growth a b' 'fuzz lod' 'fuzz --coverage load' 'fuzz 1 load' \
-      'fuzz --record --coverage' 'fuzz --record load' \
+      'fuzz --record --coverage' 'fuzz --record load' 'fuzz --record --seed 1' 'fuzz 0' \
       'sanitizers asna' 'valgrind case' 'coverage release' 'hostile a' 'check --record' \
       'check --static a' 'soak --record' 'try-tool --record --runs' 'mutants --count' \
       'mutants --seed x' 'mutants --room nowhere' 'mutants --again' 'mutants --continue' \

@@ -38,8 +38,11 @@ seven_fuzzers_run_for_the_time_that_is_said() {
 
 a_seed_is_handed_on_to_the_fuzzers() {
   _given_fuzzers fuzz "$_fuzzing"
+  mkdir -p copy/build/fuzz/seeded/load
+  : > copy/build/fuzz/seeded/load/learned
   keep copy/scripts/fuzz --seed 7 3
   expect_status 0
+  [ ! -e copy/build/fuzz/seeded/load/learned ] || fail
   [ "$(grep -c -- '-seed=7 ' copy/ran)" = 7 ] || { cat copy/ran; fail; }
   grep -q -- 'build/fuzz/seeded/load fuzz/corpus/load$' copy/ran || { cat copy/ran; fail; }
   keep copy/scripts/fuzz --seed x 3

@@ -138,9 +138,9 @@ class SharedChains {
     return node == kNone || !m_links.HasParent(node) ? kNone : node;
   }
 
-  /// Makes a call when the model says that all chains go on having an end. `change` does the same
-  /// to the model. `nodes` are those that the call may put in place, for which it takes a
-  /// reference over, or take out of their place, whose reference it then leaves to the caller.
+  /// Makes a call unless the model, to which `change` does the same, says that it would link a node
+  /// behind itself. The call takes over a reference to each of `nodes` that it puts in place, and
+  /// leaves the caller one to each that it takes out.
   template <class Change, class Call>
   std::string Do(const std::string& what, const std::vector<int>& nodes, Change change, Call call) {
     const plain::Links former = m_links;
@@ -291,8 +291,8 @@ std::string EditSharedChains(Random random) {
   return "";
 }
 
-// What is known of owners is never again what it was at the beginning of the process. Suites of
-// this name run before the others.
+// Each case has a process of its own: the number of owner changes is 0 only until the first of
+// them. A suite of this name runs before the others, and so before they have changed that number.
 TEST(SoakSharedChainsDeathTest, Are_linked_as_plainly) {
   const auto editApart = [](Random random, Observer&) {
     return InOwnProcess([=] { return EditSharedChains(random); });
