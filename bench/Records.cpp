@@ -11,6 +11,8 @@ namespace bench {
 
 namespace {
 
+static_assert(sizeof(IXMLDOMNode) == 10 * sizeof(void*), "as in bench/destruction/orders.c");
+
 long LengthOf(const char* text) {
   return text == nullptr ? -1 : static_cast<long>(std::strlen(text));
 }
