@@ -180,11 +180,20 @@ memory_that_is_out_is_trouble() {
 
 # The check needs little but for a comment, which the parser keeps whole.
 memory_that_is_out_is_trouble_for_a_check_too() {
+  _run_checks_with_memory_up_to 14000 check
+}
+
+# The load, and the parser that looks for losses, keep the comment too.
+memory_that_is_out_is_trouble_for_a_check_of_losses() {
+  _run_checks_with_memory_up_to 26000 'check --lossless'
+}
+
+_run_checks_with_memory_up_to() {
   if [ "$slowness" -ne 1 ]; then skip 'memory cannot be limited here'; fi
-  { echo '<r><!--'; yes '<a b="c">text</a>' | head -n 200000; echo '--></r>'; } > a.xml
+  { echo '<!--'; yes '<a b="c">text</a>' | head -n 200000; echo '--><r/>'; } > a.xml
   local limit status refused=0
-  for limit in $(seq 7000 250 14000); do
-    run_shell "ulimit -v $limit; exec \"\$tool\" check a.xml"
+  for limit in $(seq 7000 250 "$1"); do
+    run_shell "ulimit -v $limit; exec \"\$tool\" $2 a.xml"
     status=$(cat "$scratch/status")
     case $status in
       0 | 127) ;;

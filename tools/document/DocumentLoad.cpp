@@ -15,6 +15,8 @@
 
 #include <expat.h>
 
+#include <new>
+
 namespace tool {
 
 namespace {
@@ -50,6 +52,7 @@ XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem)
 
   XMLPtr<IXMLDOMParseError> error;
   document->get_parseError(error.Out());
+  if (error->m_lErrorCode == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
   problem = ProblemOf(*error, text);
   return nullptr;
 }

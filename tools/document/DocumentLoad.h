@@ -21,6 +21,8 @@ struct LoadProblem {
 
 /// Makes the tree of a text.
 /// Result: the document; null when the text is not well-formed. Out: `problem` then says why.
+/// Throws: std::bad_alloc also when it is the parser that has no memory, because that says nothing
+/// of the text.
 XMLPtr<IXMLDOMDocument2> LoadText(const std::string& text, LoadProblem& problem);
 
 /// Turns an input in UTF-16, at whose NUL bytes the library would take the text to end, into UTF-8.

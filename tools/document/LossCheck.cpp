@@ -72,6 +72,7 @@ class LossFinder : public CExpatImpl<LossFinder> {
   LossReport Find() {
     if (m_text.size() > INT_MAX) throw std::length_error("larger than the parser can take");
     if (!Parse(m_text.data(), static_cast<int>(m_text.size()), true)) {
+      if (GetErrorCode() == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
       Report(std::min(EventBegin(), m_text.size()), XML_ErrorString(GetErrorCode()));
     }
     return m_report;

@@ -73,6 +73,7 @@ class SourceMapBuilder : public CExpatImpl<SourceMapBuilder> {
 
   void Build() {
     if (!Parse(m_text.data(), static_cast<int>(m_text.size()), true)) {
+      if (GetErrorCode() == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
       Refuse(XML_ErrorString(GetErrorCode()));
     }
     if (NextChild() != nullptr) Refuse("the tree holds more than the text");
