@@ -3,8 +3,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 
 #include "fuzz/Check.h"
@@ -17,7 +19,8 @@ using fuzz::Input;
 
 namespace {
 
-/// The most rows that a page is filled up with, since the library writes as many as it is told to.
+/// The most rows that a page is filled up with, and the most levels and blanks, since the library
+/// writes as many as it is told to.
 const int kMostRows = 300;
 
 const char* const kPaths[] = {"/", "a", "/a", "//b", "//b[@a='v']", "none", "a/..", ".", "["};
@@ -34,6 +37,8 @@ struct Arguments {
   bool isPadded;
   bool isMasked;
   bool isIndexed;
+  bool hasPagedNode;
+  bool showsAddresses;
   int index;
 };
 
@@ -54,7 +59,9 @@ int Number(Input& input) {
 
 Arguments ReadArguments(Input& input) {
   Arguments arguments;
-  arguments.depth = static_cast<int>(input.Byte() % 8);
+  const int depth = static_cast<int>(input.Byte());
+  // Most inputs have a usual one, and the others one that is negative or very deep.
+  arguments.depth = depth < 224 ? depth % 8 : depth < 240 ? 223 - depth : kMostRows - depth % 8;
   arguments.first = Number(input);
   arguments.count = Number(input);
   arguments.page = Number(input);
@@ -63,6 +70,8 @@ Arguments ReadArguments(Input& input) {
   arguments.isMasked = (flags & 1) != 0;
   arguments.isIndexed = (flags & 2) != 0;
   arguments.isPadded = (flags & 4) != 0;
+  arguments.hasPagedNode = (flags & 0x30) != 0x30;
+  arguments.showsAddresses = (flags & 0xC0) == 0xC0;
   arguments.index = Number(input);
   if (arguments.isPadded) {
     arguments.padTemplate = input.OneOfOrAny(kTemplates);
@@ -74,6 +83,27 @@ Arguments ReadArguments(Input& input) {
 
 const char* TemplateOf(const Arguments& arguments) {
   return arguments.isPadded ? arguments.padTemplate.c_str() : nullptr;
+}
+
+/// As many rows as numbers, each in a line, and as many blanks as a number says.
+void CheckRowsAndSpaces(const Arguments& arguments) {
+  const int from = std::max(arguments.first, -kMostRows);
+  CMemFile rows(1);
+  Pad(rows, TemplateOf(arguments), from, arguments.count);
+  FUZZ_CHECK(std::strlen(rows.GetAsStr()) == rows.m_uLength);
+  if (!arguments.isPadded || arguments.count <= from) {
+    FUZZ_CHECK(rows.m_uLength == 0);
+  } else {
+    const std::string row = arguments.padTemplate.c_str();
+    const long inRow = std::count(row.begin(), row.end(), '\n') + 1;
+    const std::string text = rows.GetAsStr();
+    FUZZ_CHECK(std::count(text.begin(), text.end(), '\n') == (arguments.count - from) * inRow);
+  }
+
+  const int blanks = std::min(std::max(arguments.page, -kMostRows), kMostRows);
+  CMemFile spaces(1);
+  PrintSpaces(spaces, blanks);
+  FUZZ_CHECK(std::string(static_cast<std::size_t>(std::abs(blanks)), ' ') == spaces.GetAsStr());
 }
 
 /// A text that is cut off fits its memory, and is the beginning of the whole one.
@@ -141,14 +171,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const std::vector<IXMLDOMNode*> nodes = fuzz::NodesOf(document.Get());
   const std::string before = fuzz::XmlOf(document.Get());
+  IXMLDOMNode* const pagedNode = arguments.hasPagedNode ? nodes[paged % nodes.size()] : nullptr;
+  SetDispAddr(arguments.showsAddresses);
   for (IXMLDOMNode* node : nodes) {
     CheckStringValue(node, stringSize);
     CMemFile xml(1);
-    node->GetXMLHelper(xml, arguments.depth, nodes[paged % nodes.size()], arguments.first,
-                       arguments.count, arguments.page, arguments.pages, TemplateOf(arguments),
-                       arguments.isMasked, arguments.isIndexed, arguments.index);
+    node->GetXMLHelper(xml, arguments.depth, pagedNode, arguments.first, arguments.count,
+                       arguments.page, arguments.pages, TemplateOf(arguments), arguments.isMasked,
+                       arguments.isIndexed, arguments.index);
     FUZZ_CHECK(std::strlen(xml.GetAsStr()) == xml.m_uLength);
   }
+  SetDispAddr(false);
+  CheckRowsAndSpaces(arguments);
   CheckWays(nodes[paged % nodes.size()]);
   document->GetMaskedXML();
   // Files cost much, so only some inputs make one.
