@@ -13,7 +13,7 @@ take_record_option() {
   for argument in "$@"; do
     if [ "$argument" = --record ]; then records=yes; else arguments+=("$argument"); fi
   done
-  [ -z "$records" ] || counted_commit=$(_commit)
+  [ -z "$records" ] || counted_commit=$(current_commit)
 }
 
 # record NAME < TEXT: makes the text the section of the page, behind a line that says when, on which
@@ -38,8 +38,8 @@ record() {
   rm -f "$text" "$made"
 }
 
-# The page itself may differ from the commit.
-_commit() {
+# The commit that is checked out, and whether anything differs from it; the page itself may.
+current_commit() {
   local changes=
   git diff --quiet HEAD -- . ':!docs/hardening.md' || changes=' with changes'
   echo "$(git rev-parse --short HEAD)$changes"

@@ -80,11 +80,28 @@ a_run_of_all_is_written_down_with_the_coverage() {
   keep copy/scripts/fuzz --record 20
   expect_status 0
   grep -q '`scripts/fuzz --record 20`' copy/docs/hardening.md || fail
-  grep -q '^| `load` | 4567 | 20 | 0 | 123 | 0 |$' copy/docs/hardening.md || fail
-  grep -q '^| `source` | 4567 | 20 | 0 | 123 | 0 |$' copy/docs/hardening.md || fail
+  grep -q '^| `load` | 1234567 | 4567 | 20 | 0 | 123 | 0 |$' copy/docs/hardening.md || fail
+  grep -q '^| `source` | 1234567 | 4567 | 20 | 0 | 123 | 0 |$' copy/docs/hardening.md || fail
   grep -q '^All inputs together reach 80.00% of 50 lines of the library' copy/docs/hardening.md || fail
   grep -q 'old' copy/docs/hardening.md && fail
   grep -q '^behind$' copy/docs/hardening.md || fail
+}
+
+a_run_of_some_is_written_down_with_the_last_runs_of_the_others() {
+  _given_fuzzers fuzz "$_fuzzing"
+  _given_fuzzers fuzz-coverage 'true'
+  _given_program git 'echo 1234567'
+  mkdir -p copy/docs
+  given copy/docs/hardening.md '<!-- fuzz -->\n<!-- end -->\n'
+  keep copy/scripts/fuzz --record path 30
+  expect_status 2
+  expect_part stderr '--record: there is no earlier run of load'
+  keep copy/scripts/fuzz 20
+  _given_program git 'echo 89abcde'
+  keep copy/scripts/fuzz --record path 30
+  expect_status 0
+  grep -q '^| `load` | 1234567 | 4567 | 20 | 0 | 123 | 0 |$' copy/docs/hardening.md || fail
+  grep -q '^| `path` | 89abcde | 4567 | 30 | 0 | 123 | 0 |$' copy/docs/hardening.md || fail
 }
 
 run_cases
