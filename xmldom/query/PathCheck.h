@@ -5,7 +5,6 @@
 #include <xmldom/base/Export.h>
 #include <xmldom/base/TextArgument.h>
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string>
@@ -100,7 +99,8 @@ class PathChecker {
                                               : "empty step; '//' can stand only at the beginning");
     }
     if (!m_rules.isStrict && IsSingle() && m_path[begin] == '.') return CheckMove(begin, end);
-    const std::size_t nameEnd = std::min(m_path.find_first_of("[]", begin), end);
+    std::size_t nameEnd = begin;
+    while (nameEnd != end && m_path[nameEnd] != '[' && m_path[nameEnd] != ']') ++nameEnd;
     const std::string name = m_path.substr(begin, nameEnd - begin);
     if (name == "." || name == "..") {
       if (!CheckDots(name, begin, end)) return false;
