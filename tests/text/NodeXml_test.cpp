@@ -27,6 +27,26 @@ TEST(NodeXml, Tabs_and_line_ends_of_attributes_are_written_as_references) {
             Xml(document.Get()));
 }
 
+// The load drops what stands between the brackets and the '>'.
+TEST(NodeXml, A_text_that_has_come_to_hold_the_end_of_a_section_loads_again) {
+  for (const char* xml : {"<a>]]\n></a>", "<!DOCTYPE a [<!ENTITY n ''>]><a>]]&n;></a>",
+                          "<!DOCTYPE a [<!ENTITY g '&#62;'>]><a>]]&g;</a>", "<a>]]\n>]]\n></a>",
+                          "<a>]]\n>]]<![CDATA[]]>]\n></a>"}) {
+    SCOPED_TRACE(xml);
+    const Document document = Load(xml);
+    const xmldom::LoadResult again = xmldom::LoadText(Xml(document.Get()));
+    ASSERT_TRUE(again);
+    EXPECT_EQ(xmldom::Text(document.Get()), xmldom::Text(again.document.Get()));
+    EXPECT_EQ(Xml(document.Get()), Xml(again.document.Get()));
+  }
+  EXPECT_TRUE(xmldom::LoadText(Xml(Load("<a>]]<b/>></a>").Get())));
+}
+
+TEST(NodeXml, The_end_of_a_section_stays_where_it_ends_one) {
+  EXPECT_EQ("<a>x<![CDATA[<]]>]>&gt;<!-- ]]> --><?p ]]>?></a>\n",
+            Xml(Load("<a>x<![CDATA[<]]>]>&gt;<!-- ]]> --><?p ]]>?></a>").Get()));
+}
+
 TEST(NodeXml, What_has_no_XML_alone_is_empty) {
   Document document = Load("<a b='1'>text</a>");
   EXPECT_EQ("", Xml(At(document, {0, 0})));

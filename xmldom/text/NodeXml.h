@@ -40,33 +40,44 @@ inline const char* EndOfMarkup(const char* at, const char* end, bool& isTag) {
   return at;
 }
 
-/// Copies written XML, with references for the tabs and line ends in its tags. A tag that the
-/// library writes has them in attribute values only.
+/// Copies written XML, with references for the tabs and line ends in its tags, which the library
+/// writes in attribute values only, and for the '>' of a "]]>" between them, which XML does not
+/// allow there. A load makes such a text of "]]", something that it drops, and ">".
 /// Bad input: `xml` has a terminator at `end`.
-inline std::string KeepBreaksInTags(const char* xml, const char* end) {
-  std::string kept;
+inline std::string LoadableXml(const char* xml, const char* end) {
+  std::string loadable;
   const char* copied = xml;
-  const char* at =
-      static_cast<const char*>(std::memchr(xml, '<', static_cast<std::size_t>(end - xml)));
-  while (at != nullptr) {
+  for (const char* at = xml; at != end;) {
+    const void* const found = std::memchr(at, '<', static_cast<std::size_t>(end - at));
+    const char* const markup = found == nullptr ? end : static_cast<const char*>(found);
+    for (const char* text = at; text != markup; ++text) {
+      const void* const close = std::memchr(text, '>', static_cast<std::size_t>(markup - text));
+      if (close == nullptr) break;
+      text = static_cast<const char*>(close);
+      if (text - at < 2 || text[-1] != ']' || text[-2] != ']') continue;
+      loadable.append(copied, text);
+      loadable += "&gt;";
+      copied = text + 1;
+    }
+    if (markup == end) break;
     bool isTag = false;
-    const char* const tagEnd = EndOfMarkup(at, end, isTag);
-    for (; isTag && at != tagEnd; ++at) {
+    const char* const markupEnd = EndOfMarkup(markup, end, isTag);
+    for (at = markup; isTag && at != markupEnd; ++at) {
       if (*at != '\t' && *at != '\n' && *at != '\r') continue;
-      kept.append(copied, at);
-      kept += AttributeReference(*at);
+      loadable.append(copied, at);
+      loadable += AttributeReference(*at);
       copied = at + 1;
     }
-    at = static_cast<const char*>(std::memchr(tagEnd, '<', static_cast<std::size_t>(end - tagEnd)));
+    at = markupEnd;
   }
-  kept.append(copied, end);
-  return kept;
+  loadable.append(copied, end);
+  return loadable;
 }
 
 /// Result: the XML of a node, as IXMLDOMNode::GetXML writes it, but with references for tabs and
-/// line ends in attribute values. A load leaves these characters as they are there, and the next
-/// one would read them as blanks. Empty for an attribute and for a text, which have no XML alone,
-/// and for a null node.
+/// line ends in attribute values, and for the '>' of "]]>" in texts. A load leaves the former as
+/// they are there, and the next one would read them as blanks; with the latter there would be no
+/// next one. Empty for an attribute and for a text, which have no XML alone, and for a null node.
 /// Cost: that of GetXML, and linear in what is written.
 inline std::string Xml(ConstNodeArgument node) {
   if (!node || node->m_eNodeType == NODE_ATTRIBUTE || node->m_eNodeType == NODE_TEXT) {
@@ -75,7 +86,7 @@ inline std::string Xml(ConstNodeArgument node) {
   CMemFile xml(16384);
   node->GetXMLHelper(xml, 0, nullptr, 0, 0, -1, -1, nullptr, false, false, 0);
   const char* begin = xml.GetAsStr();
-  return KeepBreaksInTags(begin, begin + xml.m_uLength);
+  return LoadableXml(begin, begin + xml.m_uLength);
 }
 
 }  // namespace xmldom
