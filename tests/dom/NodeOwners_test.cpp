@@ -63,6 +63,31 @@ TEST_F(NodeOwners, InsertBefore_gives_the_owner_to_those_that_RecurseClearDocume
 
 typedef NodeOwners NodeOwnersDeathTest;
 
+// Insertions have a quick way as long as no call in the process has left neighbours with different
+// owners, which other cases do.
+TEST_F(NodeOwnersDeathTest, InsertBefore_gives_the_owner_also_before_any_change) {
+  EXPECT_EXIT(
+      {
+        const Node child = NewElement(m_other, "n");
+        EXPECT_EQ(S_OK, m_root->insertBefore(child, At(m_root, {1}), nullptr));
+        std::_Exit(NotOwnedBy(m_document, m_document).empty() ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
+TEST_F(NodeOwnersDeathTest, InsertBefore_releases_what_follows_also_before_any_change) {
+  EXPECT_EXIT(
+      {
+        const Node head = NewElement(nullptr, "n");
+        const Node follower = NewElement(nullptr, "m");
+        follower->AddRef();
+        head->m_pNextSibling = follower;
+        EXPECT_EQ(S_OK, m_root->insertBefore(head, At(m_root, {1}), nullptr));
+        std::_Exit(follower->GetRefCount() == 1 ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+}
+
 // The first change in a process, which is why each of these has one of its own.
 TEST_F(NodeOwnersDeathTest, A_change_is_noticed_although_it_is_the_first) {
   const auto insertAndEnd = [this] {

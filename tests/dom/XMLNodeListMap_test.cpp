@@ -42,6 +42,14 @@ TEST(XMLNodeListMap, GetNamedItem_passes_over_nodes_without_name) {
   EXPECT_EQ("x", TakeName(map->GetNamedItem("x")));
 }
 
+TEST(XMLNodeListMap, GetNamedItem_finds_no_node_without_name_for_a_null_name) {
+  Node nameless(new IXMLDOMNode);
+  Map map(new IXMLDOMNamedNodeMap);
+  map->Add(nameless);
+  EXPECT_EQ(nullptr, map->GetNamedItem(nullptr));
+  EXPECT_EQ(2, nameless->GetRefCount());
+}
+
 TEST(XMLNodeListMap, GetNamedItem_adds_a_reference_to_that_node_alone) {
   Document document = Load("<a x='1' y='2'/>");
   Map map = AttributesOf(Root(document));

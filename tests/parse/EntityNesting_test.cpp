@@ -186,7 +186,8 @@ TEST(EntityNesting, Of_a_chain_is_found_however_it_is_declared) {
 TEST(EntityNesting, Of_a_chain_is_found_behind_comments_and_instructions) {
   const std::string chain = "<!ENTITY e0 'x'>" + Numbered(kTooMany, "<!ENTITY e~ '&e@;'>");
   for (const char* before : {"<!-- & -->", "<!-- &e9; ' -->", "<!-- \" & - -->", "<?p & ?>",
-                             "<?p &e9; ' ?>", "<?p > & \" ?>", "<!--&--><?p &?><!--&e1;-->"}) {
+                             "<?p &e9; ' ?>", "<?p > & \" ?>", "<!--&--><?p &?><!--&e1;-->",
+                             "<?p > <!-- ?>", "<!-- > <? -->", "<!-- -> <? -->"}) {
     SCOPED_TRACE(before);
     EXPECT_TRUE(IsRefused(Declaring(before + chain)));
     EXPECT_FALSE(IsRefused(Declaring(before + std::string("<!ENTITY e1 '&e0;'>"))));

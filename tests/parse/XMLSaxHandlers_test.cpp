@@ -46,6 +46,14 @@ TEST(XMLSaxHandlers, Put_an_element_there_without_attributes_too) {
   }
 }
 
+TEST(XMLSaxHandlers, Put_the_first_element_under_the_document_whatever_is_open) {
+  const Document document = OpenDocument();
+  document->m_pSax->m_bFirstElement = 1;
+  document->m_pSax->OnStartElement("c", nullptr);
+  document->m_pSax->OnStartElement("d", nullptr);
+  EXPECT_EQ("<a><b/></a><c><d/></c>", CompactXml(document));
+}
+
 TEST(XMLSaxHandlers, Close_the_innermost_element_whatever_its_name) {
   const Document document = OpenDocument();
   document->m_pSax->OnEndElement("other");
