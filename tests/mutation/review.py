@@ -50,6 +50,7 @@ def report(seed: int, candidates: int, counts: Dict[str, int], survivors: List[M
     noticed = counts[NOTICED] + counts[TIME_OUT]
     verdicts = [review.verdict(mutant) for mutant in survivors]
     judged = {verdict: verdicts.count(verdict) for verdict in VERDICTS}
+    shown = noticed + judged["memory"]
     unknown = [mutant for mutant in survivors if review.verdict(mutant) is None]
     rows = [
         ("mutants tried", f"{noticed + len(survivors)} of {candidates} with the seed {seed}"),
@@ -61,6 +62,8 @@ def report(seed: int, candidates: int, counts: Dict[str, int], survivors: List[M
     rows += [
         ("survived: others", str(len(unknown))),
         ("noticed of all but the judged", f"{percentage(noticed, noticed + len(unknown))} %"),
+        ("noticed, with the sanitizer, of all that do something else",
+         f"{percentage(shown, shown + judged['expat'] + len(unknown))} %"),
     ]
     text = "| | |\n|---|---|\n" + "".join(f"| {name} | {value} |\n" for name, value in rows)
     text += "\nThose that are judged are in `tests/mutation/reviewed.txt`, with the reason of each."

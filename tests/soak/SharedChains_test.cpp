@@ -29,8 +29,8 @@ const int kMostNodes = 600;
 class SharedChains {
  public:
   explicit SharedChains(Random random) : m_random(random) {
-    // Each case leaves out some kinds of steps altogether: as long as no step leaves neighbours with
-    // different owners, insertions have a quick way.
+    // Each case leaves out some kinds of steps altogether: as long as no step leaves neighbours
+    // with different owners, insertions have a quick way.
     for (Kind kind : {ADD_CHILDREN, ADD_LONE_SIBLINGS, ADD_SIBLING, APPEND, APPEND, INSERT, REPLACE,
                       REMOVE, REMOVE, SET_OWNERS, GO_BACKWARDS, ADD_LONE_NODE}) {
       if (!m_random.OneIn(3)) m_kinds.push_back(kind);
