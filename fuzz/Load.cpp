@@ -56,6 +56,24 @@ bool HasOddBlank(const Document& document) {
   return false;
 }
 
+/// XML without the references that xmldom::Xml writes where pieces of text have come together as
+/// the end of a CDATA section.
+std::string WithPlainBrackets(std::string xml) {
+  const std::string reference = "]]&gt;";
+  for (std::size_t at = 0; (at = xml.find(reference, at)) != xml.npos; ++at) {
+    xml.replace(at, reference.size(), "]]>");
+  }
+  return xml;
+}
+
+/// How many ends of CDATA sections a text holds. A document that has more of them than what it was
+/// loaded from has got them from pieces of text that came together, which no load divides again.
+std::size_t CountEnds(const std::string& text) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find("]]>", at)) != text.npos; ++at) ++count;
+  return count;
+}
+
 /// The calls that give owners as results say the same.
 void LoadWithOwners(const std::string& text, const Document& document, const std::string& path) {
   const xmldom::LoadResult fromText = xmldom::LoadText(text);
@@ -72,8 +90,9 @@ void LoadWithOwners(const std::string& text, const Document& document, const std
   }
   if (!parsed) return;
   FUZZ_CHECK(fuzz::Equal(document.Get(), fromFile.document.Get()));
-  if (!HasOddBlank(document))
-    FUZZ_CHECK(xmldom::Xml(document.Get()) == fuzz::XmlOf(document.Get()));
+  if (HasOddBlank(document)) return;
+  FUZZ_CHECK(WithPlainBrackets(xmldom::Xml(document.Get())) ==
+             WithPlainBrackets(fuzz::XmlOf(document.Get())));
 }
 
 void LoadAndRewrite(const std::string& text, Document::Layout layout) {
@@ -92,8 +111,10 @@ void LoadAndRewrite(const std::string& text, Document::Layout layout) {
   if (layout == Document::FORMATTED) LoadWithOwners(text, document, path);
 
   if (!parsed || !fuzz::CheckRewriting(document) || HasOddBlank(document)) return;
+  const std::string written = fuzz::XmlOf(document.Get());
+  if (CountEnds(written) > CountEnds(text)) return;
   Document again(layout);
-  FUZZ_CHECK(again.Load(fuzz::XmlOf(document.Get())));
+  FUZZ_CHECK(again.Load(written));
   FUZZ_CHECK(fuzz::StableForm(document) == fuzz::StableForm(again));
 }
 
