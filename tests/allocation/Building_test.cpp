@@ -22,6 +22,18 @@ const FailingCall kBuilding[] = {
     {"new IXMLDOMDocument2", [](IXMLDOMDocument2*) { Drop(new IXMLDOMDocument2); }},
     {"new IXMLDOMNode", [](IXMLDOMDocument2* document) { Drop(NewText(document)); }},
     {"new IXMLDOMNode, without anything", [](IXMLDOMDocument2*) { Drop(new IXMLDOMNode); }},
+    {"Release",
+     [](IXMLDOMDocument2* document) {
+       IXMLDOMNode* node = NewText(document);
+       Release(node);
+       Note(node == nullptr);
+     }},
+    {"AddRef, RealRelease, GetRefCount",
+     [](IXMLDOMDocument2* document) {
+       Note(Root(document)->AddRef());
+       Note(Root(document)->GetRefCount());
+       Note(Root(document)->RealRelease());
+     }},
     {"createNode",
      [](IXMLDOMDocument2* document) {
        VARIANT type;
@@ -86,7 +98,7 @@ const FailingCall kBuilding[] = {
        Root(document)->m_pFirstChild->RecurseClearDocument(2);
        Root(document)->m_pFirstChild->RecurseSetDocument(document);
      }},
-    {"Release of a document that was loaded",
+    {"the end of a document that was loaded",
      [](IXMLDOMDocument2*) {
        Document document;
        Create(document.Out());

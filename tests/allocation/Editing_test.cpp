@@ -91,22 +91,33 @@ const FailingCall kEditing[] = {
        IXMLDOMNode* node = nullptr;
        Root(document)->m_pFirstAttribute->get_previousSibling(&node);
      }},
-    {"get_parentNode and the other neighbours",
+    {"get_parentNode, get_nextSibling, get_previousSibling",
      [](IXMLDOMDocument2* document) {
        IXMLDOMNode* const node = At(document, {0, 2});
        Node found;
        node->get_parentNode(found.Out());
        Note(found->m_pszNodeName);
-       node->get_firstChild(found.Out());
-       node->get_lastChild(found.Out());
        node->get_nextSibling(found.Out());
+       Note(found->m_pszNodeName);
        node->get_previousSibling(found.Out());
        Note(found->m_pszNodeName);
-       Document owner;
-       Note(node->get_ownerDocument(owner.Out()));
+     }},
+    {"get_firstChild, get_lastChild, hasChildNodes",
+     [](IXMLDOMDocument2* document) {
+       IXMLDOMNode* const node = At(document, {0, 2});
+       Node found;
+       node->get_firstChild(found.Out());
+       Note(found->m_pszNodeName);
+       node->get_lastChild(found.Out());
+       Note(found->m_pszNodeName);
        VARIANT_BOOL has = VARIANT_FALSE;
        node->hasChildNodes(&has);
        Note(has);
+     }},
+    {"get_ownerDocument",
+     [](IXMLDOMDocument2* document) {
+       Document owner;
+       Note(Root(document)->get_ownerDocument(owner.Out()));
      }},
     {"get_documentElement",
      [](IXMLDOMDocument2* document) {
@@ -114,16 +125,28 @@ const FailingCall kEditing[] = {
        document->get_documentElement(&root);
        NoteAndDrop(root);
      }},
-    {"GetAttribute and the other look-ups",
+    {"GetAttribute, GetChild, GetfirstChild, CountChildNodes",
      [](IXMLDOMDocument2* document) {
        IXMLDOMNode* const root = Root(document);
        NoteAndDrop(root->GetAttribute("w"));
        NoteAndDrop(root->GetChild("c"));
        NoteAndDrop(root->GetChild("none"));
        NoteAndDrop(root->GetfirstChild());
+       Note(root->CountChildNodes());
+     }},
+    {"get_nodeType, IsPageAttribute, StringMatchesSubString",
+     [](IXMLDOMDocument2* document) {
+       DOMNodeType type = NODE_INVALID;
+       Root(document)->get_nodeType(&type);
+       Note(type);
+       Note(Root(document)->IsPageAttribute("curPage"));
+       Note(StringMatchesSubString("name", "names", 4));
+     }},
+    {"GetStrAttribute, GetStrValue, GetNextAttribute",
+     [](IXMLDOMDocument2* document) {
+       IXMLDOMNode* const root = Root(document);
        Note(root->GetStrAttribute("v"));
        Note(root->GetStrValue());
-       Note(root->CountChildNodes());
        IXMLDOMNode* cursor = nullptr;
        const char* name = nullptr;
        const char* value = nullptr;

@@ -10,6 +10,11 @@
 
 namespace {
 
+/// A list whose iteration can be begun again, as a derived class may do it.
+struct RestartedList : IXMLDOMNodeList {
+  using IXMLDOMNodeList::ResetCursor;
+};
+
 const FailingCall kLists[] = {
     {"get_childNodes",
      [](IXMLDOMDocument2* document) {
@@ -23,7 +28,7 @@ const FailingCall kLists[] = {
        Root(document)->get_attributes(&map);
        NoteAndDrop(map);
      }},
-    {"IXMLDOMNodeList::Add",
+    {"new IXMLDOMNodeList, IXMLDOMNodeList::Add",
      [](IXMLDOMDocument2* document) {
        const List list(new IXMLDOMNodeList);
        for (int i = 0; i < 300; ++i) list->Add(Root(document));
@@ -38,6 +43,14 @@ const FailingCall kLists[] = {
      [](IXMLDOMDocument2* document) {
        const List list(ChildrenOf(Root(document)));
        while (IXMLDOMNode* node = list->NextNode()) NoteAndDrop(node);
+     }},
+    {"IXMLDOMNodeList::ResetCursor",
+     [](IXMLDOMDocument2* document) {
+       const Ref<RestartedList> list(new RestartedList);
+       list->Add(Root(document));
+       NoteAndDrop(list->NextNode());
+       list->ResetCursor();
+       NoteAndDrop(list->NextNode());
      }},
     {"GetNamedItem",
      [](IXMLDOMDocument2* document) {
@@ -55,7 +68,9 @@ const FailingCall kLists[] = {
      }},
     {"new IXMLDOMNodeListElt",
      [](IXMLDOMDocument2* document) { delete new IXMLDOMNodeListElt(Root(document)); }},
-    {"CNodeStack",
+    {"new CNodeStackElt",
+     [](IXMLDOMDocument2* document) { delete new CNodeStackElt(Root(document), nullptr); }},
+    {"CNodeStack, CNodeStack::Push, CNodeStack::Pop",
      [](IXMLDOMDocument2* document) {
        CNodeStack stack;
        for (int i = 0; i < 5; ++i) stack.Push(Root(document));

@@ -117,6 +117,16 @@ const FailingCall kLoading[] = {
 };
 
 const FailingCall kBuilders[] = {
+    {"CXMLSax",
+     [](IXMLDOMDocument2* document) {
+       const CXMLSax sax(document);
+       Note(sax.m_p == nullptr);
+     }},
+    {"SetMaxDefaultsFactor",
+     [](IXMLDOMDocument2* document) {
+       SetMaxDefaultsFactor(100);
+       Expect(document->loadXML(kEntities) == VARIANT_TRUE);
+     }},
     {"CXMLSax::LoadXML",
      [](IXMLDOMDocument2* document) {
        CXMLSax sax(document);
@@ -130,7 +140,7 @@ const FailingCall kBuilders[] = {
        sax.CreateParser();
        Expect(sax.LoadFromFile(file.Path()) == S_OK);
      }},
-    {"CXMLSax::GetErrorStr",
+    {"CXMLSax::GetErrorStr, CXMLSax::GetErrorTag",
      [](IXMLDOMDocument2* document) {
        CXMLSax sax(document);
        sax.CreateParser();
@@ -139,7 +149,7 @@ const FailingCall kBuilders[] = {
        Note(sax.GetErrorStr(text, sizeof text));
        Note(sax.GetErrorTag(text, sizeof text));
      }},
-    {"CXMLSax::OnStartElement and the other handlers, by hand",
+    {"OnStartElement, OnDefault, OnEndElement, by hand",
      [](IXMLDOMDocument2* document) {
        CXMLSax sax(document);
        CNodeStack stack;
@@ -158,7 +168,7 @@ const FailingCall kBuilders[] = {
        sax.OnDefault(" and more", 9);
        sax.OnEndElement("by-hand");
      }},
-    {"CXMLSax::Parse, in pieces",
+    {"CExpatImpl::Parse, of a builder, in pieces",
      [](IXMLDOMDocument2* document) {
        CXMLSax sax(document);
        sax.CreateParser();
@@ -186,7 +196,7 @@ INSTANTIATE_TEST_SUITE_P(Builders, AllocationLoading, testing::ValuesIn(kBuilder
 /// What is read of the error of a load; reading changes no tree.
 const FailingCall kErrors[] = {
     {"get_parseError", DropError},
-    {"get_errormessage and the other texts of an error",
+    {"get_errorCode, get_reason, get_srcText, get_errormessage",
      [](IXMLDOMDocument2* document) {
        Document other;
        Create(other.Out());
@@ -205,7 +215,19 @@ const FailingCall kErrors[] = {
        NoteAndFree(text);
        Note(Root(document)->m_pszNodeName);
      }},
-    {"IXMLDOMParseError, assigned",
+    {"get_line, get_linepos, get_filepos",
+     [](IXMLDOMDocument2* document) {
+       Ref<IXMLDOMParseError> error;
+       document->get_parseError(error.Out());
+       long place = -1;
+       error->get_line(&place);
+       Note(place);
+       error->get_linepos(&place);
+       Note(place);
+       error->get_filepos(&place);
+       Note(place);
+     }},
+    {"new IXMLDOMParseError, IXMLDOMParseError::operator=",
      [](IXMLDOMDocument2*) {
        Ref<IXMLDOMParseError> from(new IXMLDOMParseError);
        Ref<IXMLDOMParseError> to(new IXMLDOMParseError);

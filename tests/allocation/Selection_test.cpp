@@ -121,7 +121,7 @@ const FailingCall kSelecting[] = {
        Note(attribute);
        Note(value);
      }},
-    {"CXPathList::ParsePath",
+    {"CXPathList, CXPathList::ParsePath",
      [](IXMLDOMDocument2*) {
        CXPathList list;
        list.ParsePath("//first[a='/']/second//third");

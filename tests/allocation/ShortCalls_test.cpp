@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
@@ -42,6 +43,7 @@ class SavedFile {
   void Begin() const {
     const int file = open(m_path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (file < 0 || write(file, "<old/>", 6) != 6) ADD_FAILURE() << "cannot write " << m_path;
+    fsetxattr(file, "user.note", "kept", 4, 0);  // not every file system has such attributes
     close(file);
   }
 
@@ -99,22 +101,23 @@ void SaveOver(IXMLDOMDocument2* document) {
 }
 
 const FailingCall kReading[] = {
-    {"LoadText", [](IXMLDOMDocument2*) { NoteLoad(xmldom::LoadText("<a k='1'>text<b/></a>")); }},
-    {"LoadText, that does not parse",
+    {"xmldom::LoadText",
+     [](IXMLDOMDocument2*) { NoteLoad(xmldom::LoadText("<a k='1'>text<b/></a>")); }},
+    {"xmldom::LoadText, that does not parse",
      [](IXMLDOMDocument2*) { NoteLoad(xmldom::LoadText("<a k='1'>text<b></a>")); }},
-    {"LoadText, with a NUL byte",
+    {"xmldom::LoadText, with a NUL byte",
      [](IXMLDOMDocument2*) {
        const xmldom::LoadResult result = xmldom::LoadText(std::string("<a/>\n\0", 6));
        Note(xmldom::OneLine(result.error).c_str());
      }},
-    {"LoadFile",
+    {"xmldom::LoadFile",
      [](IXMLDOMDocument2*) {
        static TemporaryFile file("<a k='1'>text<b/></a>");
        NoteLoad(xmldom::LoadFile(file.Path()));
      }},
-    {"LoadFile, no such file",
+    {"xmldom::LoadFile, no such file",
      [](IXMLDOMDocument2*) { NoteLoad(xmldom::LoadFile("/tmp/there/is/no/such/file")); }},
-    {"OneLine, of an error",
+    {"xmldom::OneLine, of an error",
      [](IXMLDOMDocument2*) {
        xmldom::LoadError error;
        error.reason = "a reason that is no short string";
@@ -122,17 +125,23 @@ const FailingCall kReading[] = {
        error.line = 12;
        Note(xmldom::OneLine(error).c_str());
      }},
-    {"SelectOne",
+    {"xmldom::SelectOne",
      [](IXMLDOMDocument2* document) {
        Note(xmldom::SelectOne(document, "//a[b='y']/b")->m_pszNodeName);
      }},
-    {"Select",
+    {"xmldom::Select",
      [](IXMLDOMDocument2* document) {
        for (const XMLPtr<IXMLDOMNode>& node : xmldom::Select(document, "//b")) {
          Note(node->m_pszNodeName);
        }
      }},
-    {"Children and Attributes",
+    {"xmldom::Selected",
+     [](IXMLDOMDocument2* document) {
+       for (const XMLPtr<IXMLDOMNode>& node : xmldom::Selected(Root(document), "/r/a")) {
+         Note(node->m_pszNodeName);
+       }
+     }},
+    {"xmldom::Children, xmldom::Attributes",
      [](IXMLDOMDocument2* document) {
        for (const XMLPtr<IXMLDOMNode>& child : xmldom::Children(Root(document))) {
          for (const XMLPtr<IXMLDOMNode>& node : xmldom::Attributes(child)) {
@@ -140,7 +149,7 @@ const FailingCall kReading[] = {
          }
        }
      }},
-    {"Listed",
+    {"xmldom::Listed",
      [](IXMLDOMDocument2* document) {
        XMLPtr<IXMLDOMNodeList> list;
        Root(document)->get_childNodes(list.Out());
@@ -148,69 +157,79 @@ const FailingCall kReading[] = {
          Note(node->m_pszNodeName);
        }
      }},
-    {"CheckPath",
+    {"xmldom::CheckPath",
      [](IXMLDOMDocument2*) {
        Note(xmldom::CheckPath("//a[b='1']/c[@d=2]").reason.c_str());
        Note(xmldom::CheckPath("//a[b='1']/c[1]").reason.c_str());
      }},
-    {"Text",
+    {"xmldom::Text",
      [](IXMLDOMDocument2* document) {
        Note(xmldom::Text(document).c_str());
        Note(xmldom::Text(Root(document)->m_pFirstChild).c_str());
      }},
-    {"Attribute",
+    {"xmldom::Attribute",
      [](IXMLDOMDocument2* document) {
        Note(xmldom::Attribute(Root(document), "v").c_str());
        Note(xmldom::Attribute(Root(document), "none", kLongText).c_str());
      }},
-    {"Xml",
+    {"xmldom::HasAttribute, xmldom::FindAttribute",
+     [](IXMLDOMDocument2* document) {
+       Note(xmldom::HasAttribute(Root(document), "none"));
+       Note(xmldom::FindAttribute(Root(document), "v")->m_pszValue);
+     }},
+    {"xmldom::Xml",
      [](IXMLDOMDocument2* document) {
        Root(document)->m_pFirstAttribute->AppendValue("", 0);
        Note(xmldom::Xml(document).c_str());
      }},
-    {"EscapeText, EscapeAttribute",
+    {"xmldom::EscapeText, xmldom::EscapeAttribute",
      [](IXMLDOMDocument2*) {
        Note(xmldom::EscapeText(kLongText, xmldom::TextPlace::kAlone).text.c_str());
        Note(xmldom::EscapeAttribute(kLongText).text.c_str());
      }},
-    {"AdoptBstr, AdoptHeapStr",
+    {"xmldom::AdoptBstr, xmldom::AdoptHeapStr",
      [](IXMLDOMDocument2* document) {
        Note(xmldom::AdoptBstr(document->GetXML()).Get());
        Note(xmldom::AdoptHeapStr(document->GetTextAsStr()).Get());
      }},
-    {"Save", SaveOver},
+    {"XMLString::operator std::string",
+     [](IXMLDOMDocument2* document) {
+       const XMLBstr xml = xmldom::AdoptBstr(document->GetXML());
+       Note(std::string(xml).c_str());
+     }},
+    {"xmldom::Save, xmldom::ReplaceFile", SaveOver},
 };
 
 const FailingCall kStoring[] = {
-    {"SetText, there",
+    {"xmldom::SetText, there",
      [](IXMLDOMDocument2* document) { NoteStored(xmldom::SetText(Root(document), kLongText)); }},
-    {"SetText, new",
+    {"xmldom::SetText, new",
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetText(At(document, {0, 4}), kLongText));
      }},
-    {"SetText, empty",
+    {"xmldom::SetText, empty",
      [](IXMLDOMDocument2* document) { NoteStored(xmldom::SetText(Root(document), "")); }},
-    {"SetText, of a text",
+    {"xmldom::SetText, of a text",
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetText(At(document, {0, 0}), kLongText));
      }},
-    {"SetText, of an attribute",
+    {"xmldom::SetText, of an attribute",
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetText(Root(document)->m_pFirstAttribute, kLongText));
      }},
-    {"SetText, refused",
+    {"xmldom::SetText, refused",
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetText(Root(document), std::string(kLongText) + "\x01"));
      }},
-    {"SetAttribute (short), new",
+    {"xmldom::SetAttribute, new",
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetAttribute(Root(document), "n", kLongText));
      }},
-    {"SetAttribute (short), there",
+    {"xmldom::SetAttribute, there",
      [](IXMLDOMDocument2* document) {
        NoteStored(xmldom::SetAttribute(Root(document), "v", kLongText));
      }},
-    {"AddElement",
+    {"xmldom::AddElement",
      [](IXMLDOMDocument2* document) {
        Note(xmldom::AddElement(Root(document), "n")->m_pszNodeName);
      }},

@@ -1,8 +1,10 @@
 // The support layer: strings, variants, buffers, exceptions and the log.
 
 #include <gtest/gtest.h>
+#include <xmldom/support/ArgumentList.h>
 #include <xmldom/xmldom.h>
 
+#include <cstdarg>
 #include <string>
 
 #include "allocation/Sweeps.h"
@@ -11,7 +13,15 @@
 namespace {
 
 const FailingCall kStrings[] = {
-    {"SysAllocString", [](IXMLDOMDocument2*) { NoteAndFree(SysAllocString("text")); }},
+    {"SysAllocString, SysFreeString, GetNumBSTRsAllocated",
+     [](IXMLDOMDocument2*) {
+       const long before = GetNumBSTRsAllocated();
+       BSTR text = SysAllocString("text");
+       Note(GetNumBSTRsAllocated() - before);
+       Note(text);
+       SysFreeString(text);
+       Note(GetNumBSTRsAllocated() - before);
+     }},
     {"SysAllocStringLen", [](IXMLDOMDocument2*) { NoteAndFree(SysAllocStringLen("text", 2)); }},
     {"_bstr_t", [](IXMLDOMDocument2*) { Note(_bstr_t("text")); }},
     {"_bstr_t, a copy",
@@ -20,7 +30,7 @@ const FailingCall kStrings[] = {
        Note(_bstr_t(text));
        Note(_bstr_t(static_cast<BSTR>(text), true));
      }},
-    {"_bstr_t, assigned",
+    {"_bstr_t::operator=",
      [](IXMLDOMDocument2*) {
        _bstr_t text("text");
        const _bstr_t other("other");
@@ -63,15 +73,26 @@ const FailingCall kStrings[] = {
        Note(VariantChangeType(&text, &value, 0, VT_BSTR));
        Note(text.bstrVal);
      }},
-    {"VariantClear",
+    {"VariantInit, VariantClear",
      [](IXMLDOMDocument2*) {
+       VARIANT fresh;
+       VariantInit(&fresh);
+       Note(fresh.vt);
        _variant_t value("123");
        Note(VariantClear(&value));
      }},
 };
 
+/// What a function with a variable number of arguments makes of its own.
+void WriteArguments(CMemFile& file, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const xmldom::ArgumentListEnd end = {arguments};
+  file.WriteFV(format, arguments);
+}
+
 const FailingCall kBuffers[] = {
-    {"CMemFile::Write",
+    {"CMemFile, CMemFile::Write",
      [](IXMLDOMDocument2*) {
        CMemFile file(1);
        for (int i = 0; i < 200; ++i) file.Write("0123456789", 10);
@@ -82,6 +103,13 @@ const FailingCall kBuffers[] = {
        CMemFile file(1);
        file.WriteF("%s and %d", "text", 5);
        file.WriteF("%2000d", 5);
+       Note(file.GetAsStr());
+     }},
+    {"CMemFile::WriteFV",
+     [](IXMLDOMDocument2*) {
+       CMemFile file(1);
+       WriteArguments(file, "%s and %d", "text", 5);
+       WriteArguments(file, "%2000d", 5);
        Note(file.GetAsStr());
      }},
     {"CMemFile::WriteStrEntities",
@@ -108,6 +136,8 @@ const FailingCall kBuffers[] = {
 
 const FailingCall kLog[] = {
     {"new CLogException",
+     [](IXMLDOMDocument2*) { delete new CLogException("where", "message", "detail"); }},
+    {"GetWhere, GetMessage, GetDetail",
      [](IXMLDOMDocument2*) {
        const CLogException exception("where", "message", "detail");
        Note(exception.GetWhere());
@@ -144,6 +174,25 @@ const FailingCall kLog[] = {
     {"PostBacktrace",
      [](IXMLDOMDocument2*) {
        CLogger::PostBacktrace(LOG_TYPE_DOM, LOG_SEVERITY_WARNING, "from here");
+     }},
+    {"SetNodeRenderer",
+     [](IXMLDOMDocument2* document) {
+       struct Renderer {
+         Renderer() {
+           CLogger::SetNodeRenderer([](IXMLDOMNode*) { return SysAllocString("a node"); });
+         }
+         ~Renderer() {
+           CLogger::SetNodeRenderer([](IXMLDOMNode* node) { return node->GetXML(); });
+         }
+       } renderer;
+       CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title", Root(document));
+     }},
+    {"SetXMLError, GetXMLError, ClearXMLError",
+     [](IXMLDOMDocument2*) {
+       CXML::SetXMLError(CXML::NO_SUCH_CHILD);
+       Note(CXML::GetXMLError());
+       CXML::ClearXMLError();
+       Note(CXML::GetXMLError());
      }},
     {"SetDebugXPATH, SetDebugEntities",
      [](IXMLDOMDocument2*) {

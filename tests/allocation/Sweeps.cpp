@@ -73,7 +73,7 @@ int MostPoints() {
 }  // namespace
 
 void FailEverywhere(const char* room, const FailingCall& call, FailingCall::Guarantee guarantee,
-                    On on) {
+                    On on, AllocationFailure::Reach reach) {
   static const std::string realisticXml = RealisticXml();
   const std::string* const texts[] = {&kDeepXml, &realisticXml};
   Row row = {room, call.name, {{0, 0}, {0, 0}}};
@@ -87,6 +87,7 @@ void FailEverywhere(const char* room, const FailingCall& call, FailingCall::Guar
       how.extent = extent;
       how.xml = texts[tree];
       how.mostPoints = MostPoints();
+      how.reach = reach;
       const int isFromThereOn = extent == AllocationFailure::ONCE ? 0 : 1;
       row.points[tree][isFromThereOn] = ExpectWholeTreeAfterEachFailure(call, how);
     }

@@ -16,9 +16,10 @@ enum class On {
 
 /// Runs an operation with memory that fails, and adds it to the table that is printed at the end
 /// of the program. At how many points of each kind is said in the environment: XMLDOM_POINTS, 6
-/// unless said, and 0 for all.
+/// unless said, and 0 for all. `reach` says whose memory it is.
 void FailEverywhere(const char* room, const FailingCall& call, FailingCall::Guarantee guarantee,
-                    On on = On::TREES);
+                    On on = On::TREES,
+                    AllocationFailure::Reach reach = AllocationFailure::ALL_BUT_NEW_PARSERS);
 
 // Giving back what an operation has handed out, after noting it.
 

@@ -92,7 +92,7 @@ const FailingCall kWriting[] = {
        Node(node->AddChild("m", nullptr))->AddTextChild("t");
        WriteAndNote(node, Writing());
      }},
-    {"GetXML, with addresses",
+    {"SetDispAddr, GetXML with addresses",
      [](IXMLDOMDocument2* document) {
        struct Decoration {
          Decoration() { SetDispAddr(true); }

@@ -41,7 +41,7 @@ struct Outcome {
   std::string notes;
 };
 
-Outcome RunWithin(int allowed, const FailingCall& call, AllocationFailure::Extent extent,
+Outcome RunWithin(int allowed, const FailingCall& call, const Failing& how,
                   IXMLDOMDocument2* document) {
   Outcome outcome = {false, false, 0, ""};
   l_notesSize = 0;
@@ -50,7 +50,7 @@ Outcome RunWithin(int allowed, const FailingCall& call, AllocationFailure::Exten
   UnexpectedHandler handler;
   const Silence silence;
   {
-    AllocationFailure limit(allowed, AllocationFailure::ALL_BUT_NEW_PARSERS, extent);
+    AllocationFailure limit(allowed, how.reach, how.extent);
     try {
       outcome.hasFailed = handler.Catches([&] { call.run(document); });
     } catch (const std::bad_alloc&) {
@@ -78,7 +78,7 @@ struct Success {
 Success RunToTheEnd(const FailingCall& call, const Failing& how) {
   Document document = Load(*how.xml);
   Success success;
-  success.outcome = RunWithin(INT_MAX, call, how.extent, document);
+  success.outcome = RunWithin(INT_MAX, call, how, document);
   success.tree = XmlOf(document);
   return success;
 }
@@ -92,7 +92,7 @@ bool FailOnce(int allowed, const FailingCall& call, const Failing& how, const Su
   {
     Document document = Load(*how.xml);
     const std::string before = XmlOf(document);
-    const Outcome outcome = RunWithin(allowed, call, how.extent, document);
+    const Outcome outcome = RunWithin(allowed, call, how, document);
     hasStruck = outcome.hasStruck;
     EXPECT_STREQ("", l_fault);
     EXPECT_EQ("", Faults(document, nodesBefore));

@@ -42,6 +42,7 @@ struct Failing {
   AllocationFailure::Extent extent = AllocationFailure::FROM_THERE_ON;
   const std::string* xml = &kDeepXml;  ///< What the document holds; begins as that does.
   int mostPoints = INT_MAX;            ///< When there are more, some in even distances.
+  AllocationFailure::Reach reach = AllocationFailure::ALL_BUT_NEW_PARSERS;
 };
 
 /// Makes each allocation of a call fail, one after the other, until the call gets through. The case
