@@ -11,6 +11,11 @@
 
 namespace {
 
+/// A list whose iteration can be begun again, as a derived class may do it.
+struct RestartedList : IXMLDOMNodeList {
+  using IXMLDOMNodeList::ResetCursor;
+};
+
 // ---- Records
 
 TEST(XMLNodeList, A_new_list_is_empty) {
@@ -179,6 +184,34 @@ TEST(XMLNodeList, NextNode_stays_at_an_end_once_met) {
   list->Add(node);
   EXPECT_EQ(nullptr, list->NextNode());
   EXPECT_EQ("a", TakeName(list->GetItem(0)));
+}
+
+// ---- ResetCursor
+
+TEST(XMLNodeList, ResetCursor_lets_the_iteration_begin_again_wherever_it_is) {
+  Node nodes[] = {NewElement(nullptr, "a"), NewElement(nullptr, "b")};
+  for (int taken = 0; taken <= 3; ++taken) {
+    SCOPED_TRACE(taken);
+    Ref<RestartedList> list(new RestartedList);
+    list->Add(nodes[0]);
+    list->Add(nodes[1]);
+    for (int i = 0; i < taken; ++i) TakeName(list->NextNode());
+    list->ResetCursor();
+    EXPECT_EQ(nullptr, list->m_pCursor);
+    EXPECT_EQ(IXMLDOMNodeList::CURSOR_FRESH, list->m_nCursorIndex);
+    for (const char* name : {"a", "b", "(null)"}) EXPECT_EQ(name, TakeName(list->NextNode()));
+  }
+}
+
+TEST(XMLNodeList, ResetCursor_changes_neither_nodes_nor_references) {
+  Node node = NewElement(nullptr, "a");
+  Ref<RestartedList> list(new RestartedList);
+  list->ResetCursor();
+  EXPECT_EQ(nullptr, list->NextNode());
+  list->Add(node);
+  list->ResetCursor();
+  EXPECT_EQ(1, list->m_nCount);
+  EXPECT_EQ(2, node->GetRefCount());
 }
 
 }  // namespace

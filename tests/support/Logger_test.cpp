@@ -88,6 +88,50 @@ TEST(Logger, A_missing_node_gives_no_body) {
   EXPECT_EQ(Events{Event(18, 3, "title")}, log.Events());
 }
 
+/// While it lives, the log turns nodes into texts with another function than the library's.
+class OtherRenderer {
+ public:
+  explicit OtherRenderer(NodeRenderer renderer) { CLogger::SetNodeRenderer(renderer); }
+  ~OtherRenderer() {
+    CLogger::SetNodeRenderer([](IXMLDOMNode* node) { return node->GetXML(); });
+  }
+
+  OtherRenderer(const OtherRenderer&) = delete;
+  OtherRenderer& operator=(const OtherRenderer&) = delete;
+};
+
+TEST(Logger, SetNodeRenderer_says_how_a_node_is_logged) {
+  Document document = Load("<a/>");
+  LogCapture log;
+  {
+    const OtherRenderer names(
+        [](IXMLDOMNode* node) { return SysAllocString(node->m_pszNodeName); });
+    CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title", Root(document));
+    CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title", kNoNode);
+  }
+  EXPECT_EQ((Events{Event(18, 3, "title", "a"), Event(18, 3, "title")}), log.Events());
+}
+
+TEST(Logger, A_node_that_the_renderer_gives_no_text_has_no_body) {
+  Document document = Load("<a/>");
+  LogCapture log;
+  {
+    const OtherRenderer nothing([](IXMLDOMNode*) -> BSTR { return nullptr; });
+    CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title", Root(document));
+  }
+  EXPECT_EQ(Events{Event(18, 3, "title")}, log.Events());
+}
+
+TEST(Logger, Without_renderer_a_node_has_no_body) {
+  Document document = Load("<a/>");
+  LogCapture log;
+  {
+    const OtherRenderer none(nullptr);
+    CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title", Root(document));
+  }
+  EXPECT_EQ(Events{Event(18, 3, "title")}, log.Events());
+}
+
 TEST(Logger, PostLogEventF_formats_the_title_and_has_no_body) {
   LogCapture log;
   CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_WARNING, "%s-%d-%c%%", "a", -7, 'x');

@@ -116,53 +116,6 @@ TEST(MemFile, Contents_are_terminated_after_every_write) {
   }
 }
 
-TEST(MemFile, WriteF_appends_formatted_text) {
-  CMemFile file(4);
-  WriteText(file, "<");
-  file.WriteF("%s=%d %c%%", "a", -7, 'x');
-  EXPECT_EQ("<a=-7 x%", ContentsOf(file));
-  EXPECT_EQ(8u, file.m_uPosition);
-}
-
-TEST(MemFile, WriteF_appends_texts_of_any_length) {
-  const std::size_t lengths[] = {0, 1, 254, 255, 256, 257, 1023, 1024, 1025, 100000};
-  for (std::size_t length : lengths) {
-    SCOPED_TRACE(length);
-    const std::string text(length, 'x');
-    CMemFile file(1024);
-    file.WriteF("%s.", text.c_str());
-    EXPECT_EQ(text + ".", ContentsOf(file));
-  }
-}
-
-TEST(MemFile, WriteF_of_an_empty_text_changes_nothing) {
-  CMemFile file(16);
-  file.WriteF("%s", "");
-  EXPECT_EQ("", ContentsOf(file));
-  WriteText(file, "abc");
-  file.WriteF("%s", "");
-  EXPECT_EQ("abc", ContentsOf(file));
-  EXPECT_EQ(3u, file.m_uLength);
-  EXPECT_EQ(3u, file.m_uPosition);
-}
-
-TEST(MemFile, WriteF_appends_at_the_length_wherever_the_position_is) {
-  CMemFile file(16);
-  WriteText(file, "abc");
-  file.m_uPosition = 0;
-  file.WriteF("%d", 4);
-  EXPECT_EQ("abc4", ContentsOf(file));
-  EXPECT_EQ(4u, file.m_uPosition);
-}
-
-TEST(MemFile, WriteF_refuses_a_text_that_printf_cannot_count) {
-  CMemFile file(16);
-  WriteText(file, "abc");
-  const std::string format = "%" + std::to_string(INT_MAX + 1LL) + "d";
-  EXPECT_THROW(file.WriteF(format.c_str(), 1), std::length_error);
-  EXPECT_EQ("abc", ContentsOf(file));
-}
-
 TEST(MemFile, WriteStrEntities_escapes_the_special_characters) {
   const struct {
     const char* text;
