@@ -98,7 +98,7 @@ const FailingCall kBuilding[] = {
        Root(document)->m_pFirstChild->RecurseClearDocument(2);
        Root(document)->m_pFirstChild->RecurseSetDocument(document);
      }},
-    {"the end of a document that was loaded",
+    {"a document that was loaded, released",
      [](IXMLDOMDocument2*) {
        Document document;
        Create(document.Out());
