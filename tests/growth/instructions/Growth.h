@@ -40,10 +40,12 @@ std::string Times(int count, const std::string& text);
 std::vector<Growing> BuildingRows();
 std::vector<Growing> ChainRows();
 std::vector<Growing> EditingRows();
+std::vector<Growing> ListRows();
 std::vector<Growing> LoadingRows();
 std::vector<Growing> ReadingRows();
 std::vector<Growing> SelectingRows();
 std::vector<Growing> SupportRows();
+std::vector<Growing> WritingRows();
 /// Those after which the owners of siblings are unknown. They have to be the last, because all that
 /// follows takes longer.
 std::vector<Growing> OwnerRows();

@@ -1,4 +1,4 @@
-// Searches and lists.
+// Searches.
 
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
@@ -9,7 +9,9 @@
 
 namespace {
 
-std::string Records(int size) { return "<r>" + Times(size, "<a k='1'><b>t</b></a>") + "</r>"; }
+std::string SearchedRecords(int size) {
+  return "<r>" + Times(size, "<a k='1'><b>t</b></a>") + "</r>";
+}
 
 void SelectAll(const std::string& xml, const char* path) {
   Document document = Load(xml);
@@ -23,21 +25,17 @@ void SelectOne(const std::string& xml, const char* path) {
   Node(document->SelectSingleNode(path));
 }
 
-void AddTo(IXMLDOMNodeList* list, IXMLDOMNode* node, int size) {
-  for (int i = 0; i < size; ++i) list->Add(node);
-}
-
 const Growing kSearches[] = {
-    {"SelectNodes", "//a of n records", 500, [](int size) { SelectAll(Records(size), "//a"); },
-     nullptr},
+    {"SelectNodes", "//a of n records", 500,
+     [](int size) { SelectAll(SearchedRecords(size), "//a"); }, nullptr},
     {"SelectNodes", "//a of n levels", 1000, [](int size) { SelectAll(Levels(size), "//a"); },
      nullptr},
     {"SelectNodes", "//a/a/a of n levels", 1000,
      [](int size) { SelectAll(Levels(size), "//a/a/a"); }, nullptr},
     {"SelectNodes", "/r/a[@k=1][b='t'] of n records", 500,
-     [](int size) { SelectAll(Records(size), "/r/a[@k=1][b='t']"); }, nullptr},
+     [](int size) { SelectAll(SearchedRecords(size), "/r/a[@k=1][b='t']"); }, nullptr},
     {"SelectNodes", "//r[*/b='x'] of n records", 500,
-     [](int size) { SelectAll(Records(size), "//r[*/b='x']"); }, nullptr},
+     [](int size) { SelectAll(SearchedRecords(size), "//r[*/b='x']"); }, nullptr},
     {"SelectNodes", "//a[a='y'] of n levels", 300,
      [](int size) { SelectAll(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
      nullptr},
@@ -58,7 +56,7 @@ const Growing kSearches[] = {
      nullptr},
     {"MatchesSubquery, MatchSubqueryHelper", "n children", 500,
      [](int size) {
-       Document document = Load(Records(size));
+       Document document = Load(SearchedRecords(size));
        const Counted counted;
        Root(document)->MatchesSubquery("a/b='x'");
        document->MatchSubqueryHelper(Root(document), "r/a/b='x'");
@@ -79,11 +77,11 @@ const Growing kSearches[] = {
      },
      nullptr},
     {"SelectSingleNode", "the last of n records", 500,
-     [](int size) { SelectOne("<x>" + Records(size) + "<y/></x>", "//y"); }, nullptr},
+     [](int size) { SelectOne("<x>" + SearchedRecords(size) + "<y/></x>", "//y"); }, nullptr},
     {"SelectSingleNode", "nothing behind //a/a/b in n levels", 1000,
      [](int size) { SelectOne(Levels(size), "//a/a/b"); }, nullptr},
     {"SelectSingleNode", "nothing behind //a/../a/.. in n records", 200,
-     [](int size) { SelectOne(Records(size), "//a/../a/../a/x"); }, nullptr},
+     [](int size) { SelectOne(SearchedRecords(size), "//a/../a/../a/x"); }, nullptr},
     {"SelectSingleNode", "nothing behind //a/../a in n levels", 200,
      [](int size) { SelectOne(Levels(size), "//a/../a/a/x"); }, nullptr},
     {"SelectSingleNode", "n steps up and down", 300,
@@ -96,7 +94,7 @@ const Growing kSearches[] = {
      [](int size) { SelectOne(Levels(size), "//a[@k=1]x/a[@k=1]x/b"); }, nullptr},
     {"selectSingleNode2, selectNodes2", "n records", 500,
      [](int size) {
-       Document document = Load(Records(size));
+       Document document = Load(SearchedRecords(size));
        char path[] = "//none";
        const Counted counted;
        List list;
@@ -122,7 +120,7 @@ const Growing kSearches[] = {
      nullptr},
     {"xmldom::Select", "n records that are removed in the loop", 500,
      [](int size) {
-       Document document = Load(Records(size));
+       Document document = Load(SearchedRecords(size));
        const Counted counted;
        for (const XMLPtr<IXMLDOMNode>& node : xmldom::Select(document, "//a")) {
          node->RemoveNodeFromTree();
@@ -132,60 +130,8 @@ const Growing kSearches[] = {
      nullptr},
 };
 
-const Growing kLists[] = {
-    {"get_childNodes, NextNode", "n children", 500,
-     [](int size) {
-       Document document = Load(Records(size));
-       const Counted counted;
-       const List list(ChildrenOf(Root(document)));
-       while (Node(list->NextNode()) != nullptr) {
-       }
-     },
-     nullptr},
-    {"IXMLDOMNodeList::Add", "n nodes", 1000,
-     [](int size) {
-       Document document = NewDocument();
-       const Counted counted;
-       const List list(new IXMLDOMNodeList);
-       AddTo(list, document, size);
-     },
-     nullptr},
-    {"IXMLDOMNodeList::GetItem", "n items, forwards and backwards", 1000,
-     [](int size) {
-       Document document = NewDocument();
-       const List list(new IXMLDOMNodeList);
-       AddTo(list, document, size);
-       const Counted counted;
-       for (int i = 0; i < size; ++i) Node(list->GetItem(i));
-       for (int i = size - 1; i >= 0; --i) Node(list->GetItem(i));
-     },
-     nullptr},
-    {"IXMLDOMNodeList::GetItem", "n items, from both ends in turns", 500,
-     [](int size) {
-       Document document = NewDocument();
-       const List list(new IXMLDOMNodeList);
-       AddTo(list, document, size);
-       const Counted counted;
-       for (int i = 0; i < size / 2; ++i) {
-         Node(list->GetItem(i));
-         Node(list->GetItem(size - 1 - i));
-       }
-     },
-     "Items of a list"},
-    {"get_attributes, GetNamedItem", "none of n", 500,
-     [](int size) {
-       Document document = WithAttributes(size);
-       const Counted counted;
-       const Map map(AttributesOf(Root(document)));
-       Require(Node(map->GetNamedItem("none")) == nullptr);
-     },
-     nullptr},
-};
-
 }  // namespace
 
 std::vector<Growing> SelectingRows() {
-  std::vector<Growing> rows(std::begin(kSearches), std::end(kSearches));
-  rows.insert(rows.end(), std::begin(kLists), std::end(kLists));
-  return rows;
+  return std::vector<Growing>(std::begin(kSearches), std::end(kSearches));
 }

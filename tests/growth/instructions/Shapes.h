@@ -15,6 +15,8 @@ const char* const kLookups = "Lookups by name";
 
 inline Document Wide(int size) { return Load("<r>" + Times(size, "<a/>") + "</r>"); }
 
+inline std::string Records(int size) { return "<r>" + Times(size, "<a b='c'>t</a>") + "</r>"; }
+
 inline std::string Levels(int size) { return Times(size, "<a>") + Times(size, "</a>"); }
 
 inline Document Deep(int size) { return Load(Levels(size)); }

@@ -52,8 +52,9 @@ int main(int argc, char** argv) {
   CLogger::SetSink(Ignore, nullptr);
   SetDebugEntities(false);
   int part = 1;
-  for (const auto& rows : {BuildingRows(), ChainRows(), EditingRows(), LoadingRows(), ReadingRows(),
-                           SelectingRows(), SupportRows(), OwnerRows()}) {
+  for (const auto& rows :
+       {BuildingRows(), ChainRows(), EditingRows(), LoadingRows(), ReadingRows(), WritingRows(),
+        SelectingRows(), ListRows(), SupportRows(), OwnerRows()}) {
     for (const Growing& row : rows) {
       const std::string line = std::string(row.operation) + "\t" + row.shape;
       if (argc > 1 && line.find(argv[1]) == std::string::npos) continue;

@@ -1,0 +1,70 @@
+// Lists of nodes, and ranges for loops over them.
+
+#include <xmldom/xmldom.h>
+#include <xmldom/xmldom_ptr.h>
+
+#include "growth/instructions/Shapes.h"
+#include "harness/Lists.h"
+#include "harness/Trees.h"
+
+namespace {
+
+void AddTo(IXMLDOMNodeList* list, IXMLDOMNode* node, int size) {
+  for (int i = 0; i < size; ++i) list->Add(node);
+}
+
+const Growing kLists[] = {
+    {"get_childNodes, NextNode", "n children", 500,
+     [](int size) {
+       Document document = Load(Records(size));
+       const Counted counted;
+       const List list(ChildrenOf(Root(document)));
+       while (Node(list->NextNode()) != nullptr) {
+       }
+     },
+     nullptr},
+    {"IXMLDOMNodeList::Add", "n nodes", 1000,
+     [](int size) {
+       Document document = NewDocument();
+       const Counted counted;
+       const List list(new IXMLDOMNodeList);
+       AddTo(list, document, size);
+     },
+     nullptr},
+    {"IXMLDOMNodeList::GetItem", "n items, forwards and backwards", 1000,
+     [](int size) {
+       Document document = NewDocument();
+       const List list(new IXMLDOMNodeList);
+       AddTo(list, document, size);
+       const Counted counted;
+       for (int i = 0; i < size; ++i) Node(list->GetItem(i));
+       for (int i = size - 1; i >= 0; --i) Node(list->GetItem(i));
+     },
+     nullptr},
+    {"IXMLDOMNodeList::GetItem", "n items, from both ends in turns", 500,
+     [](int size) {
+       Document document = NewDocument();
+       const List list(new IXMLDOMNodeList);
+       AddTo(list, document, size);
+       const Counted counted;
+       for (int i = 0; i < size / 2; ++i) {
+         Node(list->GetItem(i));
+         Node(list->GetItem(size - 1 - i));
+       }
+     },
+     "Items of a list"},
+    {"get_attributes, GetNamedItem", "none of n", 500,
+     [](int size) {
+       Document document = WithAttributes(size);
+       const Counted counted;
+       const Map map(AttributesOf(Root(document)));
+       Require(Node(map->GetNamedItem("none")) == nullptr);
+     },
+     nullptr},
+};
+
+}  // namespace
+
+std::vector<Growing> ListRows() {
+  return std::vector<Growing>(std::begin(kLists), std::end(kLists));
+}
