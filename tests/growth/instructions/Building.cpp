@@ -24,6 +24,18 @@ const Growing kBuilding[] = {
        }
      },
      kAdditions},
+    {"get_lastChild", "n times of each of 20 lists of n, in turns", 100,
+     [](int size) {
+       Document document = Load("<r>" + Times(20, "<l>" + Times(size, "<a/>") + "</l>") + "</r>");
+       const Counted counted;
+       for (int i = 0; i < size; ++i) {
+         for (IXMLDOMNode* node = Root(document)->m_pFirstChild; node != nullptr;
+              node = node->m_pNextSibling) {
+           LastChild(node);
+         }
+       }
+     },
+     kAdditions},
     {"AddChild, a node", "a tree of n levels", 1000,
      [](int size) {
        Document document = Load("<r/>");

@@ -1,8 +1,14 @@
-// Edits at the ends of long chains of children, and going backwards over these.
+// Edits at the ends of long chains of children, going backwards over these, and places in random
+// order.
+
+#include <algorithm>
+#include <random>
 
 #include "growth/instructions/Shapes.h"
 
 namespace {
+
+const char* const kBefore = "The node before another";
 
 void InsertBeforeLast(IXMLDOMNode* list) {
   Node node(NewNode());
@@ -15,12 +21,23 @@ void Remove(IXMLDOMNode* list, IXMLDOMNode* child) {
   Require(list->removeChild(child, removed.Out()) == S_OK);
 }
 
-/// Removes all children, of which there are `count`, from the last on.
-void RemoveInReverse(IXMLDOMNode* list, int count) {
+std::vector<IXMLDOMNode*> AllChildren(IXMLDOMNode* list) {
   std::vector<IXMLDOMNode*> children;
   for (IXMLDOMNode* node = list->m_pFirstChild; node != nullptr; node = node->m_pNextSibling) {
     children.push_back(node);
   }
+  return children;
+}
+
+/// The same order each time, so that the counts can be compared.
+std::vector<IXMLDOMNode*> InRandomOrder(std::vector<IXMLDOMNode*> nodes) {
+  std::shuffle(nodes.begin(), nodes.end(), std::mt19937());
+  return nodes;
+}
+
+/// Removes all children, of which there are `count`, from the last on.
+void RemoveInReverse(IXMLDOMNode* list, int count) {
+  std::vector<IXMLDOMNode*> children = AllChildren(list);
   Require(children.size() == static_cast<std::size_t>(count));
   const Counted counted;
   for (; !children.empty(); children.pop_back()) Remove(list, children.back());
@@ -131,8 +148,78 @@ const Growing kChains[] = {
      nullptr},
 };
 
+const Growing kPlaces[] = {
+    {"get_previousSibling", "of each of n, in random order", 300,
+     [](int size) {
+       Document document = Wide(size);
+       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
+       const Counted counted;
+       for (IXMLDOMNode* child : children) {
+         Node previous;
+         child->get_previousSibling(previous.Out());
+       }
+     },
+     kBefore},
+    {"get_previousSibling", "from the last to the first of two lists of n, in turns", 300,
+     [](int size) {
+       Document document = Load("<r>" + Times(2, "<l>" + Times(size, "<a/>") + "</l>") + "</r>");
+       const std::vector<IXMLDOMNode*> children = AllChildren(At(document, {0, 0}));
+       const std::vector<IXMLDOMNode*> others = AllChildren(At(document, {0, 1}));
+       const Counted counted;
+       for (std::size_t i = children.size(); i-- > 0;) {
+         for (IXMLDOMNode* node : {children[i], others[i]}) {
+           Node previous;
+           node->get_previousSibling(previous.Out());
+         }
+       }
+     },
+     kBefore},
+    {"insertBefore", "before each of n, in random order", 300,
+     [](int size) {
+       Document document = Wide(size);
+       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
+       const Counted counted;
+       for (IXMLDOMNode* child : children) {
+         Node node(NewNode());
+         Require(Root(document)->insertBefore(node, child, nullptr) == S_OK);
+         node.Detach();
+       }
+     },
+     kBefore},
+    {"replaceChild", "each of n, in random order", 300,
+     [](int size) {
+       Document document = Wide(size);
+       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
+       const Counted counted;
+       for (IXMLDOMNode* child : children) {
+         Node node(NewNode());
+         Node replaced;
+         Require(Root(document)->replaceChild(node, child, replaced.Out()) == S_OK);
+         node.Detach();
+       }
+     },
+     kBefore},
+    {"removeChild, RemoveNodeFromTree", "n nodes in random order", 300,
+     [](int size) {
+       Document document = Wide(size);
+       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
+       const Counted counted;
+       for (std::size_t i = 0; i < children.size(); ++i) {
+         if (i % 2 == 0) {
+           Remove(Root(document), children[i]);
+         } else {
+           children[i]->RemoveNodeFromTree();
+           children[i]->RealRelease();
+         }
+       }
+     },
+     kBefore},
+};
+
 }  // namespace
 
 std::vector<Growing> ChainRows() {
-  return std::vector<Growing>(std::begin(kChains), std::end(kChains));
+  std::vector<Growing> rows(std::begin(kChains), std::end(kChains));
+  rows.insert(rows.end(), std::begin(kPlaces), std::end(kPlaces));
+  return rows;
 }
