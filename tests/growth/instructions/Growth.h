@@ -32,6 +32,9 @@ struct Growing {
 /// Ends the program when a row did something else than it should have.
 void Require(bool condition);
 
+/// How many log events have been posted since the program began.
+unsigned long LogEvents();
+
 /// `text`, so many times.
 std::string Times(int count, const std::string& text);
 

@@ -5,6 +5,7 @@
 
 #include "growth/instructions/Shapes.h"
 #include "harness/Lists.h"
+#include "harness/Silence.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -25,6 +26,21 @@ void SelectOne(const std::string& xml, const char* path) {
   Node(document->SelectSingleNode(path));
 }
 
+const char* const kReports = "A search that logs or prints";
+const char* const kPredicates = "An element in a predicate";
+
+/// Searches with tests of which some log or print.
+void SelectOneReporting(const std::string& xml, const char* path) {
+  const unsigned long events = LogEvents();
+  SelectOne(xml, path);
+  Require(LogEvents() != events);
+}
+
+/// Nested elements that have all one text.
+std::string LevelsAround(int size, const std::string& text) {
+  return Times(size, "<a>") + text + Times(size, "</a>");
+}
+
 const Growing kSearches[] = {
     {"SelectNodes", "//a of n records", 500,
      [](int size) { SelectAll(SearchedRecords(size), "//a"); }, nullptr},
@@ -37,8 +53,7 @@ const Growing kSearches[] = {
     {"SelectNodes", "//r[*/b='x'] of n records", 500,
      [](int size) { SelectAll(SearchedRecords(size), "//r[*/b='x']"); }, nullptr},
     {"SelectNodes", "//a[a='y'] of n levels", 300,
-     [](int size) { SelectAll(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
-     nullptr},
+     [](int size) { SelectAll(LevelsAround(size, "x"), "//a[a='y']"); }, nullptr},
     {"SelectNodes", "//a[a='y'] of n levels with texts and references", 100,
      [](int size) { SelectAll(Times(size, "<a>x&lt;") + Times(size, "</a>"), "//a[a='y']"); },
      nullptr},
@@ -46,6 +61,55 @@ const Growing kSearches[] = {
      [](int size) { SelectAll(Levels(size), ("a" + Times(size - 1, "/a")).c_str()); }, nullptr},
     {"SelectNodes", "n predicates of a step", 500,
      [](int size) { SelectAll("<a k='1'/>", ("a" + Times(size, "[@k=1]")).c_str()); }, nullptr},
+    {"SelectNodes", "//a[a='y'] of n levels around a reference, debug line on", 200,
+     [](int size) {
+       const Silence silence;
+       SetDebugEntities(true);
+       SelectAll(LevelsAround(size, "x&lt;"), "//a[a='y']");
+       SetDebugEntities(false);
+     },
+     kPredicates},
+    {"SelectNodes", "//a[a='y'] of n levels around an unknown entity", 200,
+     [](int size) {
+       SelectAll("<!DOCTYPE a SYSTEM 's'>" + LevelsAround(size, "&none;"), "//a[a='y']");
+     },
+     kPredicates},
+    {"SelectNodes", "//a[a=1] of n levels around n digits", 300,
+     [](int size) { SelectAll(LevelsAround(size, Times(size, "1")), "//a[a=1]"); }, kPredicates},
+    {"SelectNodesHelper, SelectNodesTraverse", "n records", 500,
+     [](int size) {
+       Document document = Load(SearchedRecords(size));
+       CXPathList list;
+       list.ParsePath("a/b");
+       const List found(new IXMLDOMNodeList);
+       const Counted counted;
+       document->SelectNodesHelper(Root(document), list, found, 0);
+       document->SelectNodesTraverse(document, list, found);
+       Require(found->m_nCount == 2 * size);
+     },
+     nullptr},
+    {"SelectNodesHelper, SelectSingleNodeHelper", "n steps into n levels", 500,
+     [](int size) {
+       Document document = Load(Levels(size));
+       CXPathList list;
+       list.ParsePath(("a" + Times(size - 1, "/a")).c_str());
+       const List found(new IXMLDOMNodeList);
+       const Counted counted;
+       document->SelectNodesHelper(document, list, found, 0);
+       Require(found->m_nCount == 1);
+       Require(Node(document->SelectSingleNodeHelper(document, list, -1)) != nullptr);
+     },
+     nullptr},
+    {"SelectSingleNodeHelper", "nothing in n records", 500,
+     [](int size) {
+       Document document = Load(SearchedRecords(size));
+       CXPathList list;
+       list.ParsePath("//a/b/c");
+       const Counted counted;
+       Require(Node(document->SelectSingleNodeHelper(document, list, -1)) == nullptr);
+       Require(Node(document->SelectSingleNodeHelper(Root(document), list, 0)) == nullptr);
+     },
+     nullptr},
     {"MatchQuery", "n segments of a predicate, n levels", 500,
      [](int size) {
        Document document = Load(Levels(size + 1));
@@ -88,10 +152,13 @@ const Growing kSearches[] = {
      [](int size) { SelectOne("<a><b/></a>", ("a" + Times(size, "/b/..") + "/x").c_str()); },
      nullptr},
     {"SelectSingleNode", "//a[a='y'] of n levels", 300,
-     [](int size) { SelectOne(Times(size, "<a>") + "x" + Times(size, "</a>"), "//a[a='y']"); },
-     nullptr},
+     [](int size) { SelectOne(LevelsAround(size, "x"), "//a[a='y']"); }, nullptr},
     {"SelectSingleNode", "tests that log, n levels", 200,
-     [](int size) { SelectOne(Levels(size), "//a[@k=1]x/a[@k=1]x/b"); }, nullptr},
+     [](int size) { SelectOneReporting(Levels(size + 2), "//a/a/a["); }, nullptr},
+    {"SelectSingleNode", "tests that log, the outermost n levels", 2,
+     [](int size) { SelectOneReporting(Levels(size + 2), "//a/a/a["); }, kReports},
+    {"SelectSingleNode", "tests that log, n steps up and down in n levels", 100,
+     [](int size) { SelectOneReporting(Levels(size + 3), "//a/../a/a/a["); }, nullptr},
     {"selectSingleNode2, selectNodes2", "n records", 500,
      [](int size) {
        Document document = Load(SearchedRecords(size));
@@ -103,12 +170,22 @@ const Growing kSearches[] = {
        document->selectSingleNode2(path, node.Out());
      },
      nullptr},
-    {"CXPathList::ParsePath", "n steps", 1000,
+    {"CXPathList::ParsePath, CreateIndex", "n steps", 1000,
      [](int size) {
        const std::string path = "//" + Times(size, "a[b='/']/");
        const Counted counted;
        CXPathList steps;
        steps.ParsePath(path.c_str());
+       steps.CreateIndex();
+     },
+     nullptr},
+    {"StringMatchesSubString, IsPageAttribute", "n bytes", 20000,
+     [](int size) {
+       const std::string text = Times(size, "x");
+       const Document document = NewDocument();
+       const Counted counted;
+       Require(StringMatchesSubString(text.c_str(), text.c_str(), size) == 1);
+       Require(document->IsPageAttribute(text.c_str()) == 0);
      },
      nullptr},
     {"xmldom::CheckPath", "n steps with predicates and n without", 1000,
@@ -118,7 +195,14 @@ const Growing kSearches[] = {
        Require(!xmldom::CheckPath(path));
      },
      nullptr},
-    {"xmldom::Select", "n records that are removed in the loop", 500,
+    {"xmldom::SelectOne", "the last of n records", 500,
+     [](int size) {
+       Document document = Load("<x>" + SearchedRecords(size) + "<y/></x>");
+       const Counted counted;
+       Require(bool(xmldom::SelectOne(document, "//y")));
+     },
+     nullptr},
+    {"xmldom::Select, xmldom::Selected", "n records that are removed in the loop", 500,
      [](int size) {
        Document document = Load(SearchedRecords(size));
        const Counted counted;

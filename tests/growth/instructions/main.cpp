@@ -17,7 +17,9 @@ namespace {
 
 const int kFactor = 4;
 
-void Ignore(const CLogEvent&, void*) {}
+unsigned long g_logEvents = 0;
+
+void CountEvent(const CLogEvent&, void*) { ++g_logEvents; }
 
 void Run(const Growing& row, int size) {
   row.run(size);
@@ -42,6 +44,8 @@ void Require(bool condition) {
   std::abort();
 }
 
+unsigned long LogEvents() { return g_logEvents; }
+
 std::string Times(int count, const std::string& text) {
   std::string all;
   for (int i = 0; i < count; ++i) all += text;
@@ -49,7 +53,7 @@ std::string Times(int count, const std::string& text) {
 }
 
 int main(int argc, char** argv) {
-  CLogger::SetSink(Ignore, nullptr);
+  CLogger::SetSink(CountEvent, nullptr);
   SetDebugEntities(false);
   int part = 1;
   for (const auto& rows :
