@@ -53,12 +53,36 @@ const Growing kLists[] = {
        }
      },
      "Items of a list"},
-    {"get_attributes, GetNamedItem", "none of n", 500,
+    {"get_attributes, GetNamedItem, getNamedItem", "none of n", 500,
      [](int size) {
        Document document = WithAttributes(size);
        const Counted counted;
        const Map map(AttributesOf(Root(document)));
        Require(Node(map->GetNamedItem("none")) == nullptr);
+       char name[] = "none";
+       Node node;
+       Require(map->getNamedItem(name, node.Out()) == S_FALSE);
+     },
+     nullptr},
+    {"xmldom::Listed", "n children that are removed in the loop", 500,
+     [](int size) {
+       Document document = Wide(size);
+       const Counted counted;
+       for (const XMLPtr<IXMLDOMNode>& node : xmldom::Listed(ChildrenOf(Root(document)))) {
+         node->RemoveNodeFromTree();
+         node->RealRelease();
+       }
+     },
+     nullptr},
+    {"xmldom::Attributes", "n attributes", 500,
+     [](int size) {
+       Document document = WithAttributes(size);
+       const Counted counted;
+       int visited = 0;
+       for (const XMLPtr<IXMLDOMNode>& attribute : xmldom::Attributes(Root(document))) {
+         visited += attribute->m_eNodeType == NODE_ATTRIBUTE;
+       }
+       Require(visited == size);
      },
      nullptr},
 };

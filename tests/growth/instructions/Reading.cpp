@@ -35,7 +35,7 @@ const Growing kReading[] = {
        SetDebugEntities(false);
      },
      "Text with references"},
-    {"GetTextAsStr, GetStringValue, get_nodeTypedValue", "n texts", 1000,
+    {"GetTextAsStr, GetStringValue, get_nodeTypedValue, get_text", "n texts", 1000,
      [](int size) {
        Document document = Load(Records(size));
        std::string buffer(static_cast<std::size_t>(2 * size + 1), ' ');
@@ -44,6 +44,25 @@ const Growing kReading[] = {
        document->GetStringValue(&buffer[0], 2 * size + 1);
        _variant_t value;
        Root(document)->get_nodeTypedValue(&value);
+       BSTR text = nullptr;
+       document->get_text(&text);
+       SysFreeString(text);
+     },
+     nullptr},
+    {"GetTextHelper", "n texts", 1000,
+     [](int size) {
+       Document document = Load(Records(size));
+       CMemFile out(16);
+       const Counted counted;
+       document->GetTextHelper(out);
+     },
+     nullptr},
+    {"GetStringValue", "n texts that are cut off", 1000,
+     [](int size) {
+       Document document = Load(Records(size));
+       char buffer[8];
+       const Counted counted;
+       document->GetStringValue(buffer, sizeof buffer);
      },
      nullptr},
     {"get_nodeName, get_nodeValue", "n bytes", 20000,
@@ -67,11 +86,12 @@ const Growing kReading[] = {
      nullptr},
     {"TranslateEntities", "n unknown entities", 100,
      [](int size) { Translate(Times(size, "&none; and more ")); }, "Unknown entities"},
-    {"xmldom::Text, xmldom::Attribute", "the last of n attributes", 1000,
+    {"xmldom::Text, xmldom::Attribute, xmldom::HasAttribute", "the last of n attributes", 1000,
      [](int size) {
        Document document =
            Load("<r" + Attributes(size) + " last='v&lt;'>" + Times(size, "t&lt;") + "</r>");
        const Counted counted;
+       Require(xmldom::HasAttribute(Root(document), "last"));
        Require(xmldom::Attribute(Root(document), "last") == "v<");
        Require(xmldom::Text(document).size() == 2 * static_cast<std::size_t>(size));
      },
