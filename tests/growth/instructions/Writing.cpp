@@ -4,17 +4,18 @@
 #include <xmldom/xmldom_ptr.h>
 
 #include "growth/instructions/Shapes.h"
+#include "harness/TemporaryFile.h"
 #include "harness/Trees.h"
 #include "harness/Writing.h"
 
 namespace {
 
-void WriteCounted(const std::string& xml, const Writing& how) {
+const char* const kIndented = "Indented writing";
+
+void WriteCounted(const std::string& xml) {
   Document document = Load(xml);
-  Writing writing = how;
-  if (how.count != 0) writing.paged = Root(document);
   const Counted counted;
-  Write(document, writing);
+  Write(document);
 }
 
 void CompareCounted(const std::string& xml, const std::string& otherXml, int expected) {
@@ -26,11 +27,9 @@ void CompareCounted(const std::string& xml, const std::string& otherXml, int exp
 }
 
 const Growing kWriting[] = {
-    {"GetXML", "n records", 500, [](int size) { WriteCounted(Records(size), Writing()); }, nullptr},
+    {"GetXML", "n records", 500, [](int size) { WriteCounted(Records(size)); }, nullptr},
     {"GetXML", "n attributes and texts of one element", 500,
-     [](int size) {
-       WriteCounted("<r" + Attributes(size) + ">" + Times(size, "t<b/>") + "</r>", Writing());
-     },
+     [](int size) { WriteCounted("<r" + Attributes(size) + ">" + Times(size, "t<b/>") + "</r>"); },
      nullptr},
     {"GetXML", "n texts between elements, as built by hand", 500,
      [](int size) {
@@ -39,8 +38,7 @@ const Growing kWriting[] = {
        Write(document);
      },
      nullptr},
-    {"GetXML", "n levels, indented", 1000, [](int size) { WriteCounted(Levels(size), Writing()); },
-     "Indented writing"},
+    {"GetXML", "n levels, indented", 1000, [](int size) { WriteCounted(Levels(size)); }, kIndented},
     {"GetXML", "n levels, not indented", 1000,
      [](int size) {
        Document document = Load(Levels(size));
@@ -58,12 +56,40 @@ const Growing kWriting[] = {
        Write(document);
      },
      nullptr},
-    {"Getxml, GetMaskedXML", "n records", 500,
+    {"GetXMLHelper", "n records, masked and with an index", 500,
+     [](int size) {
+       Writing how;
+       how.masked = true;
+       how.indexed = true;
+       Document document = Load(Records(size));
+       const Counted counted;
+       Write(Root(document), how);
+     },
+     nullptr},
+    {"GetXMLHelper", "a page of n records that has page attributes already", 500,
+     [](int size) {
+       Document document =
+           Load("<r curPage='1' numPages='2'>" + Times(size, "<a b='c'>t</a>") + "</r>");
+       Writing how;
+       how.paged = Root(document);
+       how.first = 1;
+       how.count = size;
+       how.currentPage = how.numPages = 1;
+       how.padTemplate = "<a/>";
+       const Counted counted;
+       Write(document, how);
+     },
+     nullptr},
+    {"Getxml, get_xml, GetMaskedXML, PostLogEvent of a node", "n records", 500,
      [](int size) {
        Document document = Load(Records(size));
        const Counted counted;
        document->Getxml();
+       BSTR xml = nullptr;
+       document->get_xml(&xml);
+       SysFreeString(xml);
        document->GetMaskedXML();
+       CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title", document);
      },
      nullptr},
     {"GetFilteredXML", "the last page of n", 500,
@@ -80,6 +106,13 @@ const Growing kWriting[] = {
        document->GetFilteredXML("/r", size, 10, 5, 5, "<a/>");
      },
      nullptr},
+    {"GetFilteredXML", "a page behind the end whose number has n bits", 3,
+     [](int size) {
+       Document document = Load("<r><a/></r>");
+       const Counted counted;
+       document->GetFilteredXML("/r", 1 << size, 10, 5, 5, "<a/>");
+     },
+     "A page far behind the end"},
     {"Pad", "n rows", 500,
      [](int size) {
        CMemFile out(16);
@@ -87,7 +120,14 @@ const Growing kWriting[] = {
        Pad(out, "<row/>", 0, size);
      },
      nullptr},
-    {"GetPathToNode", "n levels", 1000,
+    {"PrintSpaces", "n blanks", 20000,
+     [](int size) {
+       CMemFile out(16);
+       const Counted counted;
+       PrintSpaces(out, size);
+     },
+     nullptr},
+    {"GetPathToNode, GetPathToNodeHelper", "n levels", 1000,
      [](int size) {
        Document document = Load(Levels(size));
        IXMLDOMNode* node = Root(document);
@@ -95,6 +135,7 @@ const Growing kWriting[] = {
        CMemFile out(16);
        const Counted counted;
        node->GetPathToNode(out);
+       node->GetPathToNodeHelper(node, out);
      },
      nullptr},
     {"xmldom::Xml", "n tags, comments and breaks", 500,
@@ -111,6 +152,14 @@ const Growing kWriting[] = {
        Root(document)->AddTextChild(Times(size, "<!-- ").c_str());
        const Counted counted;
        xmldom::Xml(document);
+     },
+     nullptr},
+    {"xmldom::Save", "n records, in place of a file", 500,
+     [](int size) {
+       TemporaryFile file("<r/>");
+       Document document = Load(Records(size));
+       const Counted counted;
+       Require(!xmldom::Save(document, file.Path(), xmldom::Prolog::kDeclaration));
      },
      nullptr},
     {"CompareXMLNodes", "n equal records", 500,
