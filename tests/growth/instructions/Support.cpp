@@ -1,18 +1,31 @@
-// The support layer.
+// The support layer, and the checks of texts.
 
+#include <xmldom/dom/XmlNames.h>
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
 #include "growth/instructions/Growth.h"
+#include "harness/Trees.h"
 
 namespace {
 
+/// Posts the call stack with so many frames of this function above the caller's. Result: how many.
+int PostFromDepth(int depth) {
+  if (depth == 0) {
+    CLogger::PostBacktrace(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title");
+    return 0;
+  }
+  return 1 + PostFromDepth(depth - 1);
+}
+
 const Growing kRows[] = {
-    {"SysAllocString, _bstr_t, VariantCopy, VariantChangeType", "n bytes", 20000,
+    {"SysAllocString, SysAllocStringLen, _bstr_t, VariantCopy, VariantChangeType", "n bytes", 20000,
      [](int size) {
        const std::string text = Times(size, "x");
        const Counted counted;
        BSTR copy = SysAllocString(text.c_str());
+       SysFreeString(copy);
+       copy = SysAllocStringLen(text.c_str(), static_cast<unsigned long>(size));
        SysFreeString(copy);
        const _bstr_t first(text.c_str());
        const _bstr_t second(first);
@@ -71,6 +84,48 @@ const Growing kRows[] = {
        const Counted counted;
        CLogger::PostLogEvent(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, text.c_str(), text.c_str());
        CLogException(text.c_str(), text.c_str(), text.c_str()).LogMessage(25, 1, "title");
+     },
+     nullptr},
+    {"PostLogEventF, PostLogEventFB, ExceptionF", "n bytes", 20000,
+     [](int size) {
+       const std::string text = Times(size, "x");
+       const Counted counted;
+       CLogger::PostLogEventF(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title %s", text.c_str());
+       CLogger::PostLogEventFB(LOG_TYPE_DOM, LOG_SEVERITY_ERROR, "title %s", text.c_str(),
+                               text.c_str());
+       try {
+         throw ExceptionF("where", "message %s", text.c_str());
+       } catch (const CLogException* exception) {
+         delete exception;
+       }
+     },
+     nullptr},
+    {"PostBacktrace", "n frames, of which it takes 64", 10,
+     [](int size) {
+       const Counted counted;
+       Require(PostFromDepth(size) == size);
+     },
+     nullptr},
+    {"CXML::CheckLeaks", "a heading of n bytes, n nodes", 20000,
+     [](int size) {
+       const Document document = Load("<r>" + Times(size, "<a/>") + "</r>");
+       const std::string heading = Times(size, "x");
+       const Counted counted;
+       CXML::CheckLeaks(heading.c_str());
+     },
+     nullptr},
+    {"xmldom::FindForbidden", "behind n characters", 1000,
+     [](int size) {
+       const std::string text = Times(size, "a\xc3\xa9");
+       const Counted counted;
+       Require(xmldom::FindForbidden(text + '\x01') == text.size());
+     },
+     nullptr},
+    {"xmldom::IsXmlName", "n letters, some of them beyond ASCII", 10000,
+     [](int size) {
+       const std::string name = Times(size, "a\xc3\xa9");
+       const Counted counted;
+       Require(xmldom::IsXmlName(name));
      },
      nullptr},
     {"xmldom::EscapeText, xmldom::EscapeAttribute, xmldom::OneLine", "n characters", 1000,
