@@ -140,11 +140,75 @@ const Growing kRows[] = {
        document->ReleaseParser();
      },
      nullptr},
-    {"xmldom::LoadText", "n records", 500,
+    {"CXMLSax::LoadXML, CXMLSax::LoadFromFile", "n records", 500,
+     [](int size) {
+       const std::string xml = Records(size);
+       TemporaryFile file(xml);
+       Document document = NewDocument();
+       CXMLSax sax(document);
+       sax.CreateParser();
+       CXMLSax other(document);
+       other.CreateParser();
+       const Counted counted;
+       Require(sax.LoadXML(xml.c_str()));
+       Require(other.LoadFromFile(file.Path()) == S_OK);
+     },
+     nullptr},
+    {"CXMLSax::GetErrorTag, CXMLSax::GetErrorStr", "a tag of n bytes behind n lines", 20000,
+     [](int size) {
+       const std::string tag = "<a k='" + Times(size, "x") + "' <";
+       std::vector<char> buffer(2 * tag.size());
+       Document document = NewDocument();
+       CXMLSax sax(document);
+       sax.CreateParser();
+       Require(!sax.LoadXML(("<r>" + Times(size, "\n") + tag).c_str()));
+       const Counted counted;
+       sax.GetErrorTag(buffer.data(), static_cast<int>(buffer.size()));
+       sax.GetErrorStr(buffer.data(), static_cast<int>(buffer.size()));
+     },
+     nullptr},
+    {"IXMLDOMParseError", "its texts, set by hand to n bytes", 20000,
+     [](int size) {
+       const std::string text = Times(size, "x");
+       const Ref<IXMLDOMParseError> error(new IXMLDOMParseError);
+       const Ref<IXMLDOMParseError> copy(new IXMLDOMParseError);
+       error->m_lErrorCode = 1;
+       error->m_bstrReason = SysAllocString(text.c_str());
+       error->m_bstrSrcText = SysAllocString(text.c_str());
+       const Counted counted;
+       *copy = *error;
+       XMLBstr reason, tag, message;
+       Require(copy->get_reason(reason.Out()) == S_OK);
+       Require(copy->get_srcText(tag.Out()) == S_OK);
+       Require(copy->get_errormessage(message.Out()) == S_OK);
+     },
+     nullptr},
+    {"CNodeStack::Push, CNodeStack::Pop", "n elements", 1000,
+     [](int size) {
+       const Document document = NewDocument();
+       const Counted counted;
+       CNodeStack stack;
+       for (int i = 0; i < 2 * size; ++i) stack.Push(document);
+       for (int i = 0; i < size; ++i) stack.Pop();
+     },
+     nullptr},
+    {"xmldom::LoadFile, xmldom::OneLine", "an error in a tag of n bytes behind n records", 500,
+     [](int size) {
+       TemporaryFile file("<r>" + Times(size, "<a b='c'>t</a>\n") + "<a k='" + Times(size, "x") +
+                          "' <");
+       const Counted counted;
+       const xmldom::LoadResult result = xmldom::LoadFile(file.Path());
+       Require(result.error.line == size + 1);
+       Require(!xmldom::OneLine(result.error).empty());
+     },
+     nullptr},
+    {"xmldom::LoadText, xmldom::LoadFile", "n records", 500,
      [](int size) {
        const std::string xml = "<r>" + Times(size, "<a b='c'>t</a>\n") + "</r>";
+       TemporaryFile file(xml);
        const Counted counted;
        Require(bool(xmldom::LoadText(xml)));
+       Require(bool(xmldom::LoadFile(file.Path())));
      },
      nullptr},
     {"xmldom::LoadText", "a NUL byte behind n lines", 1000,
