@@ -56,6 +56,23 @@ const Growing kWriting[] = {
        Write(document);
      },
      nullptr},
+    {"GetXML", "n levels with elements beside texts, not indented", 300,
+     [](int size) {
+       Document document = Load(Times(size, "<a>t") + Times(size, "</a>"));
+       document->m_uFlags = 0;
+       const Counted counted;
+       Write(document);
+     },
+     kIndented},
+    {"GetXML", "n levels with elements beside texts, indent of 0", 300,
+     [](int size) {
+       Document document = Load(Times(size, "<a>t") + Times(size, "</a>"));
+       document->m_uFlags = 0;
+       document->m_nIndent = 0;
+       const Counted counted;
+       Write(document);
+     },
+     nullptr},
     {"GetXMLHelper", "n records, masked and with an index", 500,
      [](int size) {
        Writing how;
