@@ -28,6 +28,7 @@ void SelectOne(const std::string& xml, const char* path) {
 
 const char* const kReports = "A search that logs or prints";
 const char* const kPredicates = "An element in a predicate";
+const char* const kLongPaths = "Long paths";
 
 /// Searches with tests of which some log or print.
 void SelectOneReporting(const std::string& xml, const char* path) {
@@ -76,6 +77,12 @@ const Growing kSearches[] = {
      kPredicates},
     {"SelectNodes", "//a[a=1] of n levels around n digits", 300,
      [](int size) { SelectAll(LevelsAround(size, Times(size, "1")), "//a[a=1]"); }, kPredicates},
+    {"SelectNodes", "n steps behind // in 2n levels", 100,
+     [](int size) { SelectAll(Levels(2 * size), ("//a" + Times(size - 1, "/a")).c_str()); },
+     kLongPaths},
+    {"SelectNodes", "n predicates at n records", 100,
+     [](int size) { SelectAll(SearchedRecords(size), ("//a" + Times(size, "[@k=1]")).c_str()); },
+     kLongPaths},
     {"SelectNodesHelper, SelectNodesTraverse", "n records", 500,
      [](int size) {
        Document document = Load(SearchedRecords(size));
@@ -148,6 +155,9 @@ const Growing kSearches[] = {
      [](int size) { SelectOne(SearchedRecords(size), "//a/../a/../a/x"); }, nullptr},
     {"SelectSingleNode", "nothing behind //a/../a in n levels", 200,
      [](int size) { SelectOne(Levels(size), "//a/../a/a/x"); }, nullptr},
+    {"SelectSingleNode", "nothing behind // and n steps in 2n levels", 100,
+     [](int size) { SelectOne(Levels(2 * size), ("//a" + Times(size - 1, "/a") + "/b").c_str()); },
+     kLongPaths},
     {"SelectSingleNode", "n steps up and down", 300,
      [](int size) { SelectOne("<a><b/></a>", ("a" + Times(size, "/b/..") + "/x").c_str()); },
      nullptr},
@@ -179,6 +189,13 @@ const Growing kSearches[] = {
        steps.CreateIndex();
      },
      nullptr},
+    {"CXPathList::ParsePath", "n paths into one list", 300,
+     [](int size) {
+       const Counted counted;
+       CXPathList steps;
+       for (int i = 0; i < size; ++i) steps.ParsePath("a");
+     },
+     "ParsePath"},
     {"StringMatchesSubString, IsPageAttribute", "n bytes", 20000,
      [](int size) {
        const std::string text = Times(size, "x");
