@@ -92,6 +92,14 @@ const Growing kBuilding[] = {
        At(document, {0, 0})->AppendValue("more", 4);
      },
      nullptr},
+    {"AppendValue", "n pieces to one text", 300,
+     [](int size) {
+       Document document = Load("<r>t</r>");
+       IXMLDOMNode* const text = At(document, {0, 0});
+       const Counted counted;
+       for (int i = 0; i < size; ++i) text->AppendValue("0123456789", 10);
+     },
+     "AppendValue"},
     {"createNode", "a name of n bytes", 20000,
      [](int size) {
        Document document = Load("<r/>");

@@ -13,6 +13,17 @@ void AddTo(IXMLDOMNodeList* list, IXMLDOMNode* node, int size) {
   for (int i = 0; i < size; ++i) list->Add(node);
 }
 
+const char* const kLoops = "A loop over";
+
+/// Takes a node and the one behind it, if there is one, out of their tree.
+void RemoveWithNext(IXMLDOMNode* node) {
+  for (IXMLDOMNode* gone : {node->m_pNextSibling, node}) {
+    if (gone == nullptr) continue;
+    gone->RemoveNodeFromTree();
+    gone->RealRelease();
+  }
+}
+
 const Growing kLists[] = {
     {"get_childNodes, NextNode", "n children", 500,
      [](int size) {
@@ -64,6 +75,17 @@ const Growing kLists[] = {
        Require(map->getNamedItem(name, node.Out()) == S_FALSE);
      },
      nullptr},
+    {"GetNamedItem", "each of n", 300,
+     [](int size) {
+       Document document = Load("<r/>");
+       for (int i = 0; i < size; ++i) Root(document)->AddAttribute(NameOf(i).c_str(), "v");
+       const Map map(AttributesOf(Root(document)));
+       const Counted counted;
+       for (int i = 0; i < size; ++i) {
+         Require(Node(map->GetNamedItem(NameOf(i).c_str())) != nullptr);
+       }
+     },
+     kLookups},
     {"xmldom::Listed", "n children that are removed in the loop", 500,
      [](int size) {
        Document document = Wide(size);
@@ -83,6 +105,24 @@ const Growing kLists[] = {
          visited += attribute->m_eNodeType == NODE_ATTRIBUTE;
        }
        Require(visited == size);
+     },
+     nullptr},
+    {"xmldom::Children", "n children, two of them removed at each step", 300,
+     [](int size) {
+       Document document = Wide(size + 1);
+       const Counted counted;
+       for (const XMLPtr<IXMLDOMNode>& node : xmldom::Children(Root(document))) {
+         RemoveWithNext(node.Get());
+       }
+     },
+     kLoops},
+    {"xmldom::Listed", "n children, two of them removed at each step", 300,
+     [](int size) {
+       Document document = Wide(size + 1);
+       const Counted counted;
+       for (const XMLPtr<IXMLDOMNode>& node : xmldom::Listed(ChildrenOf(Root(document)))) {
+         if (node->m_pParent != nullptr) RemoveWithNext(node.Get());
+       }
      },
      nullptr},
 };

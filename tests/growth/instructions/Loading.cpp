@@ -119,6 +119,24 @@ const Growing kRows[] = {
        for (int i = 0; i < size; ++i) sax.OnEndElement("a");
      },
      nullptr},
+    {"CXMLSax::OnStartElement", "n attributes by hand", 300,
+     [](int size) {
+       std::vector<std::string> names;
+       for (int i = 0; i < size; ++i) names.push_back(NameOf(i));
+       std::vector<const char*> attributes;
+       for (const std::string& name : names) {
+         attributes.push_back(name.c_str());
+         attributes.push_back("v");
+       }
+       attributes.push_back(nullptr);
+       Document document = NewDocument();
+       CXMLSax sax(document);
+       sax.m_pNodeStack = new CNodeStack;
+       sax.m_bFirstElement = 1;
+       const Counted counted;
+       sax.OnStartElement("a", attributes.data());
+     },
+     kLookups},
     {"CXMLSax::OnDefault", "one text of n pieces by hand", 500,
      [](int size) {
        Document document = NewDocument();
@@ -128,6 +146,21 @@ const Growing kRows[] = {
        sax.OnStartElement("a", nullptr);
        const Counted counted;
        for (int i = 0; i < size; ++i) sax.OnDefault("0123456789", 10);
+     },
+     kByHand},
+    {"CXMLSax::OnDefault", "n pieces behind n elements by hand", 300,
+     [](int size) {
+       Document document = NewDocument();
+       CXMLSax sax(document);
+       sax.m_pNodeStack = new CNodeStack;
+       sax.m_bFirstElement = 1;
+       sax.OnStartElement("r", nullptr);
+       for (int i = 0; i < size; ++i) {
+         sax.OnStartElement("a", nullptr);
+         sax.OnEndElement("a");
+       }
+       const Counted counted;
+       for (int i = 0; i < size; ++i) sax.OnDefault("x", 1);
      },
      kByHand},
     {"get_parseError, ReleaseParser", "an error behind n records", 500,
