@@ -200,7 +200,8 @@ const Growing kRows[] = {
        sax.GetErrorStr(buffer.data(), static_cast<int>(buffer.size()));
      },
      nullptr},
-    {"IXMLDOMParseError", "its texts, set by hand to n bytes", 20000,
+    {"IXMLDOMParseError::get_reason, get_srcText, get_errormessage", "texts of n bytes by hand",
+     20000,
      [](int size) {
        const std::string text = Times(size, "x");
        const Ref<IXMLDOMParseError> error(new IXMLDOMParseError);
