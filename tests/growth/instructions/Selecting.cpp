@@ -70,6 +70,14 @@ const Growing kSearches[] = {
        SetDebugEntities(false);
      },
      kPredicates},
+    {"SelectNodes", "//a[a='y'] of n levels with references, debug line on", 100,
+     [](int size) {
+       const Silence silence;
+       SetDebugEntities(true);
+       SelectAll(Times(size, "<a>x&lt;") + Times(size, "</a>"), "//a[a='y']");
+       SetDebugEntities(false);
+     },
+     kPredicates},
     {"SelectNodes", "//a[a='y'] of n levels around an unknown entity", 200,
      [](int size) {
        SelectAll("<!DOCTYPE a SYSTEM 's'>" + LevelsAround(size, "&none;"), "//a[a='y']");
