@@ -124,6 +124,8 @@ _given_tool_tests() {
   printf '%s\n' 'echo "  70 runs, in 30 of which the file was replaced"' \
     'echo "  40 runs, in 20 of which the file was replaced"; echo "  left behind: nothing"' \
     'echo "  50 runs, in 25 of which the file was replaced"' > copy/tests/tool/faults_test.bash
+  printf '%s\n' 'echo "  80 runs of 1 commands: 78 ended with 2, 2 did without the memory"' \
+    'echo "  20 runs of 3 commands: 19 ended with 2, 1 did without the memory"' > copy/tests/tool/allocation_test.bash
   echo 'echo "1 passed, 0 failed, 0 skipped"' > copy/tests/tool/replacement_test.bash
 }
 
@@ -136,6 +138,7 @@ try_tool_tells_of_random_runs_and_of_each_way_to_fail() {
 | a call that fails | 70 | the file is the old or the new one, whole; 30 times the new one |
 | a kill at a call | 40 | the file is the old or the new one, whole; 20 times the new one |
 | a signal that ends the tool at a call | 50 | the file is the old or the new one, whole; 25 times the new one |
+| an allocation that fails, alone or with all after it, in 4 commands | 100 | 97 ended with 2 and a message, 3 did without the memory |
 | two loops that edit one file at once | 2000 | no edit is lost |\n'
 }
 
