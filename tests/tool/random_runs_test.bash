@@ -26,22 +26,56 @@ _pick_xml() {
 
 _pick_text() { _pick x '' 'a & b' '<' ']]>' $'1\n2' é $'\xc2\x9b' $'\xff' $'\x01' ' ' "it's \"quoted\""; }
 
-# Appends a random option, with its values, to "arguments".
+_pick_name() { _pick c d n '' é 'a b' xmlns:c xml:space '<'; }
+
+# Asks the tool for the options of each command. Out: "options_of", and "all_options" with mistakes.
+declare -A options_of
+_learn_options() {
+  local of
+  all_options=(-x --frobnicate --help=1 --)
+  for of in $(commands_shown); do
+    options_of[$of]=$({ "$tool" "$of" --help; "$tool" --help; } | options_shown | paste -s -d ' ')
+    read -ra of <<< "${options_of[$of]}"
+    all_options+=("${of[@]}")
+  done
+}
+
+# Appends a random option to "arguments", with its values: mostly one of the command's.
 _add_option() {
-  _pick --set --set-attr --remove --append --replace --insert-before --attr --first --count -0 -H --no-filename \
-    --with-filename --indent-off --lossless --lossy --depth=2 --color=always --from=2 --rows=1 --page=1 --pages=2 \
-    --pad --verbose --all --in-place=write -i.old -i -- --frobnicate --help --version -x --rows=0 --depth=x
+  local own=()
+  read -ra own <<< "${options_of[$command]:-}"
+  if [ ${#own[@]} -eq 0 ] || [ $((RANDOM % 5)) -eq 0 ]; then own=("${all_options[@]}"); fi
+  _pick "${own[@]}"
+  # That ends a run before anything is done.
+  case $picked in -h | --help | --version) _pick "${own[@]}" ;; esac
+  if [ "$picked" = -i ]; then _pick -i -i.old; fi
   arguments+=("$picked")
   case $picked in
-    --set) _pick_path; arguments+=("$picked"); _pick_text; arguments+=("$picked") ;;
-    --set-attr) _pick_path; arguments+=("$picked"); _pick_text; arguments+=(c "$picked") ;;
-    --remove) _pick_path; arguments+=("$picked") ;;
-    --append | --replace | --insert-before)
-      _pick_path; arguments+=("$picked"); _pick_xml; arguments+=("$picked") ;;
-    --attr) _pick c d '' é; arguments+=("$picked") ;;
-    --pad) _pick_xml; arguments+=("$picked") ;;
+    --set) _add _pick_path _pick_text ;;
+    --set-attr) _add _pick_path _pick_name _pick_text ;;
+    --remove) _add _pick_path ;;
+    --remove-attr | --rename) _add _pick_path _pick_name ;;
+    --append | --replace | --insert-before | --insert-after) _add _pick_path _pick_xml ;;
+    --attr) _add _pick_name ;;
+    -f | --field) _add _pick_field; arguments+=(-f .) ;;
+    --separator) _add _pick_text ;;
+    --pad) _add _pick_xml ;;
+    --from | --rows | --page | --pages | --depth) _add _pick_number ;;
+    --color) _add _pick_color ;;
+    --in-place) _add _pick_way ;;
   esac
 }
+
+# _add PICK...: appends what each of these picks.
+_add() {
+  local pick
+  for pick; do "$pick"; arguments+=("$picked"); done
+}
+
+_pick_field() { _pick c @c . b/c b/@c ../b ../../a '*' 'b[2]' "b[c='3']/@c" '' '[' / //b; }
+_pick_number() { _pick 1 2 3 0 x 100 100001 -1 99999999999; }
+_pick_color() { _pick always never auto x; }
+_pick_way() { _pick write rename x; }
 
 # Makes a.xml of random pieces, most of which fit together.
 _make_document() {
@@ -73,7 +107,14 @@ _run_once() {
   _pick check format select value path tree edit edit edit diff mask page slect
   command=$picked
   arguments=("$command")
-  if [ "$command" = edit ]; then _pick -i -i --in-place=write --verbose; arguments+=("$picked"); _pick '--set / x' '--set-attr / c x' '--remove /a/b'; read -ra edit <<< "$picked"; arguments+=("${edit[@]}"); fi
+  if [ "$command" = edit ]; then
+    _pick -i -i --in-place=write --verbose
+    arguments+=("$picked")
+    _pick '--set / x' '--set-attr / c x' '--remove /a/b' '--rename /a/b n' '--remove-attr //b c' \
+      '--insert-after /a/b <n/>'
+    read -ra edit <<< "$picked"
+    arguments+=("${edit[@]}")
+  fi
   if [ $((RANDOM % 2)) -eq 0 ]; then _add_option; fi
   if [ $((RANDOM % 8)) -eq 0 ]; then _add_option; fi
   case $command in select | value | path | page) _pick_path; arguments+=("$picked") ;; esac
@@ -101,6 +142,7 @@ _run_once() {
 random_runs_end_well() {
   local run picked done=0
   echo "  seed $_seed, $_runs runs"
+  _learn_options
   RANDOM=$_seed
   for ((run = 1; run <= _runs; ++run)); do
     _run_once
