@@ -1,16 +1,19 @@
-# Cases of an edit in place in which the system fails: each call that touches files gets an error, or
-# the process gets a signal there. Whatever happens, the file is the old one or the new one, whole.
+# Cases of commands that replace a file in which the system fails: each call that touches files gets an
+# error, or the process gets a signal there. Whatever happens, the file is the old one or the new one,
+# whole, and the new one has the extended attribute of the old one unless that was what failed.
 #
 # XMLDOM_TEST_LONG=1 tries every way of replacing a file, not the usual one alone.
 
 . "$(dirname "$0")/driver.bash"
 
-_ways=(-i)
-if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways=(-i -i.old --in-place=write); fi
+# Commands, with the ways in which they replace a file.
+_ways=('edit -i' 'format -i')
+if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways+=('edit -i.old' 'edit --in-place=write'); fi
 
-# The calls that are made to fail. Others that an edit makes have nothing to do with its files.
+# The calls that are made to fail. Others that a command makes have nothing to do with its files.
 _calls='openat,readlink,newfstatat,fstat,faccessat,faccessat2,access,flock,read,write,pwrite64'
-_calls+=',ftruncate,fsync,close,fchown,fchmod,utimensat,listxattr,linkat,rename,unlink'
+_calls+=',ftruncate,fsync,close,fchown,fchmod,utimensat,linkat,rename,unlink'
+_calls+=',listxattr,getxattr,fsetxattr'
 
 _needs_strace() {
   [ "$slowness" -lt 20 ] || skip 'an emulator cannot be traced'
@@ -22,13 +25,49 @@ _needs_strace() {
   rm -f trace error
 }
 
-# _edit WAY [STRACE_OPTION...]: the edit that is tried, of a.xml.
-_edit() {
-  keep strace -f -o ../trace -e trace="$_calls" "${@:2}" "$tool" edit "$1" --set /a/b new a.xml
+# _replace WAY [STRACE_OPTION...]: runs the command that is tried on a.xml.
+_replace() {
+  local command
+  read -ra command <<< "$1"
+  if [ "${command[0]}" = edit ]; then command+=(--set /a/b new); fi
+  keep strace -f -o ../trace -e trace="$_calls" "${@:2}" "$tool" "${command[@]}" a.xml
+}
+
+# Gives the old file an extended attribute, where the file system holds such. Out: "has_attribute".
+_set_attribute() {
+  has_attribute=
+  if python3 -c 'import os; os.setxattr("old.xml", "user.origin", b"here")' 2> error; then
+    has_attribute=yes
+  else
+    echo "  without an extended attribute: $(tail -n 1 error)"
+  fi
+}
+
+# Makes a new folder with a.xml in it, which is the old file.
+_make_folder() {
+  rm -rf folder
+  mkdir folder
+  if [ -n "$has_attribute" ]; then
+    cp --preserve=xattr old.xml folder/a.xml
+  else
+    cp old.xml folder/a.xml
+  fi
+}
+
+# Each of the files has the extended attribute. They are looked at together, because that takes another
+# program.
+_expect_attributes() {
+  [ -n "$has_attribute" ] || return 0
+  python3 - "$@" <<'END' || fail
+import os, sys
+missing = [name for name in sys.argv[1:] if "user.origin" not in os.listxattr(name)]
+for name in missing: print("  the extended attribute is lost:", name)
+sys.exit(bool(missing))
+END
 }
 
 # For each call from the first one on that names the file: "NAME INDEX", counted for each name.
-_calls_of_an_edit() {
+_calls_of_a_run() {
   awk '
     { sub(/^[0-9]+ +/, "") }
     /a\.xml/ { named = 1 }
@@ -36,16 +75,14 @@ _calls_of_an_edit() {
       name = substr($0, 1, RLENGTH - 1)
       ++count[name]
       if (named) print name, count[name]
-    }' ../trace
+    }' trace
 }
 
-# _try WAY INJECTION: runs the edit on a new a.xml, and looks at what it leaves. Out: "status".
+# _try WAY INJECTION: runs the command on a new a.xml, and looks at what it leaves. Out: "status".
 _try() {
-  rm -rf folder
-  mkdir folder
-  cp old.xml folder/a.xml
+  _make_folder
   # The shell tells of those that are killed.
-  (cd folder && _edit "$1" -e "inject=$2") 2> /dev/null
+  (cd folder && _replace "$1" -e "inject=$2") 2> /dev/null
   tried=$((tried + 1))
   status=$(cat "$scratch/status")
   local name
@@ -66,25 +103,30 @@ _try() {
       *) echo "  $1 $2: stray $name"; fail ;;
     esac
   done
+  # An attribute that cannot be read or set is left out.
+  case $2 in *xattr:error=*) ;; *) mv folder/a.xml "left/$1 $2" ;; esac
 }
 
-# _each_call FUNCTION: calls it with each way, and with each call that the edit makes then. Out: how
+# _each_call FUNCTION: calls it with each way, and with each call that the command makes then. Out: how
 # many runs were "tried", in how many the file is the new one ("news"), and where another file was
 # left behind ("lefts").
 _each_call() {
   _needs_strace
-  local way name index
+  local way call calls
   tried=0 news=0 lefts='' status=0
-  given old.xml '<a>\n  <b>old</b>\n</a>\n'
+  given old.xml '<a>\n <b>old</b>\n</a>\n'
+  _set_attribute
+  mkdir left
   for way in "${_ways[@]}"; do
-    mkdir -p folder
-    cp old.xml folder/a.xml
-    (cd folder && _edit "$way")
+    _make_folder
+    (cd folder && _replace "$way")
     expect_status 0
     cp folder/a.xml new.xml
-    cp trace calls
-    while read -r name index; do "$1" "$way" "$name" "$index"; done < <(cd folder && _calls_of_an_edit)
+    # All of the trace is read before it is written again.
+    mapfile -t calls < <(_calls_of_a_run)
+    for call in "${calls[@]}"; do "$1" "$way" "${call% *}" "${call#* }"; done
   done
+  _expect_attributes left/*
   echo "  $tried runs, in $news of which the file was replaced"
   [ "$tried" -gt 20 ] || fail
   # Where all or none had the same end, nothing was done to the calls.
@@ -120,8 +162,8 @@ _kill_at_call() { _try "$1" "$2:signal=KILL:when=$3"; }
 
 # Writing into a file is what cannot survive this, as its page says.
 a_kill_at_any_call_leaves_the_old_file_or_the_new_one() {
-  local _ways=(-i)
-  if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways+=(-i.old); fi
+  local _ways=('edit -i' 'format -i')
+  if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways+=('edit -i.old'); fi
   _each_call _kill_at_call
   echo "  left behind:${lefts:- nothing}"
 }
