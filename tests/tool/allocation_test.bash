@@ -105,8 +105,8 @@ _sweep() {
   done
 }
 
-# Makes the tables of its options and looks at its arguments, as each command does at first. Out: how
-# many allocations are the same in each run ("beginning"): a few less than this takes.
+# Each run first makes the tables of all options. Out: about how many allocations that takes, and never
+# more ("beginning"); those before it are tried with one command alone.
 _measure_beginning() {
   _needs_failing_malloc
   printf '<a><b c="1">another text</b><d/></a>\n' > other.xml
@@ -128,6 +128,15 @@ the_beginning_ends_with_2() {
   _tell
 }
 
+mistakes_are_told_or_end_with_2() {
+  _measure_beginning
+  _sweep "$beginning" 0 --version
+  _sweep "$beginning" 2 edit --frobnicate a.xml
+  _sweep "$beginning" 2 select '//b[' a.xml
+  _sweep "$beginning" 2 edit --append /a '<n>' a.xml
+  _tell
+}
+
 what_reads_a_document_answers_fully_or_with_2() {
   _measure_beginning
   printf '<a>\n<b>\n</a>\n' > "$scratch/broken.xml"
@@ -145,6 +154,9 @@ what_reads_a_document_answers_fully_or_with_2() {
   _sweep "$beginning" 0 value -f @c -f . -f ../d/e //b a.xml
   _sweep "$beginning" 0 path //b a.xml
   _sweep "$beginning" 0 tree --color=always a.xml
+  iconv -f UTF-8 -t UTF-16 other.xml > "$scratch/wide.xml"
+  _sweep "$beginning" 0 value //b "$scratch/wide.xml"
+  _sweep "$beginning" 0 check "$scratch/wide.xml"
   _tell
 }
 
@@ -192,6 +204,17 @@ edits_by_a_new_file_leave_the_old_one_or_the_new_one() {
 
 edits_into_the_file_leave_the_old_contents_or_the_new_ones() {
   _sweep_edits --in-place=write
+  _tell
+}
+
+a_file_in_another_encoding_is_the_old_one_or_the_new_one() {
+  _measure_beginning
+  local _old=$'<?xml version="1.0" encoding="ISO-8859-1"?>\n<a>\n  <b>\xe9</b>\n</a>\n'
+  _sweep "$beginning" 0 edit -i --set /a/b $'\xc3\xa9 \xe2\x82\xac' a.xml
+  _sweep "$beginning" 0 edit -i --append /a $'<n>\xc3\xa9 \xe2\x82\xac</n>' a.xml
+  _sweep "$beginning" 0 select --source /a/b a.xml
+  _sweep "$beginning" 1 check --lossless a.xml
+  _sweep "$beginning" 0 format -i --lossy a.xml
   _tell
 }
 
