@@ -4,14 +4,18 @@
 #include <tools/document/PathSearch.h>
 #include <tools/document/PathSyntax.h>
 #include <unistd.h>
+#include <xmldom/xmldom.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "harness/LinearTime.h"
 #include "tool/Loading.h"
 #include "tool/RandomPaths.h"
 
@@ -21,6 +25,24 @@ using tool::PathPurpose;
 using tool::SearchPath;
 
 typedef std::vector<IXMLDOMNode*> Nodes;
+
+// Quadratic work grows by the square of 16 between these, linear work by about 16.
+const int kFewLevels = 250;
+const int kManyLevels = 4000;
+const double kMostGrowth = 80;
+
+/// Switches the line that tells of each text with references off, as the tool does.
+class NoDebugLines {
+ public:
+  NoDebugLines() {
+    CLogger::SetSink([](const CLogEvent&, void*) {}, nullptr);
+    SetDebugEntities(false);
+  }
+  ~NoDebugLines() { SetDebugEntities(true); }
+
+  NoDebugLines(const NoDebugLines&) = delete;
+  NoDebugLines& operator=(const NoDebugLines&) = delete;
+};
 
 SearchPath Read(const std::string& text, PathPurpose purpose = PathPurpose::kAll) {
   SearchPath path;
@@ -132,6 +154,57 @@ TEST(PathSearch, Many_siblings_and_levels_take_linear_time) {
   EXPECT_EQ(30000u, tool::SelectAll(Read("//b[1]"), document.Get()).size());
   EXPECT_EQ(nullptr,
             tool::SelectFirst(Read("//a/../a[1]/../b/../c", PathPurpose::kFirst), document.Get()));
+}
+
+// The text of each element is a part of the texts of all elements around it, and has a reference,
+// so that it cannot be compared as it is stored.
+TEST(PathSearch, Comparisons_of_elements_in_each_other_take_linear_time) {
+  const NoDebugLines noDebugLines;
+  const auto secondsFor = [](int levels, const std::function<bool(IXMLDOMNode*)>& search) {
+    std::string text;
+    for (int i = 0; i < levels; ++i) text += "<a>";
+    text += "x&amp;y";
+    for (int i = 0; i < levels; ++i) text += "</a>";
+    const XMLPtr<IXMLDOMDocument2> document = Load(text);
+    const std::clock_t begin = std::clock();
+    EXPECT_FALSE(search(document.Get()));
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+  };
+  for (const char* text : {"//a[a='q']/@id", "//a[a='q'][1]", "//*[*/a='q'][last()]"}) {
+    SCOPED_TRACE(text);
+    const SearchPath path = Read(text);
+    ExpectGrowthBelow(kMostGrowth, kFewLevels, kManyLevels, [&](int levels) {
+      return secondsFor(levels,
+                        [&](IXMLDOMNode* start) { return !tool::SelectAll(path, start).empty(); });
+    });
+    ExpectGrowthBelow(kMostGrowth, kFewLevels, kManyLevels, [&](int levels) {
+      return secondsFor(
+          levels, [&](IXMLDOMNode* start) { return tool::SelectFirst(path, start) != nullptr; });
+    });
+  }
+  const SearchPath field = Read("a[a='q']/@id", PathPurpose::kField);
+  ExpectGrowthBelow(kMostGrowth, kFewLevels, kManyLevels, [&](int levels) {
+    return secondsFor(levels, [&](IXMLDOMNode* node) {
+      tool::FieldSearch search(field);
+      bool isFound = false;
+      while ((node = tool::NextElement(node)) != nullptr) {
+        isFound = search.From(node) != nullptr || isFound;
+      }
+      return isFound;
+    });
+  });
+}
+
+TEST(PathSearch, A_field_with_a_comparison_is_searched_from_each_node) {
+  const XMLPtr<IXMLDOMDocument2> document = Load(kText);
+  const SearchPath field = Read("b[c=''][@n=10]/@n", PathPurpose::kField);
+  tool::FieldSearch search(field);
+  std::string found;
+  for (IXMLDOMNode* node : tool::SelectAll(Read("//a"), document.Get())) {
+    IXMLDOMNode* const attribute = search.From(node);
+    found += attribute == nullptr ? "- " : std::string(attribute->m_pszValue) + " ";
+  }
+  EXPECT_EQ("- - 10 ", found);
 }
 
 // ---- What holds for any tree: many small ones, made at random.

@@ -38,14 +38,15 @@ IXMLDOMNode* NodeAt(const SearchPath& path, IXMLDOMNode* element) {
 /// Follows the steps of a path level by level, from any number of nodes one after the other.
 class StepByStep {
  public:
-  explicit StepByStep(const SearchPath& path) : m_path(path) {}
+  StepByStep(const SearchPath& path, PathComparisons& comparisons)
+      : m_path(path), m_comparisons(comparisons) {}
 
   /// Appends what the path selects from `start`.
   void Select(IXMLDOMNode* start, Nodes& selected) {
     m_nodes.assign(1, start);
     for (const PathStep& step : m_path.steps) {
       m_next.clear();
-      for (IXMLDOMNode* node : m_nodes) TakeStep(step, node, m_next);
+      for (IXMLDOMNode* node : m_nodes) TakeStep(step, node, m_comparisons, m_next);
       m_nodes.swap(m_next);
     }
     for (IXMLDOMNode* element : m_nodes) {
@@ -56,6 +57,7 @@ class StepByStep {
 
  private:
   const SearchPath& m_path;
+  PathComparisons& m_comparisons;
   Nodes m_nodes;
   Nodes m_next;
 };
@@ -66,7 +68,8 @@ class StepByStep {
 /// failed, or will be gone on with.
 class DepthFirst {
  public:
-  explicit DepthFirst(const SearchPath& path) : m_path(path) {}
+  DepthFirst(const SearchPath& path, PathComparisons& comparisons)
+      : m_path(path), m_comparisons(comparisons) {}
 
   IXMLDOMNode* Find(IXMLDOMNode* start) {
     Follow(start, 0);
@@ -114,7 +117,7 @@ class DepthFirst {
     Children& children = placed.first->second;
     if (placed.second) {
       children = {step, {}, 0, ElementFrom(parent->m_pFirstChild)};
-      TakeStep(m_path.steps[step], parent, children.selected);
+      TakeStep(m_path.steps[step], parent, m_comparisons, children.selected);
     }
     return children;
   }
@@ -153,10 +156,25 @@ class DepthFirst {
   }
 
   const SearchPath& m_path;
+  PathComparisons& m_comparisons;
   std::unordered_map<Key, Children, KeyHash> m_searches;
   std::vector<Open> m_open;
   IXMLDOMNode* m_found = nullptr;
 };
+
+/// How the elements lie that one search of a path tests with the same step.
+PathComparisons::Reach ReachOf(const SearchPath& path) {
+  return path.isAnywhere ? PathComparisons::kAnyDepth : PathComparisons::kOneDepth;
+}
+
+IXMLDOMNode* FindFirst(const SearchPath& path, IXMLDOMNode* start, PathComparisons& comparisons) {
+  const bool isStraight =
+      !path.isAnywhere && std::none_of(path.steps.begin(), path.steps.end(), HasDots);
+  if (!isStraight) return DepthFirst(path, comparisons).Find(start);
+  Nodes selected;
+  StepByStep(path, comparisons).Select(start, selected);
+  return selected.empty() ? nullptr : selected.front();
+}
 
 }  // namespace
 
@@ -168,7 +186,8 @@ std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start) 
     }
     return selected;
   }
-  StepByStep search(path);
+  PathComparisons comparisons(ReachOf(path));
+  StepByStep search(path, comparisons);
   search.Select(start, selected);
   if (!path.isAnywhere) return selected;
   for (IXMLDOMNode* element = start; (element = NextElement(element)) != nullptr;) {
@@ -179,12 +198,8 @@ std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start) 
 
 IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start) {
   if (path.isPlain) return xmldom::Adopt(start->SelectSingleNode(path.text.c_str())).Get();
-  const bool isStraight =
-      !path.isAnywhere && std::none_of(path.steps.begin(), path.steps.end(), HasDots);
-  if (!isStraight) return DepthFirst(path).Find(start);
-  Nodes selected;
-  StepByStep(path).Select(start, selected);
-  return selected.empty() ? nullptr : selected.front();
+  PathComparisons comparisons(ReachOf(path));
+  return FindFirst(path, start, comparisons);
 }
 
 std::vector<IXMLDOMNode*> Select(const SearchPath& path, IXMLDOMNode* start, bool all) {
@@ -200,9 +215,9 @@ IXMLDOMNode* FieldSearch::From(IXMLDOMNode* node) {
     if (!HasDots(step) || arrived == nullptr) break;
     if (step.name == "..") arrived = arrived->m_pParent;
   }
-  if (arrived == nullptr || arrived == node) return SelectFirst(m_field, node);
+  if (arrived == nullptr || arrived == node) return FindFirst(m_field, node, m_comparisons);
   const auto placed = m_found.emplace(arrived, nullptr);
-  if (placed.second) placed.first->second = SelectFirst(m_field, node);
+  if (placed.second) placed.first->second = FindFirst(m_field, node, m_comparisons);
   return placed.first->second;
 }
 

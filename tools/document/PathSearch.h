@@ -1,6 +1,8 @@
 #ifndef XMLDOM_TOOLS_DOCUMENT_PATHSEARCH_H
 #define XMLDOM_TOOLS_DOCUMENT_PATHSEARCH_H
 
+#include <tools/document/PathComparisons.h>
+
 #include <unordered_map>
 #include <vector>
 
@@ -16,7 +18,8 @@ struct SearchPath;
 /// order of the library, whose result this is for a path that the library understands. Result: the
 /// nodes, borrowed from the tree; none twice. Cost: no element is tested more often than the path
 /// has steps, and each test looks at the children and attributes that the predicates name, as it
-/// does in the library.
+/// does in the library, which reads the text of each of them once for all elements that it stands
+/// in.
 std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start);
 
 /// Selects one node: the first that a depth-first search finds. Behind "//" it follows a match of
@@ -28,18 +31,22 @@ IXMLDOMNode* SelectFirst(const SearchPath& path, IXMLDOMNode* start);
 /// Selects all nodes, or with `all` unset the first one, if there is any.
 std::vector<IXMLDOMNode*> Select(const SearchPath& path, IXMLDOMNode* start, bool all);
 
-/// Does what SelectFirst does for a field, from any number of nodes of one tree.
+/// Does what SelectFirst does for a field, from any number of nodes of one tree, which must not be
+/// changed as long as this lives.
 class FieldSearch {
  public:
   /// `field` is borrowed.
-  explicit FieldSearch(const SearchPath& field) : m_field(field) {}
+  explicit FieldSearch(const SearchPath& field)
+      : m_field(field), m_comparisons(PathComparisons::kAnyDepth) {}
 
   /// Cost: that of SelectFirst, but where the field begins with ".." only once for all nodes from
-  /// which that leads to the same place.
+  /// which that leads to the same place. In addition, once for each comparison of the field that is
+  /// come to, that of a search for it in the whole document.
   IXMLDOMNode* From(IXMLDOMNode* node);
 
  private:
   const SearchPath& m_field;
+  PathComparisons m_comparisons;
   std::unordered_map<const IXMLDOMNode*, IXMLDOMNode*> m_found;  // by the place where ".." leads
 };
 

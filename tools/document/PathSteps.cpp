@@ -1,10 +1,11 @@
 // Takes one step of a path from one node: the children of its name, and of these the ones that the
-// predicates leave, one predicate after the other. The library decides about comparisons.
+// predicates leave, one predicate after the other.
 // Tested by tests/tool/PathSearch_test.cpp.
 
 #include <tools/document/PathSteps.h>
 
 #include <tools/document/DocumentOrder.h>
+#include <tools/document/PathComparisons.h>
 #include <tools/document/PathSyntax.h>
 
 #include <xmldom/text/NodeTexts.h>
@@ -47,9 +48,10 @@ bool Leads(IXMLDOMNode* node, const std::vector<std::string>& names) {
   return false;
 }
 
-/// Leaves of the nodes from `begin` on, which one step has found from one node, those for which a
-/// predicate is true.
-void Apply(const PathPredicate& predicate, Nodes& nodes, std::size_t begin) {
+/// Leaves of the nodes from `begin` on, which a step has found from one node, those for which one
+/// of its predicates is true.
+void Apply(const PathStep& step, const PathPredicate& predicate, PathComparisons& comparisons,
+           Nodes& nodes, std::size_t begin) {
   const std::size_t count = nodes.size() - begin;
   const bool isPosition = predicate.kind == PathPredicate::kPosition;
   if (isPosition || predicate.kind == PathPredicate::kLast) {
@@ -59,9 +61,9 @@ void Apply(const PathPredicate& predicate, Nodes& nodes, std::size_t begin) {
     nodes.resize(begin + (isThere ? 1 : 0));
     return;
   }
-  const auto fails = [&predicate](IXMLDOMNode* node) {
+  const auto fails = [&](IXMLDOMNode* node) {
     if (predicate.kind == PathPredicate::kExistence) return !Leads(node, predicate.names);
-    return node->MatchesSubquery(predicate.comparison.c_str()) == 0;
+    return !comparisons.Hold(step, predicate, node);
   };
   nodes.erase(
       std::remove_if(nodes.begin() + static_cast<std::ptrdiff_t>(begin), nodes.end(), fails),
@@ -70,13 +72,16 @@ void Apply(const PathPredicate& predicate, Nodes& nodes, std::size_t begin) {
 
 }  // namespace
 
-void TakeStep(const PathStep& step, IXMLDOMNode* from, Nodes& selected) {
+void TakeStep(const PathStep& step, IXMLDOMNode* from, PathComparisons& comparisons,
+              Nodes& selected) {
   const std::size_t begin = selected.size();
   for (IXMLDOMNode* child = ElementFrom(from->m_pFirstChild); child != nullptr;
        child = ElementFrom(child->m_pNextSibling)) {
     if (IsCalled(child, step.name)) selected.push_back(child);
   }
-  for (const PathPredicate& predicate : step.predicates) Apply(predicate, selected, begin);
+  for (const PathPredicate& predicate : step.predicates) {
+    Apply(step, predicate, comparisons, selected, begin);
+  }
 }
 
 IXMLDOMNode* FindAttribute(const IXMLDOMNode* element, const std::string& name) {
