@@ -1,38 +1,21 @@
 // Merges the elements of a tree that have the same name below the same merged parent.
-// One walk over the tree; a hash table finds the merged element by its parent and its name.
-// Tested by tests/tool/tree_test.bash.
+// One walk over the tree; a sorted map finds the merged element by its parent and its name. Names
+// are what somebody else has chosen, also so that a hash table would find them slowly. Tested by
+// tests/tool/tree_test.bash and tests/tool/HostileNames_test.cpp.
 
 #include <tools/document/DocumentShape.h>
 
-#include <xmldom/base/WrapAround.h>
 #include <xmldom/dom/XMLNode.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 
 namespace tool {
 
-namespace {
-
-XMLDOM_WRAPS_AROUND void Mix(std::uint64_t& hash, std::uint64_t value) {
-  hash = (hash ^ value) * 1099511628211u;
-}
-
-}  // namespace
-
-bool DocumentShape::Key::operator==(const Key& other) const {
-  return parent == other.parent && isAttribute == other.isAttribute &&
-         std::strcmp(name, other.name) == 0;
-}
-
-std::size_t DocumentShape::KeyHash::operator()(const Key& key) const {
-  // FNV-1a, of the parent and the kind of name first and then of the bytes of the name.
-  std::uint64_t hash = 14695981039346656037u;
-  Mix(hash, key.parent);
-  Mix(hash, key.isAttribute);
-  for (const char* c = key.name; *c != '\0'; ++c) Mix(hash, static_cast<unsigned char>(*c));
-  return static_cast<std::size_t>(hash);
+bool DocumentShape::Key::operator<(const Key& other) const {
+  if (parent != other.parent) return parent < other.parent;
+  if (isAttribute != other.isAttribute) return isAttribute < other.isAttribute;
+  return std::strcmp(name, other.name) < 0;
 }
 
 DocumentShape::DocumentShape(const IXMLDOMNode* root, std::size_t levels) {

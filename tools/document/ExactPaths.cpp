@@ -1,11 +1,14 @@
 // Makes paths that select one node each, with positions where a name is not enough.
-// The children of a node are numbered once, so that the paths of many siblings cost no more.
-// Tested by tests/tool/PathSearch_test.cpp and tests/tool/node_path_test.bash.
+// The children of a node are numbered once, so that the paths of many siblings cost no more. Their
+// names are sorted: somebody else has chosen them, also so that a hash table would find them
+// slowly. Tested by tests/tool/PathSearch_test.cpp, tests/tool/node_path_test.bash and
+// tests/tool/HostileNames_test.cpp.
 
 #include <tools/document/ExactPaths.h>
 
 #include <tools/document/DocumentOrder.h>
 
+#include <map>
 #include <vector>
 
 namespace tool {
@@ -35,7 +38,7 @@ void ExactPaths::NumberChildren(const IXMLDOMNode* parent) {
     std::size_t count;
   };
   if (!m_numbered.insert(parent).second) return;
-  std::unordered_map<std::string, Namesakes> byName;
+  std::map<std::string, Namesakes> byName;
   for (const IXMLDOMNode* child = ElementFrom(parent->m_pFirstChild); child != nullptr;
        child = ElementFrom(child->m_pNextSibling)) {
     Namesakes& namesakes = byName.emplace(child->m_pszNodeName, Namesakes{child, 0}).first->second;
