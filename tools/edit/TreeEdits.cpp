@@ -15,6 +15,7 @@
 #include <cstring>
 #include <functional>
 #include <new>
+#include <set>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
@@ -127,13 +128,20 @@ void StoreAttribute(IXMLDOMNode* element, const std::string& name, const char* l
   xmldom::ReplaceValue(attribute, loaded);
 }
 
-/// Gives an element those attributes of a sample that it lacks.
+/// Gives an element those attributes of a sample that it lacks, behind its own. They are linked by
+/// hand, because the library searches all attributes for each that it adds.
 void AddDefaults(IXMLDOMNode* element, const IXMLDOMNode* sample) {
+  if (sample->m_pFirstAttribute == nullptr) return;
+  std::set<std::string> names;
+  IXMLDOMNode** end = &element->m_pFirstAttribute;
+  for (; *end != nullptr; end = &(*end)->m_pNextSibling) names.insert((*end)->m_pszNodeName);
   for (const IXMLDOMNode* supplied = sample->m_pFirstAttribute; supplied != nullptr;
        supplied = supplied->m_pNextSibling) {
-    const std::string name = supplied->m_pszNodeName;
-    if (*LinkTo(element, name) != nullptr) continue;
-    StoreAttribute(element, name, supplied->m_pszValue);
+    if (names.count(supplied->m_pszNodeName) != 0) continue;
+    *end = new IXMLDOMNode(element->m_pOwnerDocument, supplied->m_pszNodeName, supplied->m_pszValue,
+                           NODE_ATTRIBUTE);
+    (*end)->m_pParent = element;
+    end = &(*end)->m_pNextSibling;
   }
 }
 
