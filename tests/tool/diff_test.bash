@@ -58,6 +58,22 @@ diff_of_many_differences_takes_linear_time() {
   expect 0 "$((2 * $(scaled 30000)))\n" ''
 }
 
+# Each of the lines has a path as long as the element is deep: 50 MB in all, of which no more than one
+# line is kept.
+diff_of_many_differences_in_deep_documents_takes_little_memory() {
+  if [ "$slowness" -ne 1 ]; then skip 'memory cannot be limited here'; fi
+  local side
+  for side in a b; do
+    {
+      yes "<e k='$side'>" | head -n 5000
+      yes '</e>' | head -n 5000
+    } > $side.xml
+  done
+  run_shell '(ulimit -v 32768; exec "$tool" diff --all a.xml b.xml) | awk "END { print NR, length }"'
+  # The last line is "b.xml:5000:4: /e/e/ and so on /e/@k: attribute k='b'".
+  expect 0 '10000 10034\n' ''
+}
+
 diff_reads_one_document_from_standard_input() {
   given a.xml '<a/>'
   run diff a.xml - <<< '<a></a>'

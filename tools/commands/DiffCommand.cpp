@@ -32,27 +32,41 @@ bool Load(const std::string& file, Side& side) {
   return side.document != nullptr;
 }
 
-/// Makes one line for each of some nodes of a document: "FILE:LINE:COLUMN: PATH: DESCRIPTION".
-std::vector<std::string> DescribePlaces(const Side& side, const std::vector<DifferentNode>& nodes) {
-  const SourceMap map(side.input.text, *side.document);
-  std::vector<std::size_t> offsets;
-  for (const DifferentNode& different : nodes) {
-    const SourcePlace* place = map.Find(different.node);
-    offsets.push_back(place == nullptr ? 0 : place->begin);
+/// Makes the lines of one side of the differences, one after the other, so that no more than one is
+/// kept: a path is as long as its node is deep, and there may be many of them.
+class SideLines {
+ public:
+  /// `side` tells which side of each difference is described; the others are borrowed.
+  SideLines(const Side& document, const std::vector<Difference>& differences,
+            DifferentNode Difference::*side)
+      : m_document(document), m_differences(differences), m_side(side) {
+    const SourceMap map(document.input.text, *document.document);
+    std::vector<std::size_t> offsets;
+    for (const Difference& difference : differences) {
+      const SourcePlace* place = map.Find((difference.*side).node);
+      offsets.push_back(place == nullptr ? 0 : place->begin);
+    }
+    m_positions = PositionsOf(document.input.text, offsets);
   }
-  const std::vector<SourcePosition> positions = PositionsOf(side.input.text, offsets);
-  ExactPaths paths;
-  std::vector<std::string> lines;
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
+
+  /// The line for difference `i`: "FILE:LINE:COLUMN: PATH: DESCRIPTION". Cost: that of the path.
+  std::string At(std::size_t i) {
+    const DifferentNode& different = m_differences[i].*m_side;
     // A text has no path of its own.
-    const IXMLDOMNode* node = nodes[i].node;
+    const IXMLDOMNode* node = different.node;
     if (node->m_eNodeType == NODE_TEXT) node = node->m_pParent;
-    lines.push_back(side.input.name + ":" + std::to_string(positions[i].line) + ":" +
-                    std::to_string(positions[i].column) + ": " + paths.PathTo(node) + ": " +
-                    nodes[i].description + "\n");
+    return m_document.input.name + ":" + std::to_string(m_positions[i].line) + ":" +
+           std::to_string(m_positions[i].column) + ": " + m_paths.PathTo(node) + ": " +
+           different.description + "\n";
   }
-  return lines;
-}
+
+ private:
+  const Side& m_document;
+  const std::vector<Difference>& m_differences;
+  DifferentNode Difference::*const m_side;
+  std::vector<SourcePosition> m_positions;
+  ExactPaths m_paths;
+};
 
 class DiffCommand : public Command {
  public:
@@ -81,17 +95,12 @@ class DiffCommand : public Command {
  private:
   static void Write(const Side& first, const Side& second,
                     const std::vector<Difference>& differences, Output& output) {
-    std::vector<DifferentNode> firstNodes;
-    std::vector<DifferentNode> secondNodes;
-    for (const Difference& difference : differences) {
-      firstNodes.push_back(difference.first);
-      secondNodes.push_back(difference.second);
-    }
-    const std::vector<std::string> firstLines = DescribePlaces(first, firstNodes);
-    const std::vector<std::string> secondLines = DescribePlaces(second, secondNodes);
+    SideLines firstLines(first, differences, &Difference::first);
+    SideLines secondLines(second, differences, &Difference::second);
     ResultWriter results(output, "");
     for (std::size_t i = 0; i < differences.size(); ++i) {
-      results.Write(firstLines[i] + secondLines[i]);
+      results.Write(firstLines.At(i));
+      results.Write(secondLines.At(i));
     }
   }
 
@@ -109,7 +118,9 @@ const CommandEntry kDiffCommand = {
     "Compares elements, attributes and texts in their order; layout makes no difference. For the\n"
     "first difference, or with --all for each, there is a line for A and one for B: where it is, "
     "as\n"
-    "FILE:LINE:COLUMN, the path of the element or attribute, and what is there.\n"
+    "FILE:LINE:COLUMN, the path of the element or attribute, and what is there. All lines "
+    "together\n"
+    "are as long as the number of differences times their depth.\n"
     "Exit status: 0 when they are equal, 1 when they differ, 2 for trouble.\n"
     "\n"
     "Example: xmldom diff config.xml config.xml.old",

@@ -10,6 +10,7 @@
 #include <xmldom/dom/XMLDocument.h>
 
 #include <cstring>
+#include <utility>
 
 namespace tool {
 
@@ -58,13 +59,13 @@ class DifferenceFinder {
   explicit DifferenceFinder(bool all) : m_all(all) {}
 
   std::vector<Difference> Find(const Pair& roots) {
-    if (!Fit(roots.first, roots.second)) {
+    if (Fit(roots.first, roots.second)) {
+      Enter(roots);
+    } else {
       Add(roots, roots);
-      return m_differences;
     }
-    Enter(roots);
     while (!m_open.empty() && !IsDone()) CompareNextChildren();
-    return m_differences;
+    return std::move(m_differences);
   }
 
  private:
