@@ -75,4 +75,42 @@ lossy_is_only_for_files_that_are_replaced() {
   expect_part stderr '-i'
 }
 
+_because() { echo "not replaced, because what becomes of this element would $1"; }
+
+format_in_place_never_writes_what_does_not_load_again() {
+  local layout invalid='load: not well-formed (invalid token)'
+  for layout in --lossy '--lossy --indent-off'; do
+    given a.xml '<a>]]><b/>></a>'
+    run format -i --quiet $layout a.xml
+    expect_status 2
+    given a.xml '<r>\n<a>]]<b/>></a></r>'
+    run format -i.old $layout a.xml
+    expect 2 '' "a.xml:2:1: $(_because "not $invalid")\n  <a>]]<b/>></a></r>\n  ^\n"
+    expect_file a.xml '<r>\n<a>]]<b/>></a></r>'
+    expect_names . a.xml
+    given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?><a><b\xaa/></a>'
+    run format -i --in-place=write $layout a.xml
+    expect_part stderr "a.xml:1:44: $(_because "not $invalid")"
+    expect_status 2
+    expect_file a.xml '<?xml version="1.0" encoding="ISO-8859-1"?><a><b\xaa/></a>'
+  done
+}
+
+format_in_place_never_writes_other_elements() {
+  local forged='<a><![CDATA[]]\n><admin right="all"/><![CDATA[]]></a>\n'
+  given a.xml "$forged"
+  given b.xml '<b></b>\n'
+  run format -i --lossy --quiet a.xml b.xml
+  expect 2 '' "a.xml:1:1: $(_because 'load as something else')\n  <a><![CDATA[]]\n  ^\n"
+  expect_file a.xml "$forged"
+  expect_file b.xml '<b/>\n'
+}
+
+format_in_place_keeps_references_to_entities_that_the_document_type_declares_elsewhere() {
+  given a.xml '<!DOCTYPE a SYSTEM "a.dtd">\n<a >&e;</a >\n'
+  run format -i a.xml
+  expect 0 '' ''
+  expect_file a.xml '<!DOCTYPE a SYSTEM "a.dtd">\n<a>&e;</a>\n'
+}
+
 run_cases

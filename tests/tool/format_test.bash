@@ -62,4 +62,31 @@ format_tells_what_is_lost_or_moved() {
   expect_part stderr ': a tab or line break in an attribute value became a blank'
 }
 
+format_never_writes_what_does_not_load_again_or_has_other_elements() {
+  local because='not written, because what becomes of this element would' option
+  local invalid='not load: not well-formed (invalid token)'
+  given a.xml '<a>]]<b/>></a>'
+  given b.xml '<a><![CDATA[]]\n><admin right="all"/><![CDATA[]]></a>\n'
+  given c.xml '<c/>'
+  for option in --quiet --indent-off; do
+    run format --no-filename $option a.xml b.xml c.xml
+    expect 2 '<c/>\n' "a.xml:1:1: $because $invalid\n  <a>]]<b/>></a>\n  ^
+b.xml:1:1: $because load as something else\n  <a><![CDATA[]]\n  ^\n"
+  done
+  given a.xml '<!DOCTYPE a SYSTEM "a.dtd">\n<a>&e;</a>\n'
+  run format a.xml
+  expect 2 '' "a.xml:2:1: $because not load: undefined entity\n  <a>&e;</a>\n  ^\n"
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?>\n<\xb5>\xe9</\xb5>\n'
+  run format a.xml
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr "a.xml:2:1: $because $invalid"
+}
+
+format_writes_marks_that_stay_where_they_are() {
+  given a.xml '<a><b><![CDATA[]]]]><![CDATA[>]]></b><c>]] ></c><d e="]]>"/></a>\n'
+  run format --quiet a.xml
+  expect 0 "<a>\n  <b><![CDATA[]]]]><![CDATA[>]]></b>\n  <c>]] ></c>\n  <d e=']]&gt;'/>\n</a>\n" ''
+}
+
 run_cases

@@ -34,4 +34,14 @@ mask_tells_what_it_leaves_out_besides_the_values() {
   expect 0 '<a>\n  \n  <b></b>\n</a>\n' ''
 }
 
+mask_never_writes_names_that_do_not_load_again() {
+  given a.xml '<?xml version="1.0" encoding="ISO-8859-1"?>\n<a \xba="1">]]<b/>></a>\n'
+  run mask a.xml
+  expect_status 2
+  expect_text stdout ''
+  expect_part stderr 'a.xml:2:1: not written, because what becomes of this element would not load: '
+  run mask --quiet - <<< '<a>]]<b/>></a>'
+  expect 0 '<a>\n  \n  <b></b>\n</a>\n' ''
+}
+
 run_cases

@@ -149,4 +149,15 @@ page_tells_the_new_names_of_options_that_select_has_too() {
   expect 2 '' "xmldom: --count of page is called --rows now\n$help"
 }
 
+page_never_writes_what_does_not_load_again_or_has_other_elements() {
+  local because='not written, because what becomes of this element would'
+  run page --rows 1 /a - <<< '<a><b>]]<c/>></b></a>'
+  expect 2 '' "(standard input):1:4: $because not load: not well-formed (invalid token)
+  <a><b>]]<c/>></b></a>\n     ^\n"
+  run page /a - < <(printf '<a><![CDATA[]]\n><admin/><![CDATA[]]></a>')
+  expect 2 '' "(standard input):1:1: $because load as something else\n  <a><![CDATA[]]\n  ^\n"
+  run page --rows 1 /a - <<< '<a><b><![CDATA[x]]></b><b/></a>'
+  expect 0 "<a>\n  <b index='001'><![CDATA[x]]></b>\n</a>\n" ''
+}
+
 run_cases

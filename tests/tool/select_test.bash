@@ -167,4 +167,19 @@ select_needs_a_path() {
   expect_part stderr PATH
 }
 
+select_never_writes_what_does_not_load_again_or_has_other_elements() {
+  local because='not written, because what becomes of this element would'
+  given a.xml '<a><b>1</b>\n<b>]]<c/>></b>\n<b><![CDATA[]]\n><admin/><![CDATA[]]></b><b>2</b></a>'
+  run select /a/b a.xml
+  expect 2 '<b>1</b>\n<b>2</b>\n' "a.xml:2:1: $because not load: not well-formed (invalid token)
+  <b>]]<c/>></b>\n  ^\na.xml:3:1: $because load as something else\n  <b><![CDATA[]]\n  ^\n"
+  run select --count /a/b a.xml
+  expect 0 '4\n' ''
+}
+
+select_writes_references_to_entities_that_are_declared_elsewhere() {
+  run select /a/b - <<< '<!DOCTYPE a SYSTEM "a.dtd"><a><b>&e;</b></a>'
+  expect 0 '<b>&e;</b>\n' ''
+}
+
 run_cases

@@ -7,6 +7,7 @@
 #include <tools/command/InPlace.h>
 #include <tools/command/Layout.h>
 #include <tools/command/LossNotice.h>
+#include <tools/command/ResultNotice.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentFrame.h>
 #include <tools/document/DocumentLoad.h>
@@ -43,7 +44,12 @@ class FormatCommand : public FileCommand {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_inPlace.IsAsked()) return Replace(input, *document);
-    results.Write(m_layout.Write(*document));
+    const std::string xml = m_layout.Write(*document);
+    const IXMLDOMNode& root = *document->m_pFirstChild;
+    if (!IsSound(xml.c_str(), root, ResultKind::kDocument, input, *document)) {
+      return ExitStatus::kTrouble;
+    }
+    results.Write(xml);
     m_notice.Say(input, FindLoss(input, Surroundings::kDropped));
     return ExitStatus::kDone;
   }
@@ -57,6 +63,14 @@ class FormatCommand : public FileCommand {
       return ExitStatus::kTrouble;
     }
     const std::string result = Frame(input.text, report, m_layout.Write(document));
+    // The only copy of a document may be replaced, so every result is parsed, also where nothing is
+    // known to go wrong. Entities are declared in the frame.
+    if (result != input.text &&
+        !SayNoProblem(
+            FindResultProblem(result.c_str(), *document.m_pFirstChild, ResultKind::kDocument),
+            input, document)) {
+      return ExitStatus::kTrouble;
+    }
     const ExitStatus status = m_inPlace.Replace(input, result);
     if (status == ExitStatus::kDone) m_notice.Say(input, report);
     return status;
@@ -79,6 +93,7 @@ const CommandEntry kFormatCommand = {
     "lost or moved so is told on standard error.\n"
     "With -i what stands outside the root element is kept, and a file of which something would be\n"
     "lost or moved is not replaced; 'xmldom check --lossless' tells beforehand.\n"
+    "What would not load again, or with other elements, is never written.\n"
     "Exit status: 0 when written, 2 for trouble.\n"
     "\n"
     "Example: xmldom format config.xml\n"

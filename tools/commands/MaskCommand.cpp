@@ -4,6 +4,7 @@
 
 #include <tools/command/FileCommand.h>
 #include <tools/command/LossNotice.h>
+#include <tools/command/ResultNotice.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/LossCheck.h>
@@ -27,6 +28,8 @@ class MaskCommand : public FileCommand {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     const _bstr_t xml = document->GetMaskedXML();
+    const IXMLDOMNode& root = *document->m_pFirstChild;
+    if (!IsSound(xml, root, ResultKind::kMasked, input, *document)) return ExitStatus::kTrouble;
     results.Write(xml, std::strlen(xml));
     m_notice.Say(input, FindLoss(input, Surroundings::kDropped, Values::kMasked));
     return ExitStatus::kDone;

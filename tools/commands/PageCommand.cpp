@@ -5,6 +5,7 @@
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
+#include <tools/command/ResultNotice.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/io/Diagnostics.h>
@@ -74,6 +75,14 @@ class PageCommand : public FileCommand {
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     CMemFile xml(kXmlRoom);
     document->GetXMLHelper(xml, 0, paged, m_first, m_count, m_page, m_pages, rows, false, false, 0);
+    if (NeedsResultCheck(input.text, xml.GetAsStr(), ResultKind::kDocument)) {
+      // Where the whole document can be written, a page of it can.
+      const _bstr_t whole = document->Getxml();
+      const IXMLDOMNode& root = *document->m_pFirstChild;
+      if (!IsSound(whole, root, ResultKind::kDocument, input, *document)) {
+        return ExitStatus::kTrouble;
+      }
+    }
     results.Write(xml.GetAsStr(), xml.m_uLength);
     return ExitStatus::kDone;
   }

@@ -5,6 +5,7 @@
 #include <tools/command/Arguments.h>
 #include <tools/command/FileCommand.h>
 #include <tools/command/Query.h>
+#include <tools/command/ResultNotice.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/SourceEncoding.h>
@@ -43,25 +44,32 @@ class SelectCommand : public FileCommand {
     if (m_count) {
       results.Write(std::to_string(nodes.size()));
       results.EndLine();
-    } else {
-      for (IXMLDOMNode* node : nodes) Write(*node, results);
+      return nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
     }
-    return nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
+    ExitStatus status = nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
+    for (IXMLDOMNode* node : nodes) {
+      if (!Write(*node, input, *document, results)) status = ExitStatus::kTrouble;
+    }
+    return status;
   }
 
  private:
   bool WritesSource() const { return m_fromSource && !m_count; }
 
-  /// Writes an element as lines, or an attribute as it stands in a tag.
-  static void Write(IXMLDOMNode& node, ResultWriter& results) {
+  /// Writes an element as lines, or an attribute as it stands in a tag. Result: false for an
+  /// element that cannot be written; a message then says why.
+  static bool Write(IXMLDOMNode& node, const Input& input, IXMLDOMDocument2& document,
+                    ResultWriter& results) {
     if (node.m_eNodeType == NODE_ATTRIBUTE) {
       const char* const value = node.m_pszValue == nullptr ? "" : node.m_pszValue;
       results.Write(std::string(node.m_pszNodeName) + "='" + value + "'");
       results.EndLine();
-      return;
+      return true;
     }
     const _bstr_t xml = node.Getxml();
+    if (!IsSound(xml, node, ResultKind::kFragment, input, document)) return false;
     results.Write(xml, std::strlen(xml));
+    return true;
   }
 
   /// Writes the bytes of nodes as they stand in the file, and tells of each node that does not

@@ -19,6 +19,8 @@ class SourceEncoding {
   /// declaration. One that is not known counts as UTF-8, and the parser will refuse the text.
   explicit SourceEncoding(const std::string& bytes);
 
+  bool IsUtf8() const { return m_kind == kUtf8; }
+
   /// Whether it is UTF-16, in either byte order. The first two bytes tell.
   bool IsUtf16() const { return m_kind == kUtf16LittleEndian || m_kind == kUtf16BigEndian; }
 

@@ -1,0 +1,39 @@
+// Says why a result is not written. Tested by tests/tool/format_test.bash and
+// tests/tool/format_in_place_test.bash.
+
+#include <tools/command/ResultNotice.h>
+
+#include <tools/document/SourceMap.h>
+#include <tools/io/Input.h>
+
+namespace tool {
+
+namespace {
+
+/// Where an element of a tree stands in the text that the tree was loaded from.
+std::size_t PlaceOf(const IXMLDOMNode* element, const std::string& text,
+                    IXMLDOMDocument2& document) {
+  try {
+    return SourceMap(text, document).Find(element)->begin;
+  } catch (const SourceMapError& error) {
+    return error.Offset();
+  }
+}
+
+}  // namespace
+
+bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const Input& input,
+             IXMLDOMDocument2& document) {
+  return !NeedsResultCheck(input.text, xml, kind) ||
+         SayNoProblem(FindResultProblem(xml, element, kind), input, document);
+}
+
+bool SayNoProblem(const ResultProblem& problem, const Input& input, IXMLDOMDocument2& document) {
+  if (problem.element == nullptr) return true;
+  const std::string what = input.lock == nullptr ? "not written" : "not replaced";
+  ComplainAt(input, PlaceOf(problem.element, input.text, document),
+             what + ", because what becomes of this element " + problem.reason);
+  return false;
+}
+
+}  // namespace tool

@@ -1,0 +1,25 @@
+#ifndef XMLDOM_TOOLS_COMMAND_RESULTNOTICE_H
+#define XMLDOM_TOOLS_COMMAND_RESULTNOTICE_H
+
+#include <tools/document/ResultCheck.h>
+
+class IXMLDOMDocument2;
+
+namespace tool {
+
+struct Input;
+
+/// Whether what was written of an element may go out: whether it loads again and is the same then.
+/// `xml`, which is NUL-terminated, was written of `element`, which is in the tree that was loaded
+/// from `input`. What cannot go wrong is not parsed.
+/// Effects: otherwise tells on standard error what is wrong, and where that stands in the input.
+bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const Input& input,
+             IXMLDOMDocument2& document);
+
+/// Tells on standard error of a problem with what was written of an input, and where in the input
+/// that stands. `document` is the tree of the input. Result: whether there is none.
+bool SayNoProblem(const ResultProblem& problem, const Input& input, IXMLDOMDocument2& document);
+
+}  // namespace tool
+
+#endif
