@@ -160,4 +160,21 @@ page_never_writes_what_does_not_load_again_or_has_other_elements() {
   expect 0 "<a>\n  <b index='001'><![CDATA[x]]></b>\n</a>\n" ''
 }
 
+page_refuses_rows_that_have_an_index_already() {
+  local reason="the number of a row is written as an attribute 'index', so that the row must not have\
+ one"
+  given a.xml '<rows>\n <row/>\n <row n="1" index="5">a</row><row/>\n</rows>'
+  run page /rows a.xml
+  expect 2 '' "a.xml:3:13: $reason\n   <row n=\"1\" index=\"5\">a</row><row/>\n              ^\n"
+  run page --from 2 --rows 1 /rows a.xml
+  expect_status 2
+  run page --rows 1 /rows a.xml
+  expect 0 "<rows>\n  <row index='001'/>\n</rows>\n" ''
+  run page --from 3 /rows a.xml
+  expect 0 "<rows>\n  <row index='003'/>\n</rows>\n" ''
+  # Only the rows get a number.
+  run page /rows - <<< '<rows index="1"><row Index="2"><index index="3"/></row></rows>'
+  expect 0 "<rows index='1'>\n  <row index='001' Index='2'>\n    <index index='3'/>\n  </row>\n</rows>\n" ''
+}
+
 run_cases

@@ -10,11 +10,10 @@ namespace tool {
 
 namespace {
 
-/// Where an element of a tree stands in the text that the tree was loaded from.
-std::size_t PlaceOf(const IXMLDOMNode* element, const std::string& text,
-                    IXMLDOMDocument2& document) {
+/// Where a node of a tree stands in the text that the tree was loaded from.
+std::size_t PlaceOf(const IXMLDOMNode& node, const std::string& text, IXMLDOMDocument2& document) {
   try {
-    return SourceMap(text, document).Find(element)->begin;
+    return SourceMap(text, document).Find(&node)->begin;
   } catch (const SourceMapError& error) {
     return error.Offset();
   }
@@ -31,9 +30,15 @@ bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const
 bool SayNoProblem(const ResultProblem& problem, const Input& input, IXMLDOMDocument2& document) {
   if (problem.element == nullptr) return true;
   const std::string what = input.lock == nullptr ? "not written" : "not replaced";
-  ComplainAt(input, PlaceOf(problem.element, input.text, document),
-             what + ", because what becomes of this element " + problem.reason);
+  ComplainAtNode(*problem.element,
+                 what + ", because what becomes of this element " + problem.reason, input,
+                 document);
   return false;
+}
+
+void ComplainAtNode(const IXMLDOMNode& node, const std::string& reason, const Input& input,
+                    IXMLDOMDocument2& document) {
+  ComplainAt(input, PlaceOf(node, input.text, document), reason);
 }
 
 }  // namespace tool

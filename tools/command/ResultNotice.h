@@ -3,6 +3,8 @@
 
 #include <tools/document/ResultCheck.h>
 
+#include <string>
+
 class IXMLDOMDocument2;
 
 namespace tool {
@@ -19,6 +21,11 @@ bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const
 /// Tells on standard error of a problem with what was written of an input, and where in the input
 /// that stands. `document` is the tree of the input. Result: whether there is none.
 bool SayNoProblem(const ResultProblem& problem, const Input& input, IXMLDOMDocument2& document);
+
+/// Tells on standard error why a node is in the way, and where it stands in the input. `document`
+/// is the tree of the input, which holds the node. Cost: that of a SourceMap.
+void ComplainAtNode(const IXMLDOMNode& node, const std::string& reason, const Input& input,
+                    IXMLDOMDocument2& document);
 
 }  // namespace tool
 

@@ -16,6 +16,7 @@
 #include <xmldom/text/XMLWriter.h>
 
 #include <climits>
+#include <cstring>
 
 namespace tool {
 
@@ -72,6 +73,13 @@ class PageCommand : public FileCommand {
                                     " need --yes-pad");
       return ExitStatus::kTrouble;
     }
+    if (const IXMLDOMNode* attribute = FindNumbered(paged)) {
+      ComplainAtNode(*attribute,
+                     "the number of a row is written as an attribute 'index', so that the"
+                     " row must not have one",
+                     input, *document);
+      return ExitStatus::kTrouble;
+    }
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     CMemFile xml(kXmlRoom);
     document->GetXMLHelper(xml, 0, paged, m_first, m_count, m_page, m_pages, rows, false, false, 0);
@@ -100,6 +108,23 @@ class PageCommand : public FileCommand {
     if (LoadText(row.GetAsStr(), problem) == nullptr) {
       throw UsageError("the first '>' of the template has to end its first tag");
     }
+  }
+
+  /// Finds an attribute, of an element of the page, that has the name of the attribute which the
+  /// library adds: no element may have two of one name. Result: null when there is none.
+  const IXMLDOMNode* FindNumbered(const IXMLDOMNode* paged) const {
+    if (paged->m_eNodeType == NODE_DOCUMENT) return nullptr;
+    const long long end = static_cast<long long>(m_first) + m_count;
+    long long position = 0;
+    for (const IXMLDOMNode* child = paged->m_pFirstChild; child != nullptr;
+         child = child->m_pNextSibling) {
+      if (++position < m_first || position >= end) continue;
+      for (const IXMLDOMNode* attribute = child->m_pFirstAttribute; attribute != nullptr;
+           attribute = attribute->m_pNextSibling) {
+        if (std::strcmp(attribute->m_pszNodeName, "index") == 0) return attribute;
+      }
+    }
+    return nullptr;
   }
 
   /// With how many rows the library fills up the page of a node. A page with a number far behind
@@ -134,9 +159,10 @@ const CommandEntry kPageCommand = {
     "Writes the whole document. Of the first node that PATH selects, only the children at the "
     "given\n"
     "positions are written; texts are children too and have positions. Each of them gets an\n"
-    "attribute 'index' with its position, and the node itself gets 'curPage' and 'numPages' from\n"
-    "--page and --pages. 'xmldom select --help' explains paths. The rows of --pad are written for\n"
-    "all positions from the last child to the end of the page, also for those of pages between.\n"
+    "attribute 'index' with its position, so that none may have one already. The node itself gets\n"
+    "'curPage' and 'numPages' from --page and --pages. 'xmldom select --help' explains paths. The\n"
+    "rows of --pad are written for all positions from the last child to the end of the page, also\n"
+    "for those of pages between.\n"
     "\n"
     "Exit status: 0 when the document was written; 1 when PATH selects nothing; 2 when something\n"
     "went wrong.\n"
