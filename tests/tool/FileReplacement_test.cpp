@@ -9,6 +9,7 @@
 #include <tools/io/Input.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <fstream>
 #include <string>
@@ -179,6 +180,53 @@ TEST_F(FileReplacement, What_somebody_without_a_lock_has_changed_is_left_alone) 
     EXPECT_EQ("old contents", m_folder.Read("a.xml"));
     EXPECT_EQ("a.xml ", m_folder.Names());
   }
+}
+
+TEST_F(FileReplacement, What_has_grown_or_shrunk_is_left_alone) {
+  const std::string large(200000, 'x');
+  for (const std::string& now : {large + "x", large.substr(1), std::string()}) {
+    m_folder.Write("a.xml", large);
+    Input input;
+    ASSERT_TRUE(ReadInputToReplace(m_path, input));
+    m_folder.Write("a.xml", now);
+    EXPECT_EQ("changed by somebody else in the meantime", Replace(input, "new", kIntoFile));
+    EXPECT_EQ(now, m_folder.Read("a.xml"));
+  }
+}
+
+TEST_F(FileReplacement, Pipe_in_the_place_of_the_file_is_never_opened) {
+  Input input;
+  ASSERT_TRUE(ReadInputToReplace(m_path, input));
+  // Nothing is ever replaced, because the file does not hold this.
+  input.text += "x";
+  const std::string file = m_folder.Path("file");
+  const std::string pipe = m_folder.Path("pipe");
+  const std::string next = m_folder.Path("next");
+  ASSERT_EQ(0, link(m_path.c_str(), file.c_str()));
+  ASSERT_EQ(0, mkfifo(pipe.c_str(), 0600));
+  std::atomic<bool> isEnough{false};
+  std::atomic<bool> hasEnded{false};
+  std::thread replacing([&] {
+    while (!isEnough) Replace(input, "new", kIntoFile);
+    hasEnded = true;
+  });
+  int opened = 0;
+  for (int round = 0; !hasEnded; ++round) {
+    if (round == 4000) isEnough = true;
+    for (const std::string& other : {pipe, file}) {
+      if (link(other.c_str(), next.c_str()) != 0 || rename(next.c_str(), m_path.c_str()) != 0) {
+        ADD_FAILURE() << "cannot put " << other << " there";
+      }
+      // Possible only while somebody reads from the pipe or waits for it, who then goes on.
+      const int writer = open(pipe.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+      if (writer < 0) continue;
+      ++opened;
+      close(writer);
+    }
+  }
+  replacing.join();
+  EXPECT_EQ(0, opened);
+  EXPECT_EQ("old contents", m_folder.Read("file"));
 }
 
 TEST_F(FileReplacement, File_that_cannot_grow_keeps_the_old_contents_in_both_ways) {

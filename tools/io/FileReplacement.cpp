@@ -8,7 +8,6 @@
 #include <tools/io/FileReplacement.h>
 
 #include <tools/io/FileLock.h>
-#include <tools/io/Input.h>
 
 #include <xmldom/base/FileReplacement.h>
 
@@ -18,6 +17,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <stdexcept>
 #include <system_error>
 
@@ -58,12 +58,24 @@ class SignalBlock {
   sigset_t m_before;
 };
 
+/// Whether a regular file holds this text and nothing else.
+bool Holds(int descriptor, const std::string& text) {
+  char piece[16384];
+  for (std::size_t at = 0;;) {
+    const ssize_t count = pread(descriptor, piece, sizeof piece, static_cast<off_t>(at));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return count == 0 && at == text.size();
+    const std::size_t size = static_cast<std::size_t>(count);
+    if (size > text.size() - at || std::memcmp(piece, &text[at], size) != 0) return false;
+    at += size;
+  }
+}
+
 /// Throws when somebody who does not lock files has put another file in the place of this one, or
-/// when it does not hold `text` any more.
+/// when it does not hold `text` any more. The path is not opened again: by then it could be that of
+/// a pipe, and the signals that would end the wait for its writer are held back.
 void RequireUnchanged(const FileLock& file, const std::string& text) {
-  std::string now;
-  std::string reason;
-  if (file.IsCurrent() && ReadWhole(file.File().path, now, reason) && now == text) return;
+  if (file.IsCurrent() && Holds(file.Descriptor(), text)) return;
   throw ReplacementError("changed by somebody else in the meantime");
 }
 
