@@ -68,12 +68,17 @@ a_file_larger_than_the_first_buffer_is_read_whole() {
 }
 
 a_file_too_large_to_parse_is_trouble() {
-  truncate -s 2147483648 a.xml
-  local reason='more than 2147483647 bytes, which is too large to parse'
-  run format a.xml
-  expect 2 '' "xmldom: a.xml: $reason\n"
-  run format < a.xml
-  expect 2 '' "xmldom: (standard input): $reason\n"
+  local size reason='more than 2147483647 bytes, which is too large to parse'
+  # The last ones are small numbers to who keeps 32 bits of them.
+  for size in 2147483648 4294967296 4294967303; do
+    truncate -s "$size" a.xml
+    run format a.xml
+    expect 2 '' "xmldom: a.xml: $reason\n"
+    run format < a.xml
+    expect 2 '' "xmldom: (standard input): $reason\n"
+    run format -i a.xml
+    expect 2 '' "xmldom: a.xml: $reason\n"
+  done
 }
 
 several_files_have_their_names_before_every_line() {

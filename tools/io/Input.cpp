@@ -51,21 +51,22 @@ std::string TooLarge() {
   return "more than " + std::to_string(kLargest) + " bytes, which is too large to parse";
 }
 
-/// The size of a regular file; 0 when it cannot be known beforehand.
-std::size_t ExpectedSize(int descriptor) {
+/// The size of a regular file, which can be more than memory has addresses; 0 when it cannot be
+/// known beforehand.
+unsigned long long ExpectedSize(int descriptor) {
   struct stat status;
   if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) return 0;
-  return static_cast<std::size_t>(status.st_size);
+  return static_cast<unsigned long long>(status.st_size);
 }
 
 bool ReadDescriptor(int descriptor, std::string& text, std::string& reason) {
-  const std::size_t expected = ExpectedSize(descriptor);
+  const unsigned long long expected = ExpectedSize(descriptor);
   if (expected > kLargest) {
     reason = TooLarge();
     return false;
   }
   // One byte more than expected, so that the read that finds the end does not make the text grow.
-  text.resize(std::max(expected + 1, kFirstRoom));
+  text.resize(std::max(static_cast<std::size_t>(expected) + 1, kFirstRoom));
   std::size_t length = 0;
   for (;;) {
     if (length == text.size()) text.resize(2 * length);
