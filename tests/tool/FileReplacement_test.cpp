@@ -25,6 +25,7 @@ namespace {
 using tool::FileLock;
 using tool::Input;
 using tool::ReadInputToReplace;
+using tool::ReadWhole;
 using tool::ReplaceFile;
 using tool::ReplacementWay;
 
@@ -227,6 +228,64 @@ TEST_F(FileReplacement, Pipe_in_the_place_of_the_file_is_never_opened) {
   replacing.join();
   EXPECT_EQ(0, opened);
   EXPECT_EQ("old contents", m_folder.Read("file"));
+}
+
+TEST_F(FileReplacement, Copy_is_kept_in_the_folder_of_the_file_wherever_the_path_leads_then) {
+  const std::string folder = m_folder.Path("folder");
+  const std::string moved = m_folder.Path("moved");
+  const std::string elsewhere = m_folder.Path("elsewhere");
+  ASSERT_EQ(0, mkdir(folder.c_str(), 0700));
+  ASSERT_EQ(0, mkdir(elsewhere.c_str(), 0700));
+  m_path = m_folder.Write("folder/a.xml", "old contents");
+  {
+    Input input;
+    ASSERT_TRUE(ReadInputToReplace(m_path, input));
+    ASSERT_EQ(0, rename(folder.c_str(), moved.c_str()));
+    ASSERT_EQ(0, symlink("elsewhere", folder.c_str()));
+    // The path names the same file as before, although in another folder.
+    ASSERT_EQ(0, link((moved + "/a.xml").c_str(), m_path.c_str()));
+    EXPECT_EQ("", Replace(input, "new", {".old", true}));
+  }
+  EXPECT_EQ("new", m_folder.Read("moved/a.xml"));
+  EXPECT_EQ("old contents", m_folder.Read("moved/a.xml.old"));
+  for (const char* name : {"elsewhere/a.xml", "moved/a.xml", "moved/a.xml.old"}) {
+    EXPECT_EQ(0, unlink(m_folder.Path(name).c_str()));
+  }
+}
+
+TEST_F(FileReplacement, Link_that_takes_the_place_of_the_folder_leads_nothing_elsewhere) {
+  const std::string folder = m_folder.Path("folder");
+  const std::string moved = m_folder.Path("moved");
+  const std::string elsewhere = m_folder.Path("elsewhere");
+  ASSERT_EQ(0, mkdir(folder.c_str(), 0700));
+  ASSERT_EQ(0, mkdir(elsewhere.c_str(), 0700));
+  m_path = m_folder.Write("folder/a.xml", "");
+  std::atomic<bool> isEnough{false};
+  int replaced = 0;
+  std::thread replacing([&] {
+    while (!isEnough || replaced == 0) {
+      FileLock lock;
+      std::string text;
+      std::string reason;
+      if (!lock.Lock(m_path, reason) || !ReadWhole(m_path, text, reason)) continue;
+      const std::string to = text.empty() ? "new" : "";
+      if (ReplaceFile(lock, text, to, {".old", false}, reason)) ++replaced;
+    }
+  });
+  for (int round = 0; round < 3000; ++round) {
+    EXPECT_EQ(0, rename(folder.c_str(), moved.c_str()));
+    EXPECT_EQ(0, symlink("elsewhere", folder.c_str()));
+    EXPECT_EQ(0, unlink(folder.c_str()));
+    EXPECT_EQ(0, rename(moved.c_str(), folder.c_str()));
+    usleep(100);
+  }
+  isEnough = true;
+  replacing.join();
+  EXPECT_LT(0, replaced);
+  // Only an empty folder can be removed.
+  EXPECT_EQ(0, rmdir(elsewhere.c_str()));
+  unlink(m_path.c_str());
+  unlink((m_path + ".old").c_str());
 }
 
 TEST_F(FileReplacement, File_that_cannot_grow_keeps_the_old_contents_in_both_ways) {

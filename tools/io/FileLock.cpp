@@ -1,7 +1,9 @@
 // Opens and locks a file that is going to be replaced.
 // Who waited for a lock may have got that of a file that has been replaced in the meantime. So the
-// path is looked up again when the lock is there, until it names the locked file.
-// Tested by tests/tool/FileReplacement_test.cpp and tests/tool/replacement_test.bash.
+// path is looked up again when the lock is there, until it names the locked file. The folder of the
+// file stays open, and the file's path begins there: Linux has paths from an open folder in /proc,
+// so that what takes a path, as xmldom::FileSuccessor does, works in that folder whatever is
+// renamed. Tested by tests/tool/FileReplacement_test.cpp and tests/tool/replacement_test.bash.
 
 #include <tools/io/FileLock.h>
 
@@ -40,8 +42,12 @@ std::error_code Find(const std::string& path, xmldom::NamedFile& file) {
 
 }  // namespace
 
-FileLock::~FileLock() {
+FileLock::~FileLock() { Close(); }
+
+void FileLock::Close() {
   if (m_descriptor >= 0) close(m_descriptor);
+  if (m_folder >= 0) close(m_folder);
+  m_descriptor = m_folder = -1;
 }
 
 bool FileLock::Lock(const std::string& path, std::string& reason) {
@@ -56,9 +62,11 @@ bool FileLock::Lock(const std::string& path, std::string& reason) {
 }
 
 std::error_code FileLock::TryLock(const std::string& path) {
-  if (m_descriptor >= 0) close(m_descriptor);
-  m_descriptor = -1;
+  Close();
   std::error_code error = Find(path, m_file);
+  if (error) return error;
+  m_name = m_file.path;
+  error = EnterFolder();
   if (error) return error;
   // Should the path have become that of a pipe by now, opening it must not wait.
   m_descriptor = open(m_file.path.c_str(), O_RDWR | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
@@ -69,11 +77,29 @@ std::error_code FileLock::TryLock(const std::string& path) {
   return fstat(m_descriptor, &m_file.status) == 0 ? std::error_code() : xmldom::SystemError();
 }
 
+std::error_code FileLock::EnterFolder() {
+#ifdef O_PATH
+  if (access("/proc/self/fd", X_OK) != 0) return std::error_code();
+  const std::string folder = m_file.Folder();
+  // Unlike O_RDONLY, this needs no right to read the folder.
+  m_folder = open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  if (m_folder < 0) return xmldom::SystemError();
+  m_file.path.replace(0, folder.size(), "/proc/self/fd/" + std::to_string(m_folder) + "/");
+#endif
+  return std::error_code();
+}
+
 bool FileLock::IsCurrent() const {
   struct stat locked;
-  struct stat named;
-  return fstat(m_descriptor, &locked) == 0 && stat(m_file.path.c_str(), &named) == 0 &&
-         locked.st_dev == named.st_dev && locked.st_ino == named.st_ino;
+  if (fstat(m_descriptor, &locked) != 0) return false;
+  for (const std::string& path : {m_name, m_file.path}) {
+    struct stat named;
+    if (stat(path.c_str(), &named) != 0 || locked.st_dev != named.st_dev ||
+        locked.st_ino != named.st_ino) {
+      return false;
+    }
+  }
+  return true;
 }
 
 }  // namespace tool

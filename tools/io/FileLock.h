@@ -13,7 +13,7 @@ namespace tool {
 /// place, so that of two changes none is lost: the second one reads what the first has written.
 class FileLock {
  public:
-  FileLock() : m_descriptor(-1) {}
+  FileLock() : m_folder(-1), m_descriptor(-1) {}
   /// Ends the lock.
   ~FileLock();
 
@@ -30,18 +30,28 @@ class FileLock {
 
   int Descriptor() const { return m_descriptor; }
 
-  /// The file: its path without symbolic links, and its status when it was locked.
+  /// The file, and its status when it was locked. Its path goes from the folder in which it was
+  /// found, which is open, where the system knows such paths (/proc/self/fd): whatever is renamed
+  /// meanwhile, what is made at this path, or beside it, is made in that folder.
   const xmldom::NamedFile& File() const { return m_file; }
 
-  /// Whether the path still names the file that is locked.
+  /// The path of the file for messages, without symbolic links.
+  const std::string& Name() const { return m_name; }
+
+  /// Whether the path still names the file that is locked, and the folder still holds it.
   bool IsCurrent() const;
 
  private:
   /// Opens the file and waits for its lock. Result: resource_unavailable_try_again when the path
   /// has come to name another file meanwhile.
   std::error_code TryLock(const std::string& path);
+  /// Opens the folder of the file, and has the path of the file begin there.
+  std::error_code EnterFolder();
+  void Close();
 
+  std::string m_name;
   xmldom::NamedFile m_file;
+  int m_folder;  // -1 where there are no paths from an open folder
   int m_descriptor;
 };
 

@@ -105,8 +105,12 @@ void Fill(xmldom::FileSuccessor& successor, const xmldom::NamedFile& original,
   Require(successor.Finish(), "write error: ");
 }
 
-void TakePlace(xmldom::FileSuccessor& successor, const std::string& path, const char* advice) {
-  Require(successor.TakePlace(path), "'" + path + "' cannot be replaced: ", advice);
+/// Puts a new file in the place of the file that is locked, or of the one beside it whose name has
+/// this suffix.
+void TakePlace(xmldom::FileSuccessor& successor, const FileLock& file, const std::string& suffix,
+               const char* advice) {
+  Require(successor.TakePlace(file.File().path + suffix),
+          "'" + file.Name() + suffix + "' cannot be replaced: ", advice);
 }
 
 void SyncFolder(const xmldom::NamedFile& file) {
@@ -163,11 +167,11 @@ void Replace(const FileLock& file, const std::string& from, const std::string& t
   xmldom::FileSuccessor kept;
   if (!way.suffix.empty()) Fill(kept, original, from, true, "");
   RequireUnchanged(file, from);
-  if (!way.suffix.empty()) TakePlace(kept, original.path + way.suffix, "");
+  if (!way.suffix.empty()) TakePlace(kept, file, way.suffix, "");
   if (way.writesInto) {
     WriteInto(file.Descriptor(), from, to);
   } else {
-    TakePlace(next, original.path, kWriteInstead);
+    TakePlace(next, file, "", kWriteInstead);
   }
   if (!way.writesInto || !way.suffix.empty()) SyncFolder(original);
 }
