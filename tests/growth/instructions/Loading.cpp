@@ -88,6 +88,13 @@ const Growing kRows[] = {
        LoadCounted("<!DOCTYPE r [<!ATTLIST a b CDATA 'v'>]><r>" + Times(size, "<a/>") + "</r>");
      },
      nullptr},
+    {"loadXML", "n elements with n declared attributes", 500,
+     [](int size) {
+       LoadCounted("<!DOCTYPE r [<!ATTLIST a" +
+                   Joined(size, [](int i) { return " " + Name(i) + " CDATA #IMPLIED"; }) + ">]><r>" +
+                   Times(size, "<a/>") + "</r>");
+     },
+     "Declared attributes"},
     {"loadXML", "a former tree of n", 1000,
      [](int size) {
        Document document = Load("<r>" + Times(size, "<a/>") + "</r>");
