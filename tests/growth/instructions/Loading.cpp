@@ -91,8 +91,8 @@ const Growing kRows[] = {
     {"loadXML", "n elements with n declared attributes", 500,
      [](int size) {
        LoadCounted("<!DOCTYPE r [<!ATTLIST a" +
-                   Joined(size, [](int i) { return " " + Name(i) + " CDATA #IMPLIED"; }) + ">]><r>" +
-                   Times(size, "<a/>") + "</r>");
+                   Joined(size, [](int i) { return " " + Name(i) + " CDATA #IMPLIED"; }) +
+                   ">]><r>" + Times(size, "<a/>") + "</r>");
      },
      "Declared attributes"},
     {"loadXML", "a former tree of n", 1000,
