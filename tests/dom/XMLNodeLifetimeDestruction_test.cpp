@@ -75,6 +75,22 @@ TEST(XMLNodeLifetimeDestruction, A_child_that_is_kept_loses_parent_and_owner) {
   EXPECT_EQ(nullptr, child->m_pOwnerDocument);
 }
 
+TEST(XMLNodeLifetimeDestruction, A_child_that_is_kept_behind_one_without_owner_loses_them_too) {
+  Document document = NewDocument();
+  Node parent = NewElement(document, "parent");
+  Node(parent->AddChild("first", nullptr));
+  {
+    const Node second(parent->AddChild("second", nullptr));
+    Node(second->AddChild("below", nullptr));
+    second->m_pOwnerDocument = nullptr;
+  }
+  Node child(parent->AddChild("child", nullptr));
+  parent.Reset();
+  EXPECT_EQ(1, child->GetRefCount());
+  EXPECT_EQ(nullptr, child->m_pParent);
+  EXPECT_EQ(nullptr, child->m_pOwnerDocument);
+}
+
 TEST(XMLNodeLifetimeDestruction, A_following_sibling_that_is_kept_loses_parent_and_owner) {
   Document document = NewDocument();
   Node parent = NewElement(document, "parent");

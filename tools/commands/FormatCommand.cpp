@@ -46,7 +46,7 @@ class FormatCommand : public FileCommand {
     if (m_inPlace.IsAsked()) return Replace(input, *document);
     const std::string xml = m_layout.Write(*document);
     const IXMLDOMNode& root = *document->m_pFirstChild;
-    if (!IsSound(xml.c_str(), root, ResultKind::kDocument, input, *document)) {
+    if (!IsSound(xml.c_str(), root, ResultKind::kFragment, input, *document)) {
       return ExitStatus::kTrouble;
     }
     results.Write(xml);

@@ -83,11 +83,11 @@ class PageCommand : public FileCommand {
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     CMemFile xml(kXmlRoom);
     document->GetXMLHelper(xml, 0, paged, m_first, m_count, m_page, m_pages, rows, false, false, 0);
-    if (NeedsResultCheck(input.text, xml.GetAsStr(), ResultKind::kDocument)) {
+    if (NeedsResultCheck(input.text, xml.GetAsStr(), ResultKind::kFragment)) {
       // Where the whole document can be written, a page of it can.
       const _bstr_t whole = document->Getxml();
       const IXMLDOMNode& root = *document->m_pFirstChild;
-      if (!IsSound(whole, root, ResultKind::kDocument, input, *document)) {
+      if (!IsSound(whole, root, ResultKind::kFragment, input, *document)) {
         return ExitStatus::kTrouble;
       }
     }

@@ -136,15 +136,11 @@ class ResultReader : public CExpatImpl<ResultReader> {
 // so is stored whole. A text of the tree in which there is no "]]>" has no CDATA section, because
 // the mark of its end would be there. So it is a row of such pieces and of characters between them,
 // which are XML in any order as long as no "]]>" comes of them; and none of them is a tag. Around
-// texts the library writes tags, whose values have "&gt;" for '>'. What the parser has accepted may
-// still be refused when the document type, which declares entities, is not written. In other
-// encodings the parser divides long pieces, whose parts can be white space, and takes names that
-// are none in UTF-8.
+// texts the library writes tags, whose values have "&gt;" for '>'. In other encodings the parser
+// divides long pieces, whose parts can be white space, and takes names that are none in UTF-8.
 bool NeedsResultCheck(const std::string& source, const char* xml, ResultKind kind) {
   if (!SourceEncoding(source).IsUtf8()) return true;
-  if (kind == ResultKind::kMasked) return false;
-  if (std::strstr(xml, "]]>") != nullptr) return true;
-  return kind == ResultKind::kDocument && source.find("<!DOCTYPE") != std::string::npos;
+  return kind != ResultKind::kMasked && std::strstr(xml, "]]>") != nullptr;
 }
 
 ResultProblem FindResultProblem(const char* xml, const IXMLDOMNode& root, ResultKind kind) {

@@ -15,14 +15,15 @@ namespace tool {
 
 /// What XML that was written of a tree is meant to be.
 enum class ResultKind {
-  kDocument,  ///< A document, which is loaded as it is.
-  kFragment,  ///< A part of one: entities that it refers to are declared where it is put.
+  kDocument,  ///< A document with its document type, which is loaded as it is.
+  kFragment,  ///< Elements alone: entities that they refer to are declared where they are put.
   kMasked     ///< A document without texts and values.
 };
 
 /// Whether XML that the library has written of a tree has to be checked with FindResultProblem;
-/// where it has not, that finds nothing. `source` is the text that the tree was loaded from, and
-/// `xml` is all or a part of the tree, NUL-terminated.
+/// where it has not, that finds nothing but references to entities that are declared elsewhere.
+/// `source` is the text that the tree was loaded from, and `xml` is all or a part of the tree,
+/// NUL-terminated.
 /// Cost: linear in both; nothing is parsed and no memory taken.
 bool NeedsResultCheck(const std::string& source, const char* xml, ResultKind kind);
 

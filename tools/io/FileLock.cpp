@@ -92,9 +92,9 @@ std::error_code FileLock::EnterFolder() {
 bool FileLock::IsCurrent() const {
   struct stat locked;
   if (fstat(m_descriptor, &locked) != 0) return false;
-  for (const std::string& path : {m_name, m_file.path}) {
+  for (const std::string* path : {&m_name, &m_file.path}) {
     struct stat named;
-    if (stat(path.c_str(), &named) != 0 || locked.st_dev != named.st_dev ||
+    if (stat(path->c_str(), &named) != 0 || locked.st_dev != named.st_dev ||
         locked.st_ino != named.st_ino) {
       return false;
     }
