@@ -65,8 +65,26 @@ XMLDOM_NODISCARD inline std::error_code FindFile(const std::string& path, NamedF
   return std::error_code();
 }
 
-/// Gives the open file `descriptor` the extended attributes of the file at `path`, such as access
-/// control lists. One that cannot be read or set is left out.
+/// Gives the open file `descriptor` the access control list of the file at `path`, if that has one.
+/// Result: an error when it cannot be read or set. Without it, the mode alone would give its group
+/// what the list grants at most, and would give others what the list denies them by name.
+XMLDOM_NODISCARD inline std::error_code CopyAccessControlList(const std::string& path,
+                                                              int descriptor) {
+  const char name[] = "system.posix_acl_access";
+  const ssize_t room = getxattr(path.c_str(), name, nullptr, 0);
+  if (room < 0) {
+    const bool hasNone = errno == ENODATA || errno == ENOTSUP || errno == ENOSYS;
+    return hasNone ? std::error_code() : SystemError();
+  }
+  std::vector<char> list(static_cast<std::size_t>(room) + 1);
+  const ssize_t size = getxattr(path.c_str(), name, list.data(), list.size());
+  if (size < 0) return SystemError();
+  const int set = fsetxattr(descriptor, name, list.data(), static_cast<std::size_t>(size), 0);
+  return set == 0 ? std::error_code() : SystemError();
+}
+
+/// Gives the open file `descriptor` the extended attributes of the file at `path`. One that cannot
+/// be read or set is left out.
 inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   const ssize_t size = listxattr(path.c_str(), nullptr, 0);
   if (size <= 0) return;
@@ -84,13 +102,16 @@ inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   }
 }
 
-/// Gives the open file `descriptor` the extended attributes, the owner and the mode of an existing
-/// file. What the system refuses to set is left out, so that the new file gets fewer rights than
-/// the old one, never more: when the group cannot be set, the new group gets only the rights that
-/// all users have. Result: an error when the mode could not be set.
+/// Gives the open file `descriptor` the access control list, the other extended attributes, the
+/// owner and the mode of an existing file. An owner, a group or an attribute that the system
+/// refuses to set is left out, so that the new file gets fewer rights than the old one, never more:
+/// when the group cannot be set, the new group gets only the rights that all users have. Result: an
+/// error when the access control list or the mode could not be set.
 XMLDOM_NODISCARD inline std::error_code CopyAttributes(const NamedFile& file, int descriptor) {
   mode_t mode = file.status.st_mode & 07777;
   CopyExtendedAttributes(file.path, descriptor);
+  const std::error_code error = CopyAccessControlList(file.path, descriptor);
+  if (error) return error;
   if (fchown(descriptor, file.status.st_uid, file.status.st_gid) != 0) {
     // A program must not run with the rights of another owner than before.
     mode &= 0777;
