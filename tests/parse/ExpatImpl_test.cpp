@@ -175,6 +175,31 @@ TEST(ExpatImplHandlers, May_throw_that_memory_is_out_or_something_derived_from_t
   EXPECT_THROW(derived.Parse("<a/>", -1, true), NoMoreRoom);
 }
 
+namespace {
+
+/// A handler object with a member that has the name of a private one of the binding.
+class Keeper : public CExpatImpl<Keeper> {
+ public:
+  Keeper() { CreateParser(); }
+  ~Keeper() { DestroyParser(); }
+
+  void OnStartElement(const char*, const char**) { throw std::string("start"); }
+  void OnEndElement(const char*) {}
+  void OnDefault(const char*, int) {}
+
+  void Keep() { m_isKept = true; }
+
+  bool m_isKept = false;
+};
+
+}  // namespace
+
+TEST(ExpatImplHandlers, May_throw_whatever_names_the_members_of_their_class_have) {
+  Keeper keeper;
+  EXPECT_THROW(keeper.Parse("<a/>", -1, true), std::string);
+  EXPECT_FALSE(keeper.m_isKept);
+}
+
 TEST(ExpatImplHandlers, Are_not_called_any_more_once_one_has_thrown) {
   Recorder recorder;
   recorder.m_thrower = "default";

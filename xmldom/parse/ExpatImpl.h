@@ -235,7 +235,8 @@ class CExpatImpl {
     try {
       call(handler);
     } catch (...) {
-      handler->Keep();
+      // The class of the application may have a member of that name.
+      static_cast<CExpatImpl*>(handler)->Keep();
     }
 #else
     call(handler);
