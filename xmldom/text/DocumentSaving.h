@@ -26,13 +26,14 @@ enum class Prolog {
 /// Owner, mode and extended attributes of a file that exists are kept as far as the system allows;
 /// an access control list that cannot be kept is an error. Where the path is a symbolic link, the
 /// file that it leads to is replaced. Hard links, which are other names of the old file, keep the
-/// old contents. Result: no error when the new file is on the disk; otherwise the reason. When only
-/// the last step fails, to bring the renaming to the disk, the new file is in place already. Bad
-/// input: invalid_argument for a null node, a document without root element, a node that has no XML
-/// alone, and a path that holds a NUL byte; an error also for a path that leads to something else
-/// than a regular file, that is read-only, or whose folder may not be written to. Effects:
-/// std::bad_alloc when memory is out, std::length_error for more than 4 GiB; the old file is then
-/// as it was. Cost: that of Xml, and the time that the disk takes.
+/// old contents.
+/// Result: no error when the new file is on the disk; otherwise the reason. When only the last step
+/// fails, to bring the renaming to the disk, the new file is in place already.
+/// Bad input: invalid_argument for a null node, a document without root element, a node that has no
+/// XML alone, and a path that holds a NUL byte; an error also for a path that leads to something
+/// else than a regular file, that is read-only, or whose folder may not be written to.
+/// Effects: std::bad_alloc when memory is out, std::length_error for more than 4 GiB; the old file
+/// is then as it was. Cost: that of Xml, and the time that the disk takes.
 XMLDOM_NODISCARD inline std::error_code Save(ConstNodeArgument node, TextArgument path,
                                              Prolog prolog = Prolog::kNone) {
   const std::string name(path.Data(), path.Size());
