@@ -6,6 +6,7 @@
 #include <new>
 #include <string>
 
+#include "harness/AllocationFailure.h"
 #include "harness/Trees.h"
 
 namespace {
@@ -141,6 +142,17 @@ TEST(bstr, Assigning_a_wrapper_frees_what_it_held) {
   wrapper = _bstr_t();
   EXPECT_EQ(nullptr, static_cast<char*>(wrapper));
   EXPECT_EQ(before, GetNumBSTRsAllocated());
+}
+
+TEST(bstr, A_wrapper_that_cannot_take_a_copy_keeps_its_text) {
+  if (!AllocationFailure::ReachesMalloc()) GTEST_SKIP() << "malloc cannot be made to fail";
+  _bstr_t text("old");
+  const _bstr_t other("new");
+  {
+    const AllocationFailure limit(0);
+    EXPECT_THROW(text = other, std::bad_alloc);
+  }
+  EXPECT_STREQ("old", static_cast<char*>(text));
 }
 
 TEST(bstr, A_wrapper_assigned_to_itself_keeps_its_text) {
