@@ -13,7 +13,7 @@ if [ -n "${XMLDOM_TEST_LONG:-}" ]; then _ways+=('edit -i.old' 'edit --in-place=w
 # The calls that are made to fail. Others that a command makes have nothing to do with its files.
 _calls='openat,readlink,newfstatat,fstat,faccessat,faccessat2,access,flock,read,write,pwrite64'
 _calls+=',ftruncate,fsync,close,fchown,fchmod,utimensat,linkat,rename,unlink'
-_calls+=',listxattr,getxattr,fsetxattr'
+_calls+=',listxattr,getxattr,fsetxattr,fremovexattr,pread64'
 
 _needs_strace() {
   [ "$slowness" -lt 20 ] || skip 'an emulator cannot be traced'

@@ -172,9 +172,22 @@ select_never_writes_what_does_not_load_again_or_has_other_elements() {
   given a.xml '<a><b>1</b>\n<b>]]<c/>></b>\n<b><![CDATA[]]\n><admin/><![CDATA[]]></b><b>2</b></a>'
   run select /a/b a.xml
   expect 2 '<b>1</b>\n<b>2</b>\n' "a.xml:2:1: $because not load: not well-formed (invalid token)
-  <b>]]<c/>></b>\n  ^\na.xml:3:1: $because load as something else\n  <b><![CDATA[]]\n  ^\n"
+  <b>]]<c/>></b>\n  ^\nxmldom: a.xml: 1 other element is not written for such a reason\n"
+  run select /a/b[3] a.xml
+  expect 2 '' "a.xml:3:1: $because load as something else\n  <b><![CDATA[]]\n  ^\n"
   run select --count /a/b a.xml
   expect 0 '4\n' ''
+}
+
+# Linear time takes a small part of a second, and quadratic time hours.
+select_of_many_elements_takes_linear_time() {
+  { echo '<a>'; yes '<b>y?y?y?y?</b>' | head -n 100000; echo '</a>'; } > a.xml
+  { echo '<a>'; yes '<b>]]<c/>></b>' | head -n 100000; echo '</a>'; } > b.xml
+  run_shell "ulimit -t 60; exec \"\$tool\" select //b a.xml | wc -l"
+  expect 0 '100000\n' ''
+  run_shell "ulimit -t 60; exec \"\$tool\" select //b b.xml"
+  expect_status 2
+  expect_part stderr 'xmldom: b.xml: 99999 other elements are not written for such a reason'
 }
 
 select_writes_references_to_entities_that_are_declared_elsewhere() {

@@ -3,6 +3,7 @@
 
 #include <tools/command/ResultNotice.h>
 
+#include <tools/document/SourceEncoding.h>
 #include <tools/document/SourceMap.h>
 #include <tools/io/Input.h>
 
@@ -23,7 +24,7 @@ std::size_t PlaceOf(const IXMLDOMNode& node, const std::string& text, IXMLDOMDoc
 
 bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const Input& input,
              IXMLDOMDocument2& document) {
-  return !NeedsResultCheck(input.text, xml, kind) ||
+  return !NeedsResultCheck(SourceEncoding(input.text), xml, kind) ||
          SayNoProblem(FindResultProblem(xml, element, kind), input, document);
 }
 

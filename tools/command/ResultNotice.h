@@ -11,10 +11,12 @@ namespace tool {
 
 struct Input;
 
-/// Whether what was written of an element may go out: whether it loads again and is the same then.
+/// Whether what was written of an element may go out: whether it loads again, and then gives the
+/// same elements.
 /// `xml`, which is NUL-terminated, was written of `element`, which is in the tree that was loaded
 /// from `input`. What cannot go wrong is not parsed.
 /// Effects: otherwise tells on standard error what is wrong, and where that stands in the input.
+/// Cost: linear in both; when something is wrong, that of a SourceMap too.
 bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const Input& input,
              IXMLDOMDocument2& document);
 

@@ -8,6 +8,7 @@
 #include <tools/command/ResultNotice.h>
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/io/Diagnostics.h>
 #include <tools/io/SourceExcerpt.h>
 
@@ -83,7 +84,7 @@ class PageCommand : public FileCommand {
     const char* rows = m_pad.isGiven ? m_pad.text.c_str() : nullptr;
     CMemFile xml(kXmlRoom);
     document->GetXMLHelper(xml, 0, paged, m_first, m_count, m_page, m_pages, rows, false, false, 0);
-    if (NeedsResultCheck(input.text, xml.GetAsStr(), ResultKind::kFragment)) {
+    if (NeedsResultCheck(SourceEncoding(input.text), xml.GetAsStr(), ResultKind::kFragment)) {
       // Where the whole document can be written, a page of it can.
       const _bstr_t whole = document->Getxml();
       const IXMLDOMNode& root = *document->m_pFirstChild;

@@ -46,30 +46,43 @@ class SelectCommand : public FileCommand {
       results.EndLine();
       return nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
     }
-    ExitStatus status = nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
+    const ExitStatus status = nodes.empty() ? ExitStatus::kNo : ExitStatus::kDone;
+    const SourceEncoding encoding(input.text);
+    std::size_t refused = 0;
     for (IXMLDOMNode* node : nodes) {
-      if (!Write(*node, input, *document, results)) status = ExitStatus::kTrouble;
+      const ResultProblem problem = Write(*node, encoding, results);
+      // The place of one costs as much as a load, so that only the first is told of by itself.
+      if (problem.element != nullptr && ++refused == 1) SayNoProblem(problem, input, *document);
     }
-    return status;
+    if (refused == 0) return status;
+    if (refused > 1) {
+      ComplainAbout(input.name, std::to_string(refused - 1) +
+                                    (refused == 2 ? " other element is" : " other elements are") +
+                                    " not written for such a reason");
+    }
+    return ExitStatus::kTrouble;
   }
 
  private:
   bool WritesSource() const { return m_fromSource && !m_count; }
 
-  /// Writes an element as lines, or an attribute as it stands in a tag. Result: false for an
-  /// element that cannot be written; a message then says why.
-  static bool Write(IXMLDOMNode& node, const Input& input, IXMLDOMDocument2& document,
-                    ResultWriter& results) {
+  /// Writes an element as lines, or an attribute as it stands in a tag. Result: why an element is
+  /// not written.
+  static ResultProblem Write(IXMLDOMNode& node, const SourceEncoding& encoding,
+                             ResultWriter& results) {
     if (node.m_eNodeType == NODE_ATTRIBUTE) {
       const char* const value = node.m_pszValue == nullptr ? "" : node.m_pszValue;
       results.Write(std::string(node.m_pszNodeName) + "='" + value + "'");
       results.EndLine();
-      return true;
+      return {};
     }
     const _bstr_t xml = node.Getxml();
-    if (!IsSound(xml, node, ResultKind::kFragment, input, document)) return false;
+    if (NeedsResultCheck(encoding, xml, ResultKind::kFragment)) {
+      const ResultProblem problem = FindResultProblem(xml, node, ResultKind::kFragment);
+      if (problem.element != nullptr) return problem;
+    }
     results.Write(xml, std::strlen(xml));
-    return true;
+    return {};
   }
 
   /// Writes the bytes of nodes as they stand in the file, and tells of each node that does not

@@ -18,8 +18,7 @@ struct SearchPath;
 /// order of the library, whose result this is for a path that the library understands. Result: the
 /// nodes, borrowed from the tree; none twice. Cost: no element is tested more often than the path
 /// has steps, and each test looks at the children and attributes that the predicates name, as it
-/// does in the library, which reads the text of each of them once for all elements that it stands
-/// in.
+/// does in the library, which reads each text once, however many elements around it are tested.
 std::vector<IXMLDOMNode*> SelectAll(const SearchPath& path, IXMLDOMNode* start);
 
 /// Selects one node: the first that a depth-first search finds. Behind "//" it follows a match of

@@ -138,8 +138,8 @@ class ResultReader : public CExpatImpl<ResultReader> {
 // which are XML in any order as long as no "]]>" comes of them; and none of them is a tag. Around
 // texts the library writes tags, whose values have "&gt;" for '>'. In other encodings the parser
 // divides long pieces, whose parts can be white space, and takes names that are none in UTF-8.
-bool NeedsResultCheck(const std::string& source, const char* xml, ResultKind kind) {
-  if (!SourceEncoding(source).IsUtf8()) return true;
+bool NeedsResultCheck(const SourceEncoding& source, const char* xml, ResultKind kind) {
+  if (!source.IsUtf8()) return true;
   return kind != ResultKind::kMasked && std::strstr(xml, "]]>") != nullptr;
 }
 

@@ -91,8 +91,9 @@ const char* SourceEncoding::Name() const {
 /// Finds the name of the encoding in the XML declaration, which looks like a start tag.
 void SourceEncoding::FindDeclaredName(const std::string& text) {
   const std::size_t begin = BeginsWith(text, kByteOrderMark) ? sizeof kByteOrderMark - 1 : 0;
+  if (text.compare(begin, 5, "<?xml") != 0) return;
   const std::size_t end = text.find("?>", begin);
-  if (text.compare(begin, 5, "<?xml") != 0 || end == std::string::npos) return;
+  if (end == std::string::npos) return;
   // An instruction such as <?xml-stylesheet?> is no declaration.
   if (!IsSpace(text[begin + 5])) return;
   const std::string declaration = text.substr(0, end) + '>';

@@ -94,7 +94,7 @@ bool FileLock::IsCurrent() const {
   if (fstat(m_descriptor, &locked) != 0) return false;
   for (const std::string* path : {&m_name, &m_file.path}) {
     struct stat named;
-    if (stat(path->c_str(), &named) != 0 || locked.st_dev != named.st_dev ||
+    if (lstat(path->c_str(), &named) != 0 || locked.st_dev != named.st_dev ||
         locked.st_ino != named.st_ino) {
       return false;
     }
