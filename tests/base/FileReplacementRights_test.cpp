@@ -60,6 +60,18 @@ TEST_F(FileReplacementRights, Of_a_list_stay) {
   EXPECT_EQ(List(), ListOf(m_path));
 }
 
+// A new file gets the list that its folder hands on.
+TEST_F(FileReplacementRights, Of_a_file_without_a_list_are_those_of_its_mode) {
+  const std::string path = m_folder.Write("b", "old");
+  ASSERT_EQ(0, chmod(path.c_str(), 0664));
+  const std::string list = List();
+  ASSERT_EQ(0, setxattr(m_folder.Path("").c_str(), "system.posix_acl_default", list.data(),
+                        list.size(), 0));
+  EXPECT_FALSE(xmldom::ReplaceFile(path, "new"));
+  EXPECT_EQ("new", m_folder.Read("b"));
+  EXPECT_EQ("", ListOf(path));
+}
+
 // The mode alone would let the group write.
 TEST_F(FileReplacementRights, That_cannot_be_kept_leave_the_old_file) {
   l_bFailsToSet = true;

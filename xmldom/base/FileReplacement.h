@@ -65,16 +65,24 @@ XMLDOM_NODISCARD inline std::error_code FindFile(const std::string& path, NamedF
   return std::error_code();
 }
 
-/// Gives the open file `descriptor` the access control list of the file at `path`, if that has one.
-/// Result: an error when it cannot be read or set. Without it, the mode alone would give its group
-/// what the list grants at most, and would give others what the list denies them by name.
+/// The extended attribute that holds the access control list of a file.
+inline const char* AccessControlList() noexcept { return "system.posix_acl_access"; }
+
+/// Gives the open file `descriptor` the access control list of the file at `path`, or takes its own
+/// away, which comes from the folder, when that file has none.
+/// Result: an error when a list cannot be read or set. Without it, the mode alone would give its
+/// group what the list grants at most, and would give others what the list denies them by name.
 XMLDOM_NODISCARD inline std::error_code CopyAccessControlList(const std::string& path,
                                                               int descriptor) {
-  const char name[] = "system.posix_acl_access";
+  const char* const name = AccessControlList();
+  const auto result = [](bool isDone) {
+    const bool isNone = errno == ENODATA || errno == ENOTSUP || errno == ENOSYS;
+    return isDone || isNone ? std::error_code() : SystemError();
+  };
   const ssize_t room = getxattr(path.c_str(), name, nullptr, 0);
   if (room < 0) {
-    const bool hasNone = errno == ENODATA || errno == ENOTSUP || errno == ENOSYS;
-    return hasNone ? std::error_code() : SystemError();
+    const std::error_code error = result(false);
+    return error ? error : result(fremovexattr(descriptor, name) == 0);
   }
   std::vector<char> list(static_cast<std::size_t>(room) + 1);
   const ssize_t size = getxattr(path.c_str(), name, list.data(), list.size());
@@ -83,8 +91,8 @@ XMLDOM_NODISCARD inline std::error_code CopyAccessControlList(const std::string&
   return set == 0 ? std::error_code() : SystemError();
 }
 
-/// Gives the open file `descriptor` the extended attributes of the file at `path`. One that cannot
-/// be read or set is left out.
+/// Gives the open file `descriptor` the extended attributes of the file at `path`, the access
+/// control list aside. One that cannot be read or set is left out.
 inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   const ssize_t size = listxattr(path.c_str(), nullptr, 0);
   if (size <= 0) return;
@@ -93,6 +101,7 @@ inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   std::vector<char> value;
   for (const char* name = names.data(); name < names.data() + listed;
        name += std::strlen(name) + 1) {
+    if (std::strcmp(name, AccessControlList()) == 0) continue;
     const ssize_t room = getxattr(path.c_str(), name, nullptr, 0);
     if (room < 0) continue;
     value.resize(static_cast<std::size_t>(room));
@@ -102,16 +111,14 @@ inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   }
 }
 
-/// Gives the open file `descriptor` the access control list, the other extended attributes, the
-/// owner and the mode of an existing file. An owner, a group or an attribute that the system
-/// refuses to set is left out, so that the new file gets fewer rights than the old one, never more:
-/// when the group cannot be set, the new group gets only the rights that all users have. Result: an
-/// error when the access control list or the mode could not be set.
+/// Gives the open file `descriptor` the extended attributes, the owner, the access control list and
+/// the mode of an existing file. An owner, a group or an attribute that the system refuses to set
+/// is left out, so that the new file gets fewer rights than the old one, never more: when the group
+/// cannot be set, the new group gets only the rights that all users have.
+/// Result: an error when the access control list or the mode could not be set.
 XMLDOM_NODISCARD inline std::error_code CopyAttributes(const NamedFile& file, int descriptor) {
   mode_t mode = file.status.st_mode & 07777;
   CopyExtendedAttributes(file.path, descriptor);
-  const std::error_code error = CopyAccessControlList(file.path, descriptor);
-  if (error) return error;
   if (fchown(descriptor, file.status.st_uid, file.status.st_gid) != 0) {
     // A program must not run with the rights of another owner than before.
     mode &= 0777;
@@ -120,7 +127,10 @@ XMLDOM_NODISCARD inline std::error_code CopyAttributes(const NamedFile& file, in
       mode = (mode & ~static_cast<mode_t>(070)) | (mode & everybody << 3);
     }
   }
-  // The mode is set last, because a change of owner clears the set-user-ID and set-group-ID bits.
+  // The list grants rights, so it waits for the group. The mode is set last, because a change of
+  // owner clears the set-user-ID and set-group-ID bits.
+  const std::error_code error = CopyAccessControlList(file.path, descriptor);
+  if (error) return error;
   return fchmod(descriptor, mode) == 0 ? std::error_code() : SystemError();
 }
 
