@@ -1,6 +1,6 @@
 // Asks the library about comparisons: about one element, or in one search about all elements of the
 // document, whose answers are kept. In such a search the library remembers the texts of elements
-// that stand in each other. Tested by tests/tool/PathSearch_test.cpp.
+// that stand in each other. Tested by tests/tool/PathComparisons_test.cpp.
 
 #include <tools/document/PathComparisons.h>
 
