@@ -163,7 +163,7 @@ const Growing kWriting[] = {
        xmldom::Xml(document);
      },
      nullptr},
-    {"xmldom::Xml", "n beginnings of comments in texts by hand", 5000,
+    {"xmldom::Xml", "n beginnings of comments in texts by hand", 20000,
      [](int size) {
        Document document = Load("<r/>");
        Root(document)->AddTextChild(Times(size, "<!-- ").c_str());
