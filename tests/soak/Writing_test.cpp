@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
+#include <xmldom/text/NodeXml.h>
 #include <xmldom/xmldom.h>
 
+#include <string>
+
+#include "plain/PlainNodeXml.h"
 #include "plain/PlainWriter.h"
 #include "soak/Cases.h"
 #include "soak/Forest.h"
@@ -77,6 +81,21 @@ std::string WriteWithoutOwners(Random random, Observer& observer) {
   Forest forest(random, shape);
   random.Next();
   return WriteAnyNode(random, observer, forest);
+}
+
+/// Pieces of markup in any order, as an application can store them in a text.
+std::string MakeLoadable(Random random, Observer&) {
+  static const char* const kPieces[] = {"<",         ">",    "]",  "]]",  "]]>", "<a",   "</a>",
+                                        "<![CDATA[", "<!--", "--", "-->", "<?",  "?>",   "'",
+                                        "\"",        "&gt;", "\t", "\n",  "\r",  "text", " "};
+  std::string xml;
+  for (int i = random.Below(20); i > 0; --i) xml += random.OneOf(kPieces);
+  return Difference(xmldom::LoadableXml(xml.c_str(), xml.c_str() + xml.size()),
+                    plain::LoadableXml(xml));
+}
+
+TEST(SoakWriting, What_has_to_be_loaded_has_references_where_a_plain_reading_puts_them) {
+  RunCases("loadable writing", MakeLoadable);
 }
 
 TEST(SoakWriting, Nodes_of_documents_are_written_as_by_the_plain_writer) {

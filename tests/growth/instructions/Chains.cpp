@@ -10,11 +10,13 @@ namespace {
 
 const char* const kBefore = "The node before another";
 
-void InsertBeforeLast(IXMLDOMNode* list) {
+void InsertBefore(IXMLDOMNode* list, IXMLDOMNode* child) {
   Node node(NewNode());
-  Require(list->insertBefore(node, LastChild(list), nullptr) == S_OK);
+  Require(list->insertBefore(node, child, nullptr) == S_OK);
   node.Detach();
 }
+
+void InsertBeforeLast(IXMLDOMNode* list) { InsertBefore(list, LastChild(list)); }
 
 void Remove(IXMLDOMNode* list, IXMLDOMNode* child) {
   Node removed;
@@ -29,10 +31,14 @@ std::vector<IXMLDOMNode*> AllChildren(IXMLDOMNode* list) {
   return children;
 }
 
-/// The same order each time, so that the counts can be compared.
-std::vector<IXMLDOMNode*> InRandomOrder(std::vector<IXMLDOMNode*> nodes) {
-  std::shuffle(nodes.begin(), nodes.end(), std::mt19937());
-  return nodes;
+/// Calls `edit` with a list of `size` children and each of these, in the same random order each
+/// time, so that the counts can be compared.
+void EditInRandomOrder(int size, void (*edit)(IXMLDOMNode* list, IXMLDOMNode* child)) {
+  Document document = Wide(size);
+  std::vector<IXMLDOMNode*> children = AllChildren(Root(document));
+  std::shuffle(children.begin(), children.end(), std::mt19937());
+  const Counted counted;
+  for (IXMLDOMNode* child : children) edit(Root(document), child);
 }
 
 /// Removes all children, of which there are `count`, from the last on.
@@ -151,13 +157,10 @@ const Growing kChains[] = {
 const Growing kPlaces[] = {
     {"get_previousSibling", "of each of n, in random order", 300,
      [](int size) {
-       Document document = Wide(size);
-       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
-       const Counted counted;
-       for (IXMLDOMNode* child : children) {
+       EditInRandomOrder(size, [](IXMLDOMNode*, IXMLDOMNode* child) {
          Node previous;
          child->get_previousSibling(previous.Out());
-       }
+       });
      },
      kBefore},
     {"get_previousSibling", "from the last to the first of two lists of n, in turns", 300,
@@ -175,43 +178,17 @@ const Growing kPlaces[] = {
      },
      kBefore},
     {"insertBefore", "before each of n, in random order", 300,
-     [](int size) {
-       Document document = Wide(size);
-       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
-       const Counted counted;
-       for (IXMLDOMNode* child : children) {
-         Node node(NewNode());
-         Require(Root(document)->insertBefore(node, child, nullptr) == S_OK);
-         node.Detach();
-       }
-     },
-     kBefore},
+     [](int size) { EditInRandomOrder(size, InsertBefore); }, kBefore},
     {"replaceChild", "each of n, in random order", 300,
+     [](int size) { EditInRandomOrder(size, Replace); }, kBefore},
+    {"removeChild", "n nodes in random order", 300,
+     [](int size) { EditInRandomOrder(size, Remove); }, kBefore},
+    {"RemoveNodeFromTree", "n nodes in random order", 300,
      [](int size) {
-       Document document = Wide(size);
-       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
-       const Counted counted;
-       for (IXMLDOMNode* child : children) {
-         Node node(NewNode());
-         Node replaced;
-         Require(Root(document)->replaceChild(node, child, replaced.Out()) == S_OK);
-         node.Detach();
-       }
-     },
-     kBefore},
-    {"removeChild, RemoveNodeFromTree", "n nodes in random order", 300,
-     [](int size) {
-       Document document = Wide(size);
-       const std::vector<IXMLDOMNode*> children = InRandomOrder(AllChildren(Root(document)));
-       const Counted counted;
-       for (std::size_t i = 0; i < children.size(); ++i) {
-         if (i % 2 == 0) {
-           Remove(Root(document), children[i]);
-         } else {
-           children[i]->RemoveNodeFromTree();
-           children[i]->RealRelease();
-         }
-       }
+       EditInRandomOrder(size, [](IXMLDOMNode*, IXMLDOMNode* child) {
+         child->RemoveNodeFromTree();
+         child->RealRelease();
+       });
      },
      kBefore},
 };

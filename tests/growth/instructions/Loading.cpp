@@ -27,12 +27,21 @@ std::string Joined(int count, Piece piece) {
   return text;
 }
 
+/// A builder that takes events by hand, and its document.
+struct BuilderByHand {
+  BuilderByHand() : document(NewDocument()), sax(document) {
+    sax.m_pNodeStack = new CNodeStack;
+    sax.m_bFirstElement = 1;
+  }
+
+  Document document;
+  CXMLSax sax;
+};
+
 void Parse(const std::string& xml, int size) {
-  Document document = NewDocument();
-  CXMLSax sax(document);
+  BuilderByHand builder;
+  CXMLSax& sax = builder.sax;
   sax.CreateParser();
-  sax.m_pNodeStack = new CNodeStack;
-  sax.m_bFirstElement = 1;
   const Counted counted;
   for (std::size_t at = 0; at < xml.size(); at += static_cast<std::size_t>(size)) {
     const int length = static_cast<int>(std::min(xml.size() - at, static_cast<std::size_t>(size)));
@@ -117,10 +126,8 @@ const Growing kRows[] = {
      [](int size) { Parse("<r>" + Times(size, "x") + "</r>", 16); }, kByHand},
     {"CXMLSax::OnStartElement, OnEndElement", "n levels by hand", 1000,
      [](int size) {
-       Document document = NewDocument();
-       CXMLSax sax(document);
-       sax.m_pNodeStack = new CNodeStack;
-       sax.m_bFirstElement = 1;
+       BuilderByHand builder;
+       CXMLSax& sax = builder.sax;
        const Counted counted;
        for (int i = 0; i < size; ++i) sax.OnStartElement("a", nullptr);
        for (int i = 0; i < size; ++i) sax.OnEndElement("a");
@@ -136,20 +143,16 @@ const Growing kRows[] = {
          attributes.push_back("v");
        }
        attributes.push_back(nullptr);
-       Document document = NewDocument();
-       CXMLSax sax(document);
-       sax.m_pNodeStack = new CNodeStack;
-       sax.m_bFirstElement = 1;
+       BuilderByHand builder;
+       CXMLSax& sax = builder.sax;
        const Counted counted;
        sax.OnStartElement("a", attributes.data());
      },
      kLookups},
     {"CXMLSax::OnDefault", "one text of n pieces by hand", 500,
      [](int size) {
-       Document document = NewDocument();
-       CXMLSax sax(document);
-       sax.m_pNodeStack = new CNodeStack;
-       sax.m_bFirstElement = 1;
+       BuilderByHand builder;
+       CXMLSax& sax = builder.sax;
        sax.OnStartElement("a", nullptr);
        const Counted counted;
        for (int i = 0; i < size; ++i) sax.OnDefault("0123456789", 10);
@@ -157,10 +160,8 @@ const Growing kRows[] = {
      kByHand},
     {"CXMLSax::OnDefault", "n pieces behind n elements by hand", 300,
      [](int size) {
-       Document document = NewDocument();
-       CXMLSax sax(document);
-       sax.m_pNodeStack = new CNodeStack;
-       sax.m_bFirstElement = 1;
+       BuilderByHand builder;
+       CXMLSax& sax = builder.sax;
        sax.OnStartElement("r", nullptr);
        for (int i = 0; i < size; ++i) {
          sax.OnStartElement("a", nullptr);

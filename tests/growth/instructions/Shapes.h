@@ -50,15 +50,19 @@ inline IXMLDOMNode* LastChild(IXMLDOMNode* node) {
 
 inline Node NewNode() { return Node(new IXMLDOMNode(nullptr, "n", nullptr, NODE_ELEMENT)); }
 
+inline void Replace(IXMLDOMNode* list, IXMLDOMNode* child) {
+  Node node(NewNode());
+  Node replaced;
+  Require(list->replaceChild(node, child, replaced.Out()) == S_OK);
+  node.Detach();
+}
+
 inline void ReplaceEach(IXMLDOMNode* root) {
   IXMLDOMNode* present = root->m_pFirstChild;
   const Counted counted;
   while (present != nullptr) {
     IXMLDOMNode* const next = present->m_pNextSibling;
-    Node node(NewNode());
-    Node replaced;
-    Require(root->replaceChild(node, present, replaced.Out()) == S_OK);
-    node.Detach();
+    Replace(root, present);
     present = next;
   }
 }

@@ -18,6 +18,18 @@ void WriteCounted(const std::string& xml) {
   Write(document);
 }
 
+/// Writes a document that is not in formatted layout.
+void WriteUnindented(const std::string& xml, int indent) {
+  Document document = Load(xml);
+  document->m_uFlags = 0;
+  document->m_nIndent = indent;
+  const Counted counted;
+  Write(document);
+}
+
+/// Nested elements, each of them with a text.
+std::string LevelsWithTexts(int size) { return Times(size, "<a>t") + Times(size, "</a>"); }
+
 void CompareCounted(const std::string& xml, const std::string& otherXml, int expected) {
   Document document = Load(xml);
   Document other = Load(otherXml);
@@ -39,14 +51,7 @@ const Growing kWriting[] = {
      },
      nullptr},
     {"GetXML", "n levels, indented", 1000, [](int size) { WriteCounted(Levels(size)); }, kIndented},
-    {"GetXML", "n levels, not indented", 1000,
-     [](int size) {
-       Document document = Load(Levels(size));
-       document->m_uFlags = 0;
-       document->m_nIndent = 0;
-       const Counted counted;
-       Write(document);
-     },
+    {"GetXML", "n levels, not indented", 1000, [](int size) { WriteUnindented(Levels(size), 0); },
      nullptr},
     {"GetXML", "n siblings, one of them without owner", 500,
      [](int size) {
@@ -57,22 +62,9 @@ const Growing kWriting[] = {
      },
      nullptr},
     {"GetXML", "n levels with elements beside texts, not indented", 300,
-     [](int size) {
-       Document document = Load(Times(size, "<a>t") + Times(size, "</a>"));
-       document->m_uFlags = 0;
-       const Counted counted;
-       Write(document);
-     },
-     kIndented},
+     [](int size) { WriteUnindented(LevelsWithTexts(size), 2); }, kIndented},
     {"GetXML", "n levels with elements beside texts, indent of 0", 300,
-     [](int size) {
-       Document document = Load(Times(size, "<a>t") + Times(size, "</a>"));
-       document->m_uFlags = 0;
-       document->m_nIndent = 0;
-       const Counted counted;
-       Write(document);
-     },
-     nullptr},
+     [](int size) { WriteUnindented(LevelsWithTexts(size), 0); }, nullptr},
     {"GetXMLHelper", "n records, masked and with an index", 500,
      [](int size) {
        Writing how;
