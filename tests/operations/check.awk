@@ -31,14 +31,12 @@ function exception_of(name) {
   return name in reason ? name : ""
 }
 
-FNR == 1 { ++file_count }
-
-file_count == 1 {
+FILENAME == ARGV[1] {
   operations[++operation_count] = $0
   next
 }
 
-file_count == 2 {
+FILENAME == ARGV[2] {
   if (/^#/ || NF == 0) next
   if (!match($0, /: /)) {
     complain(FILENAME ":" FNR ": an exception has to be a name, a colon and a reason")

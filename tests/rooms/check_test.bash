@@ -1,29 +1,14 @@
 #!/usr/bin/env bash
 # Cases of check, each with a small project: what it prints for an include that a table does not
 # allow, and for a table that does not fit the folders.
-set -euo pipefail
-check=$(dirname "$(realpath "$0")")/check
-project=$(realpath "$(mktemp -d)")
-trap 'rm -rf "$project"' EXIT
-cd "$project"
-failures=0
+. "$(dirname "$0")/../harness/check_cases.bash"
+table=table
+arguments=(. table)
 
 # Puts a source with one include, on its third line, into the project.
 _given() { # source include
   mkdir -p "$(dirname "$1")"
   printf '// A source\n\n%s\n' "${2:+#include $2}" > "$1"
-}
-
-# Compares what check prints for a table with the rest of the arguments, a line each.
-_expect() { # case table line...
-  local name=$1 status=0 printed expected=''
-  printf '%b' "$2" > table
-  shift 2
-  if (($# > 0)); then expected=$(printf '%s\n' "$@"); fi
-  printed=$("$check" . table) || status=$?
-  if [[ $printed == "$expected" && $status == $(($# > 0)) ]]; then return; fi
-  printf '%s: expected:\n%s\nprinted, with status %s:\n%s\n' "$name" "$expected" "$status" "$printed"
-  failures=$((failures + 1))
 }
 
 _given lib/low/Low.h '<string>'
@@ -35,12 +20,12 @@ _expect 'a whole tree is allowed' 'lib/low:\nlib/high: lib/*\n'
 _expect 'an include that the table does not allow' 'lib/low:\nlib/high:\n' \
   'lib/high/High.cpp:3: lib/high may not include lib/low: lib/low/Low.h'
 _expect 'a circle in the table' 'lib/low: lib/high\nlib/high: lib/low\n' \
-  "$project/table:1: lib/high does not stand above lib/low"
+  "$folder/table:1: lib/high does not stand above lib/low"
 _expect 'a room twice' 'lib/low:\nlib/low:\nlib/high: lib/low\n' \
-  "$project/table:2: lib/low has a line already"
-_expect 'a folder without a line' 'lib/low:\n' "lib/high/High.cpp:1: lib/high has no line in $project/table"
+  "$folder/table:2: lib/low has a line already"
+_expect 'a folder without a line' 'lib/low:\n' "lib/high/High.cpp:1: lib/high has no line in $folder/table"
 _expect 'a line without a folder' 'lib/low:\nlib/high: lib/low\nlib/top: lib/high\n' \
-  "$project/table:3: no source stands in lib/top"
+  "$folder/table:3: no source stands in lib/top"
 
 _given lib/low/Old.h '<lib/high/New.h>'
 _given lib/high/New.h ''
