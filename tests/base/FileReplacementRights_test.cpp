@@ -70,6 +70,9 @@ TEST_F(FileReplacementRights, Of_a_file_without_a_list_are_those_of_its_mode) {
   EXPECT_FALSE(xmldom::ReplaceFile(path, "new"));
   EXPECT_EQ("new", m_folder.Read("b"));
   EXPECT_EQ("", ListOf(path));
+  struct stat status;
+  ASSERT_EQ(0, stat(path.c_str(), &status));
+  EXPECT_EQ(0664u, status.st_mode & 07777);
 }
 
 // The mode alone would let the group write.

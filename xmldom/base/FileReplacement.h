@@ -65,33 +65,41 @@ XMLDOM_NODISCARD inline std::error_code FindFile(const std::string& path, NamedF
   return std::error_code();
 }
 
-/// The extended attribute that holds the access control list of a file.
+/// The extended attribute that holds the POSIX access control list of a file.
 inline const char* AccessControlList() noexcept { return "system.posix_acl_access"; }
 
-/// Gives the open file `descriptor` the access control list of the file at `path`, or takes its own
-/// away, which comes from the folder, when that file has none.
-/// Result: an error when a list cannot be read or set. Without it, the mode alone would give its
-/// group what the list grants at most, and would give others what the list denies them by name.
+/// Reads an extended attribute. Out: its value. Result: whether there is one that can be read;
+/// otherwise errno tells why not.
+inline bool ReadAttribute(const std::string& path, const char* name, std::vector<char>& value) {
+  const ssize_t room = getxattr(path.c_str(), name, nullptr, 0);
+  if (room < 0) return false;
+  // Room for no bytes would ask for the size once more.
+  value.resize(static_cast<std::size_t>(room) + 1);
+  const ssize_t size = getxattr(path.c_str(), name, value.data(), value.size());
+  if (size < 0) return false;
+  value.resize(static_cast<std::size_t>(size));
+  return true;
+}
+
+/// Gives the open file `descriptor` the POSIX access control list of the file at `path`. When that
+/// file has none, removes the list that a new file gets from its folder.
+/// Result: an error, which has to stop the replacement: the mode of a file with a list shows as the
+/// rights of the group what the list grants at most, so that the mode alone would grant more.
 XMLDOM_NODISCARD inline std::error_code CopyAccessControlList(const std::string& path,
                                                               int descriptor) {
   const char* const name = AccessControlList();
-  const auto result = [](bool isDone) {
-    const bool isNone = errno == ENODATA || errno == ENOTSUP || errno == ENOSYS;
-    return isDone || isNone ? std::error_code() : SystemError();
-  };
-  const ssize_t room = getxattr(path.c_str(), name, nullptr, 0);
-  if (room < 0) {
-    const std::error_code error = result(false);
-    return error ? error : result(fremovexattr(descriptor, name) == 0);
+  std::vector<char> list;
+  int result = -1;
+  if (ReadAttribute(path, name, list)) {
+    result = fsetxattr(descriptor, name, list.data(), list.size(), 0);
+    return result == 0 ? std::error_code() : SystemError();
   }
-  std::vector<char> list(static_cast<std::size_t>(room) + 1);
-  const ssize_t size = getxattr(path.c_str(), name, list.data(), list.size());
-  if (size < 0) return SystemError();
-  const int set = fsetxattr(descriptor, name, list.data(), static_cast<std::size_t>(size), 0);
-  return set == 0 ? std::error_code() : SystemError();
+  const auto isNone = [] { return errno == ENODATA || errno == ENOTSUP || errno == ENOSYS; };
+  if (isNone()) result = fremovexattr(descriptor, name);
+  return result == 0 || isNone() ? std::error_code() : SystemError();
 }
 
-/// Gives the open file `descriptor` the extended attributes of the file at `path`, the access
+/// Gives the open file `descriptor` the extended attributes of the file at `path`, the POSIX access
 /// control list aside. One that cannot be read or set is left out.
 inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   const ssize_t size = listxattr(path.c_str(), nullptr, 0);
@@ -102,19 +110,16 @@ inline void CopyExtendedAttributes(const std::string& path, int descriptor) {
   for (const char* name = names.data(); name < names.data() + listed;
        name += std::strlen(name) + 1) {
     if (std::strcmp(name, AccessControlList()) == 0) continue;
-    const ssize_t room = getxattr(path.c_str(), name, nullptr, 0);
-    if (room < 0) continue;
-    value.resize(static_cast<std::size_t>(room));
-    const ssize_t length = getxattr(path.c_str(), name, value.data(), value.size());
-    if (length < 0) continue;
-    fsetxattr(descriptor, name, value.data(), static_cast<std::size_t>(length), 0);
+    if (ReadAttribute(path, name, value)) {
+      fsetxattr(descriptor, name, value.data(), value.size(), 0);
+    }
   }
 }
 
-/// Gives the open file `descriptor` the extended attributes, the owner, the access control list and
-/// the mode of an existing file. An owner, a group or an attribute that the system refuses to set
-/// is left out, so that the new file gets fewer rights than the old one, never more: when the group
-/// cannot be set, the new group gets only the rights that all users have.
+/// Gives the open file `descriptor` the extended attributes, the owner, the POSIX access control
+/// list and the mode of an existing file. An owner, a group or an attribute that the system refuses
+/// to set is left out, so that the new file gets fewer rights than the old one, never more: when
+/// the group cannot be set, the new group gets only the rights that all users have.
 /// Result: an error when the access control list or the mode could not be set.
 XMLDOM_NODISCARD inline std::error_code CopyAttributes(const NamedFile& file, int descriptor) {
   mode_t mode = file.status.st_mode & 07777;

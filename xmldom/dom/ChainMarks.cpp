@@ -73,8 +73,8 @@ XMLDOM_NOINLINE Place SearchNear(Place place, const IXMLDOMNode* node) {
                                                                         : Place{nullptr, nullptr};
 }
 
-/// Searches from `place` to the end of the chain, and leaves marks on the way, as long as it is
-/// safe. Out: `place` and `isOfOneParent` as for Search.
+/// Searches from `place` to the end of the chain, and leaves marks on the way, as long as
+/// `isOfOneParent` is true. Out: `place` and `isOfOneParent` as for Search.
 XMLDOM_ALWAYS_INLINE inline bool SearchAndMark(ChainMarks& marks, Place& place,
                                                const IXMLDOMNode* node, bool& isOfOneParent) {
   CachedNode* const level = marks.marks + marks.count;

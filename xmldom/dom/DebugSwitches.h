@@ -2,7 +2,8 @@
 #define XMLDOM_DOM_DEBUGSWITCHES_H
 
 // Switches for debugging: what is shown while documents are read and written. All threads share
-// them.
+// them. They are defined where they are asked: in query/XMLNodeSelect.cpp,
+// text/EntityTranslation.cpp and text/XMLNodeXML.cpp.
 
 #include <xmldom/base/Export.h>
 

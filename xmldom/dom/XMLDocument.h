@@ -72,7 +72,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// unless SetMaxDefaultsFactor has set another factor; and, with versions of Expat before 2.7,
   /// which expand entities by recursion, one that declares a chain of more than 256 entities that
   /// each refer to the next. Every attribute that is read sets the error code to 0. Cost: linear in
-  /// the text and in what its entities and default attributes add to it.
+  /// the text and in what its entities and default attributes add to it; and for each start tag, in
+  /// the attributes that the document type declares for the element.
   short loadXML(const char* xml);
   /// Loads a text as the function above. Out: the result of that function. Result: S_OK; S_FALSE
   /// when the text did not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.

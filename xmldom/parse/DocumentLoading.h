@@ -74,7 +74,7 @@ inline void FinishLoad(LoadResult& result, bool isLoaded) {
 /// Loads a text that comes from outside.
 /// Result: a new document, or why there is none. Bad input: a text that holds a NUL byte, at which
 /// IXMLDOMDocument2::loadXML would end it, is refused; a null one counts as empty.
-/// Effects: those of IXMLDOMDocument2::loadXML. Cost: linear in the text.
+/// Effects and cost: those of IXMLDOMDocument2::loadXML.
 XMLDOM_NODISCARD inline LoadResult LoadText(const std::string& text) {
   LoadResult result;
   const std::size_t nul = text.find('\0');
@@ -101,7 +101,7 @@ XMLDOM_NODISCARD inline LoadResult LoadText(const char* text) {
 /// Result: a new document, or why there is none; `error.system` gives the system's reason when the
 /// file could not be opened or read, also when a part of it could be read.
 /// Bad input: an empty path gives ENOENT, one with a NUL byte EINVAL.
-/// Effects: those of IXMLDOMDocument2::load. Cost: linear in the file.
+/// Effects and cost: those of IXMLDOMDocument2::load.
 XMLDOM_NODISCARD inline LoadResult LoadFile(TextArgument path) {
   LoadResult result;
   std::string name(path.Data(), path.Size());

@@ -24,9 +24,9 @@ enum class Prolog {
 /// the old file as it was and nothing else. What is written is Xml(node).
 ///
 /// Owner, mode and extended attributes of a file that exists are kept as far as the system allows;
-/// an access control list that cannot be kept is an error. Where the path is a symbolic link, the
-/// file that it leads to is replaced. Hard links, which are other names of the old file, keep the
-/// old contents.
+/// a POSIX access control list that cannot be kept is an error. Where the path is a symbolic link,
+/// the file that it leads to is replaced. Hard links, which are other names of the old file, keep
+/// the old contents.
 /// Result: no error when the new file is on the disk; otherwise the reason. When only the last step
 /// fails, to bring the renaming to the disk, the new file is in place already.
 /// Bad input: invalid_argument for a null node, a document without root element, a node that has no

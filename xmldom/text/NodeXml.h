@@ -12,7 +12,9 @@
 
 namespace xmldom {
 
-/// Result: where the markup ends that begins with the '<' at `at`. Out: whether it is a tag.
+/// Result: where the markup ends that begins with the '<' at `at`: at the '>' of a tag, behind the
+/// last character of a comment, a CDATA section or an instruction; at `end` when it does not end.
+/// Out: whether it is a tag. Bad input: the text has a terminator at `end`.
 inline const char* EndOfMarkup(const char* at, const char* end, bool& isTag) {
   static const struct {
     const char* begin;
@@ -75,10 +77,10 @@ inline std::string LoadableXml(const char* xml, const char* end) {
 }
 
 /// Result: the XML of a node, as IXMLDOMNode::GetXML writes it, but with references for tabs and
-/// line ends in attribute values, and for the '>' of "]]>" in texts. A load leaves the former as
-/// they are there, and the next one would read them as blanks; with the latter there would be no
-/// next one. Empty for an attribute and for a text, which have no XML alone, and for a null node.
-/// Cost: that of GetXML, and linear in what is written.
+/// line ends in attribute values, and for the '>' of "]]>" in texts. A load makes tabs and line
+/// ends of such references; if they were written as they are, the next load would read blanks. A
+/// text with "]]>" would not load. Empty for an attribute and for a text, which have no XML alone,
+/// and for a null node. Cost: that of GetXML, and linear in what is written.
 inline std::string Xml(ConstNodeArgument node) {
   if (!node || node->m_eNodeType == NODE_ATTRIBUTE || node->m_eNodeType == NODE_TEXT) {
     return std::string();
