@@ -105,8 +105,11 @@ TEST_P(HostileNames, Are_looked_up_in_linear_time) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, HostileNames,
-    testing::Values(Row{"shape of elements", FnvHashBehind0, Elements, ElementsInShape},
-                    Row{"shape of attributes", FnvHashBehind1, Attributes, AttributesInShape},
-                    Row{"paths", HashOfLibrary, Elements, Paths}));
+    testing::Values(
+        Row{"shape of elements", FnvHashBehind0, Elements, ElementsInShape},
+        Row{"shape of elements, another hash", HashOfLibrary, Elements, ElementsInShape},
+        Row{"shape of attributes", FnvHashBehind1, Attributes, AttributesInShape},
+        Row{"shape of attributes, another hash", HashOfLibrary, Attributes, AttributesInShape},
+        Row{"paths", HashOfLibrary, Elements, Paths}));
 
 }  // namespace

@@ -56,8 +56,7 @@ class RandomTexts {
 
 class PathComparisonsAtRandom : public testing::TestWithParam<unsigned int> {};
 
-INSTANTIATE_TEST_SUITE_P(Seeds, PathComparisonsAtRandom,
-                         testing::Values(1u, std::random_device()()));
+INSTANTIATE_TEST_SUITE_P(Seeds, PathComparisonsAtRandom, testing::Values(1u, 2u));
 
 TEST_P(PathComparisonsAtRandom, Hold_at_any_depth_for_what_they_hold_for_alone) {
   std::printf("seed %u\n", GetParam());

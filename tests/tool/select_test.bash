@@ -179,7 +179,8 @@ select_never_writes_what_does_not_load_again_or_has_other_elements() {
   expect 0 '4\n' ''
 }
 
-# Linear time takes a small part of a second, and quadratic time hours.
+# Linear time takes a small part of a second, and quadratic time several minutes: the question marks are
+# there for a search for the end of an XML declaration.
 select_of_many_elements_takes_linear_time() {
   { echo '<a>'; yes '<b>y?y?y?y?</b>' | head -n 50000; echo '</a>'; } > a.xml
   { echo '<a>'; yes '<b>]]<c/>></b>' | head -n 20000; echo '</a>'; } > b.xml

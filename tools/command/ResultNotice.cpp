@@ -3,7 +3,6 @@
 
 #include <tools/command/ResultNotice.h>
 
-#include <tools/document/SourceEncoding.h>
 #include <tools/document/SourceMap.h>
 #include <tools/io/Input.h>
 
@@ -22,19 +21,14 @@ std::size_t PlaceOf(const IXMLDOMNode& node, const std::string& text, IXMLDOMDoc
 
 }  // namespace
 
-bool IsSound(const char* xml, const IXMLDOMNode& element, ResultKind kind, const Input& input,
-             IXMLDOMDocument2& document) {
-  return !NeedsResultCheck(SourceEncoding(input.text), xml, kind) ||
-         SayNoProblem(FindResultProblem(xml, element, kind), input, document);
-}
-
-bool SayNoProblem(const ResultProblem& problem, const Input& input, IXMLDOMDocument2& document) {
-  if (problem.element == nullptr) return true;
+bool ComplainOfResult(const ResultProblem& problem, const Input& input,
+                      IXMLDOMDocument2& document) {
+  if (problem.element == nullptr) return false;
   const std::string what = input.lock == nullptr ? "not written" : "not replaced";
   ComplainAtNode(*problem.element,
                  what + ", because what becomes of this element " + problem.reason, input,
                  document);
-  return false;
+  return true;
 }
 
 void ComplainAtNode(const IXMLDOMNode& node, const std::string& reason, const Input& input,

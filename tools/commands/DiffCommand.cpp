@@ -36,34 +36,34 @@ bool Load(const std::string& file, Side& side) {
 /// kept: a path is as long as its node is deep, and there may be many of them.
 class SideLines {
  public:
-  /// `side` tells which side of each difference is described; the others are borrowed.
-  SideLines(const Side& document, const std::vector<Difference>& differences,
-            DifferentNode Difference::*side)
-      : m_document(document), m_differences(differences), m_side(side) {
-    const SourceMap map(document.input.text, *document.document);
+  /// `which` tells which node of each difference is described; the others are borrowed.
+  SideLines(const Side& side, const std::vector<Difference>& differences,
+            DifferentNode Difference::*which)
+      : m_side(side), m_differences(differences), m_which(which) {
+    const SourceMap map(side.input.text, *side.document);
     std::vector<std::size_t> offsets;
     for (const Difference& difference : differences) {
-      const SourcePlace* place = map.Find((difference.*side).node);
+      const SourcePlace* place = map.Find((difference.*which).node);
       offsets.push_back(place == nullptr ? 0 : place->begin);
     }
-    m_positions = PositionsOf(document.input.text, offsets);
+    m_positions = PositionsOf(side.input.text, offsets);
   }
 
   /// The line for difference `i`: "FILE:LINE:COLUMN: PATH: DESCRIPTION". Cost: that of the path.
   std::string At(std::size_t i) {
-    const DifferentNode& different = m_differences[i].*m_side;
+    const DifferentNode& different = m_differences[i].*m_which;
     // A text has no path of its own.
     const IXMLDOMNode* node = different.node;
     if (node->m_eNodeType == NODE_TEXT) node = node->m_pParent;
-    return m_document.input.name + ":" + std::to_string(m_positions[i].line) + ":" +
+    return m_side.input.name + ":" + std::to_string(m_positions[i].line) + ":" +
            std::to_string(m_positions[i].column) + ": " + m_paths.PathTo(node) + ": " +
            different.description + "\n";
   }
 
  private:
-  const Side& m_document;
+  const Side& m_side;
   const std::vector<Difference>& m_differences;
-  DifferentNode Difference::*const m_side;
+  DifferentNode Difference::*const m_which;
   std::vector<SourcePosition> m_positions;
   ExactPaths m_paths;
 };
@@ -120,7 +120,7 @@ const CommandEntry kDiffCommand = {
     "as\n"
     "FILE:LINE:COLUMN, the path of the element or attribute, and what is there. All lines "
     "together\n"
-    "are as long as the number of differences times their depth.\n"
+    "grow with the number of differences times their depth.\n"
     "Exit status: 0 when they are equal, 1 when they differ, 2 for trouble.\n"
     "\n"
     "Example: xmldom diff config.xml config.xml.old",

@@ -12,6 +12,7 @@
 #include <tools/document/DocumentFrame.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/LossCheck.h>
+#include <tools/document/SourceEncoding.h>
 #include <tools/io/Diagnostics.h>
 
 #include <xmldom/dom/XMLDocument.h>
@@ -45,10 +46,9 @@ class FormatCommand : public FileCommand {
     if (document == nullptr) return ExitStatus::kTrouble;
     if (m_inPlace.IsAsked()) return Replace(input, *document);
     const std::string xml = m_layout.Write(*document);
-    const IXMLDOMNode& root = *document->m_pFirstChild;
-    if (!IsSound(xml.c_str(), root, ResultKind::kFragment, input, *document)) {
-      return ExitStatus::kTrouble;
-    }
+    const ResultProblem problem = CheckResult(SourceEncoding(input.text), xml.c_str(),
+                                              *document->m_pFirstChild, ResultKind::kFragment);
+    if (ComplainOfResult(problem, input, *document)) return ExitStatus::kTrouble;
     results.Write(xml);
     m_notice.Say(input, FindLoss(input, Surroundings::kDropped));
     return ExitStatus::kDone;
@@ -65,11 +65,10 @@ class FormatCommand : public FileCommand {
     const std::string result = Frame(input.text, report, m_layout.Write(document));
     // The only copy of a document may be replaced, so every result is parsed, also where nothing is
     // known to go wrong. Entities are declared in the frame.
-    if (result != input.text &&
-        !SayNoProblem(
-            FindResultProblem(result.c_str(), *document.m_pFirstChild, ResultKind::kDocument),
-            input, document)) {
-      return ExitStatus::kTrouble;
+    if (result != input.text) {
+      const ResultProblem problem =
+          FindResultProblem(result.c_str(), *document.m_pFirstChild, ResultKind::kDocument);
+      if (ComplainOfResult(problem, input, document)) return ExitStatus::kTrouble;
     }
     const ExitStatus status = m_inPlace.Replace(input, result);
     if (status == ExitStatus::kDone) m_notice.Say(input, report);

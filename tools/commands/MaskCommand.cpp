@@ -8,6 +8,7 @@
 #include <tools/commands/Commands.h>
 #include <tools/document/DocumentLoad.h>
 #include <tools/document/LossCheck.h>
+#include <tools/document/SourceEncoding.h>
 
 #include <xmldom/dom/XMLDocument.h>
 
@@ -28,8 +29,9 @@ class MaskCommand : public FileCommand {
     const XMLPtr<IXMLDOMDocument2> document = LoadDocument(input);
     if (document == nullptr) return ExitStatus::kTrouble;
     const _bstr_t xml = document->GetMaskedXML();
-    const IXMLDOMNode& root = *document->m_pFirstChild;
-    if (!IsSound(xml, root, ResultKind::kMasked, input, *document)) return ExitStatus::kTrouble;
+    const ResultProblem problem =
+        CheckResult(SourceEncoding(input.text), xml, *document->m_pFirstChild, ResultKind::kMasked);
+    if (ComplainOfResult(problem, input, *document)) return ExitStatus::kTrouble;
     results.Write(xml, std::strlen(xml));
     m_notice.Say(input, FindLoss(input, Surroundings::kDropped, Values::kMasked));
     return ExitStatus::kDone;

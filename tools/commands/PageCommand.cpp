@@ -87,10 +87,9 @@ class PageCommand : public FileCommand {
     if (NeedsResultCheck(SourceEncoding(input.text), xml.GetAsStr(), ResultKind::kFragment)) {
       // Where the whole document can be written, a page of it can.
       const _bstr_t whole = document->Getxml();
-      const IXMLDOMNode& root = *document->m_pFirstChild;
-      if (!IsSound(whole, root, ResultKind::kFragment, input, *document)) {
-        return ExitStatus::kTrouble;
-      }
+      const ResultProblem problem =
+          FindResultProblem(whole, *document->m_pFirstChild, ResultKind::kFragment);
+      if (ComplainOfResult(problem, input, *document)) return ExitStatus::kTrouble;
     }
     results.Write(xml.GetAsStr(), xml.m_uLength);
     return ExitStatus::kDone;

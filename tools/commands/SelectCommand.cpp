@@ -52,7 +52,7 @@ class SelectCommand : public FileCommand {
     for (IXMLDOMNode* node : nodes) {
       const ResultProblem problem = Write(*node, encoding, results);
       // The place of one costs as much as a load, so that only the first is told of by itself.
-      if (problem.element != nullptr && ++refused == 1) SayNoProblem(problem, input, *document);
+      if (problem.element != nullptr && ++refused == 1) ComplainOfResult(problem, input, *document);
     }
     if (refused == 0) return status;
     if (refused > 1) {
@@ -77,12 +77,9 @@ class SelectCommand : public FileCommand {
       return {};
     }
     const _bstr_t xml = node.Getxml();
-    if (NeedsResultCheck(encoding, xml, ResultKind::kFragment)) {
-      const ResultProblem problem = FindResultProblem(xml, node, ResultKind::kFragment);
-      if (problem.element != nullptr) return problem;
-    }
-    results.Write(xml, std::strlen(xml));
-    return {};
+    const ResultProblem problem = CheckResult(encoding, xml, node, ResultKind::kFragment);
+    if (problem.element == nullptr) results.Write(xml, std::strlen(xml));
+    return problem;
   }
 
   /// Writes the bytes of nodes as they stand in the file, and tells of each node that does not

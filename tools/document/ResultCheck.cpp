@@ -147,4 +147,10 @@ ResultProblem FindResultProblem(const char* xml, const IXMLDOMNode& root, Result
   return ResultReader(root, kind).Find(xml, std::strlen(xml));
 }
 
+ResultProblem CheckResult(const SourceEncoding& source, const char* xml, const IXMLDOMNode& root,
+                          ResultKind kind) {
+  if (!NeedsResultCheck(source, xml, kind)) return {};
+  return FindResultProblem(xml, root, kind);
+}
+
 }  // namespace tool

@@ -18,15 +18,9 @@ class SourceEncoding;
 /// What XML that was written of a tree is meant to be.
 enum class ResultKind {
   kDocument,  ///< A document with its document type, which is loaded as it is.
-  kFragment,  ///< Elements alone: entities that they refer to are declared where they are put.
+  kFragment,  ///< Elements alone: whoever puts them into a document declares their entities.
   kMasked     ///< A document without texts and values.
 };
-
-/// Whether XML that the library has written of a tree has to be checked with FindResultProblem;
-/// where it has not, that finds nothing but references to entities that are declared elsewhere.
-/// `source` is the encoding of the text that the tree was loaded from, and `xml` is all or a part
-/// of the tree, NUL-terminated. Cost: linear in `xml`; nothing is parsed and no memory taken.
-bool NeedsResultCheck(const SourceEncoding& source, const char* xml, ResultKind kind);
 
 /// What is wrong with written XML.
 struct ResultProblem {
@@ -42,6 +36,17 @@ struct ResultProblem {
 /// Effects: std::bad_alloc. Cost: linear, with what the entities of a frame expand to; no tree is
 /// made, and the stack does not grow.
 ResultProblem FindResultProblem(const char* xml, const IXMLDOMNode& root, ResultKind kind);
+
+/// Whether FindResultProblem can find anything but references to entities that are declared
+/// elsewhere.
+/// `source` is the encoding of the text that the tree was loaded from, and `xml` is all or a part
+/// of the tree, NUL-terminated. Cost: linear in `xml`; nothing is parsed and no memory taken.
+bool NeedsResultCheck(const SourceEncoding& source, const char* xml, ResultKind kind);
+
+/// Does what FindResultProblem does where NeedsResultCheck asks for it, so that most XML is not
+/// parsed.
+ResultProblem CheckResult(const SourceEncoding& source, const char* xml, const IXMLDOMNode& root,
+                          ResultKind kind);
 
 }  // namespace tool
 

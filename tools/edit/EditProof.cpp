@@ -72,8 +72,8 @@ void DropInTextsOf(IXMLDOMNode* element) {
   }
 }
 
-/// Does so in the texts of `elements`, which are in the tree `expected`, and in those of the
-/// elements in the same places in document order of `found`.
+/// Calls DropWhatJoiningChanges for the texts of `elements`, which are in the tree `expected`, and
+/// in those of the elements in the same places in document order of `found`.
 void DropInTexts(const Elements& elements, IXMLDOMNode* expected, IXMLDOMNode* found) {
   while (true) {
     expected = NextElement(expected);

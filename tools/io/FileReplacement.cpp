@@ -101,7 +101,8 @@ void Fill(xmldom::FileSuccessor& successor, const xmldom::NamedFile& original,
   if (keepsTimes && futimens(successor.Descriptor(), times) != 0) {
     Require(xmldom::SystemError(), "");
   }
-  Require(xmldom::CopyAttributes(original, successor.Descriptor()), "");
+  Require(xmldom::CopyAttributes(original, successor.Descriptor()),
+          "its access control list or its mode cannot be kept: ", advice);
   Require(successor.Finish(), "write error: ");
 }
 
