@@ -10,11 +10,6 @@
 
 namespace {
 
-/// A list whose iteration can be begun again, as a derived class may do it.
-struct RestartedList : IXMLDOMNodeList {
-  using IXMLDOMNodeList::ResetCursor;
-};
-
 const FailingCall kLists[] = {
     {"get_childNodes",
      [](IXMLDOMDocument2* document) {

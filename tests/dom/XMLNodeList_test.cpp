@@ -11,11 +11,6 @@
 
 namespace {
 
-/// A list whose iteration can be begun again, as a derived class may do it.
-struct RestartedList : IXMLDOMNodeList {
-  using IXMLDOMNodeList::ResetCursor;
-};
-
 // ---- Records
 
 TEST(XMLNodeList, A_new_list_is_empty) {

@@ -10,6 +10,11 @@
 typedef Ref<IXMLDOMNodeList> List;
 typedef Ref<IXMLDOMNamedNodeMap> Map;
 
+/// A list whose iteration can be begun again, as a derived class may do it.
+struct RestartedList : IXMLDOMNodeList {
+  using IXMLDOMNodeList::ResetCursor;
+};
+
 /// A new list of the children of a node.
 inline List ChildrenOf(IXMLDOMNode* node) {
   List list;
