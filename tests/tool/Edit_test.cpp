@@ -1,12 +1,10 @@
 #include <gtest/gtest.h>
 #include <xmldom/xmldom.h>
 
-#include <ctime>
 #include <ostream>
 #include <string>
 #include <vector>
 
-#include "harness/LinearTime.h"
 #include "tool/EditHarness.h"
 
 // What edits make of the bytes of a document.
@@ -303,26 +301,6 @@ TEST(Edit, Sees_what_the_one_before_has_made) {
   edited.Apply(MakeEdit("--rename", {"/a/c", "d"}), false);
   edited.Apply(MakeEdit("--set", {"/a/d", "x"}), false);
   EXPECT_EQ("<a>\n  <b c='2'/>\n  <d>x</d>\n</a>", edited.Bytes());
-}
-
-TEST(Edit, Renaming_adds_many_default_attributes_in_linear_time) {
-  // Half of them stand in the tag already. Quadratic work would grow by the square of 16.
-  ExpectGrowthBelow(80, 500, 8000, [](int count) {
-    std::string declared;
-    std::string written;
-    for (int i = 0; i < count; ++i) {
-      const std::string name = "a" + std::to_string(i);
-      declared += " " + name + " CDATA 'x'";
-      if (i % 2 == 0) written += " " + name + "='y'";
-    }
-    const std::string before = "<!DOCTYPE r [<!ATTLIST c" + declared + ">]><r><";
-    tool::EditedText edited = MakeEdited(before + "b" + written + "/></r>");
-    const std::clock_t begin = std::clock();
-    edited.Apply(MakeEdit("--rename", {"/r/b", "c"}), false);
-    const std::clock_t end = std::clock();
-    EXPECT_EQ(before + "c" + written + "/></r>", edited.Bytes());
-    return static_cast<double>(end - begin) / CLOCKS_PER_SEC;
-  });
 }
 
 TEST(Edit, Path_that_selects_nothing_changes_nothing) {
