@@ -311,7 +311,8 @@ class XMLDOM_API IXMLDOMNode : public CRefCountedObject {
   /// Copies the text into `buf`, which has `size` bytes, and terminates it; a longer text is cut
   /// off. Result: `buf`; null when nothing was copied, and `buf` holds an empty text then. Effects:
   /// a text that is cut off is logged (type 18, severity 4), with a backtrace. Bad input: a null
-  /// `buf` gives null. For a `size` below 1 the first byte is written all the same.
+  /// `buf` gives null, and nothing is logged. For a `size` below 1 the first byte is written all
+  /// the same.
   char* GetStringValue(char* buf, int size);
 
   // ---- XML text (XMLWriter.cpp, XMLNodeXML.cpp)

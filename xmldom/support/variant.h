@@ -29,8 +29,8 @@ typedef struct tagVARIANT {
   };
 } VARIANT;
 
-/// Makes a new record empty. Whatever the record holds is overwritten and not freed. Null is left
-/// alone.
+/// Makes a new record empty, with the type VT_EMPTY and a null `bstrVal`. Whatever the record holds
+/// is overwritten and not freed. Null is left alone.
 XMLDOM_API void VariantInit(VARIANT* variant);
 
 /// Frees what the record owns and makes it empty.

@@ -5,7 +5,7 @@
 #include <xmldom/base/TextArgument.h>
 #include <xmldom/dom/NodeArgument.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/dom/XmlNames.h>
+#include <xmldom/parse/XmlNames.h>
 #include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/text/Escaping.h>
 #include <xmldom/text/NodeTexts.h>
@@ -159,8 +159,9 @@ XMLDOM_NODISCARD inline StoreResult SetText(NodeArgument node, TextArgument text
 /// escaped, so that it reads back the same, also after the document was written and loaded. Unlike
 /// IXMLDOMNode::SetAttribute it leaves no reference behind.
 /// Result: whether the value was stored, and if not, why; kWrongType when `node` is no element.
-/// Nothing has changed then. Effects: adding an attribute sets the error code of lookups to 0.
-/// Borrowed values of the attribute are freed. Cost: linear in the attributes and the value.
+/// Nothing has changed then. Effects: std::bad_alloc when memory is out, with nothing changed.
+/// Adding an attribute sets the error code of lookups to 0. Borrowed values of the attribute are
+/// freed. Cost: linear in the attributes and the value.
 XMLDOM_NODISCARD inline StoreResult SetAttribute(NodeArgument node, const char* name,
                                                  TextArgument text) {
   if (!node) return StoreResult{StoreResult::kNoNode, 0};

@@ -1,5 +1,6 @@
-#include <xmldom/dom/XmlNames.h>
+#include <xmldom/parse/XmlNames.h>
 
+#include <expat.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -23,6 +24,10 @@ TEST(XmlNames, are_no_other_texts) {
   EXPECT_FALSE(IsXmlName(nullptr));
   EXPECT_FALSE(IsXmlName(std::string("a\0", 2)));
   EXPECT_FALSE(IsXmlName(std::string("\xc3\xa9\0", 3)));
+}
+
+TEST(XmlNames, tell_a_parser_without_memory_by_the_code_that_Expat_gives) {
+  EXPECT_EQ(XML_ERROR_NO_MEMORY, xmldom::kNoMemory);
 }
 
 }  // namespace
