@@ -39,6 +39,10 @@ std::string Version() {
   return text.str();
 }
 
+/// Whether an allocation has failed. Streams take the exception of one for themselves, and what
+/// they make then lacks text: the version above, and the help, which CLI11 makes in streams.
+bool l_wasMemoryOut = false;
+
 /// Standard output is for results alone, and reading a text must not cost more than its size.
 void SwitchDebugLinesOff() {
   // That they are off is logged, and nothing that the user has to know.
@@ -52,6 +56,7 @@ ExitStatus Execute(int argc, char** argv, Output& output) {
     std::string answer;
     Command* command = commandLine.Parse(argc, argv, answer);
     if (command == nullptr) {
+      if (l_wasMemoryOut) throw std::bad_alloc();
       output.Write(answer);
       return ExitStatus::kDone;
     }
@@ -77,6 +82,10 @@ void EndWithoutMemory() {
 __attribute__((constructor(101))) void ExpectLackOfMemory() {
   std::set_terminate(EndWithoutMemory);
   std::signal(SIGABRT, [](int) { EndWithoutMemory(); });
+  std::set_new_handler([] {
+    l_wasMemoryOut = true;
+    throw std::bad_alloc();
+  });
 }
 
 int Run(int argc, char** argv) {

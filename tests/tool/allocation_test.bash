@@ -125,12 +125,15 @@ the_beginning_ends_with_2() {
   _measure_beginning
   local _sample=40
   _sweep 1 0 check a.xml
+  _sweep 1 0 --version
   _tell
 }
 
 mistakes_are_told_or_end_with_2() {
   _measure_beginning
   _sweep "$beginning" 0 --version
+  _sweep "$beginning" 0 --help
+  _sweep "$beginning" 0 edit --help
   _sweep "$beginning" 2 edit --frobnicate a.xml
   _sweep "$beginning" 2 select '//b[' a.xml
   _sweep "$beginning" 2 edit --append /a '<n>' a.xml
