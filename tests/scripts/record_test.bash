@@ -71,6 +71,20 @@ a_section_that_is_missing_is_named() {
   cmp before.md copy/docs/hardening.md || fail
 }
 
+the_script_in_Python_records_as_the_others_do() {
+  command -v python3 >/dev/null || skip 'there is no python3 here'
+  _given_a_page
+  sed -i 's/<!-- one -->/<!-- try-edits -->/' copy/docs/hardening.md
+  _git commit --all --quiet --message 'second'
+  commit=$(_git rev-parse --short HEAD)
+  keep env PYTHONPATH="$project/tests/tool/edits" python3 -c 'import runpy
+script = runpy.run_path("copy/scripts/try-edits")
+script["record"]([("files", 3)], script["current_commit"]())' --record
+  expect 0 '' ''
+  sed -i 's/<!-- try-edits -->/<!-- one -->/' copy/docs/hardening.md
+  _expect_section "\n$(date +%Y-%m-%d), commit $commit, \`scripts/try-edits --record\`:\n\n| What | Count |\n|---|---|\n| files | 3 |\n\n"
+}
+
 every_script_that_records_has_a_section_and_says_so_in_its_help() {
   local script sections section
   for script in "$project"/scripts/*; do
