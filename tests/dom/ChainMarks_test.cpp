@@ -5,6 +5,7 @@
 #include <thread>
 #include <vector>
 
+#include "harness/CompactXml.h"
 #include "harness/LongChains.h"
 #include "harness/RefusingLog.h"
 #include "harness/Trees.h"
@@ -170,6 +171,22 @@ TEST_F(ChainMarks, Of_one_chain_are_not_used_for_another) {
   for (IXMLDOMNode* node = last; node != nullptr; node = Before(node)) ++count;
   EXPECT_EQ(100, count);
   ExpectChain(0);
+}
+
+// The call that sets the owner forgets them, so that nothing is done about them when their nodes
+// are destroyed. Only the address sanitizer notices whether what was found last is read then.
+TEST_F(ChainMarks, That_were_forgotten_do_not_give_a_place_at_the_end_of_another_chain) {
+  const Document document = Load("<q/>");
+  IXMLDOMNode* const other = Root(document);
+  other->RecurseSetDocument(document);
+  m_parent.Reset();
+  for (int i = 0; i < 20; ++i) Node(other->AddChild("c", nullptr));
+  while (other->m_pFirstChild->m_pNextSibling != nullptr) {
+    Node removed;
+    EXPECT_EQ(S_OK, other->removeChild(other->m_pFirstChild, removed.Out()));
+  }
+  Node(other->AddChild("d", nullptr));
+  EXPECT_EQ("<q><c/><d/></q>", CompactXml(document));
 }
 
 TEST_F(ChainMarks, Do_not_change_what_random_edits_give) {
