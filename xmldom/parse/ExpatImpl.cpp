@@ -3,7 +3,9 @@
 
 #include <xmldom/parse/ExpatImpl.h>
 
+#include <xmldom/base/Export.h>
+
 xmldom::ExpatRun*& xmldom::InnermostExpatRun() {
-  static thread_local ExpatRun* run = nullptr;
+  static XMLDOM_THREAD_PLACE __thread ExpatRun* run = nullptr;
   return run;
 }
