@@ -56,13 +56,14 @@ bool HasOddBlank(const Document& document) {
   return false;
 }
 
-/// How many ends of CDATA sections, comments and instructions a text holds. A document that has
-/// more of them than what it was loaded from has got them from pieces of text that came together,
-/// which no load divides again.
+/// How many ends of CDATA sections, comments and instructions a text holds up to a NUL byte, which
+/// ends it for a load. A document that has more of them than what it was loaded from has got them
+/// from pieces of text that came together, which no load divides again.
 std::size_t CountEnds(const std::string& text) {
   std::size_t count = 0;
   for (const char* end : {"]]>", "-->", "?>"}) {
-    for (std::size_t at = 0; (at = text.find(end, at)) != text.npos; ++at) ++count;
+    const char* at = text.c_str();
+    for (; (at = std::strstr(at, end)) != nullptr; ++at) ++count;
   }
   return count;
 }
