@@ -8,6 +8,7 @@
 #include <xmldom/ptr/XMLPtr.h>
 
 #include <cstddef>
+#include <exception>
 #include <new>
 #include <string>
 
@@ -16,6 +17,16 @@ namespace xmldom {
 /// IXMLDOMParseError::m_lErrorCode of a load for which the parser had no memory. The value is that
 /// of XML_ERROR_NO_MEMORY, whose header an application need not have.
 const long kNoMemory = 1;
+
+/// Ends a call for which there was no memory: with std::bad_alloc, or with the program where it is
+/// compiled without exceptions, since any exception of the library ends it there.
+[[noreturn]] inline void FailWithoutMemory() {
+#ifdef __cpp_exceptions
+  throw std::bad_alloc();
+#else
+  std::terminate();
+#endif
+}
 
 /// Whether a text is a name in XML. Effects: std::bad_alloc when memory is out. Cost: linear in the
 /// text; one that is not all ASCII is loaded as the name of an element, because the parser knows
@@ -35,7 +46,7 @@ inline bool IsXmlName(TextArgument text) {
   XMLPtr<IXMLDOMParseError> error;
   document->get_parseError(error.Out());
   // That the parser has no memory says nothing about the name.
-  if (error->m_lErrorCode == kNoMemory) throw std::bad_alloc();
+  if (error->m_lErrorCode == kNoMemory) FailWithoutMemory();
   return false;
 }
 
