@@ -39,9 +39,10 @@
 
 /// Gives a variable of a thread (`__thread`) a place that a few instructions find; from a shared
 /// library it is a call otherwise. On 64-bit PowerPC that call even fails with -fno-plt: the linker
-/// makes it one to __tls_get_addr_opt, which relies on a stub that is left out then. With the GNU C
-/// library such a library can still be loaded while a program runs: all its variables of a thread,
-/// about 1250 bytes, then come out of a reserve of more than 1600. Other C libraries may have none.
+/// makes it one to __tls_get_addr_opt, which expects that the code of the PLT has been run before.
+/// With the GNU C library such a library can still be loaded while a program runs: all its
+/// variables of a thread, about 1250 bytes, then come out of a reserve of more than 1600. Other C
+/// libraries may have none.
 #if defined(XMLDOM_BUILDS_LIBRARY) && defined(__GLIBC__)
 #define XMLDOM_THREAD_PLACE __attribute__((tls_model("initial-exec")))
 #else
