@@ -1,7 +1,7 @@
 // The short calls that look at single characters, and at names.
 
 #include <gtest/gtest.h>
-#include <xmldom/parse/XmlNames.h>
+#include <xmldom/dom/XmlNames.h>
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
@@ -54,7 +54,8 @@ const FailingCall kNames[] = {
 class AllocationNames : public testing::TestWithParam<FailingCall> {};
 
 TEST_P(AllocationNames, That_are_looked_at_leave_the_tree_as_it_was_and_nothing_behind) {
-  FailEverywhere("characters and names", GetParam(), FailingCall::KEEPS_TREE);
+  FailEverywhere("characters and names", GetParam(), FailingCall::KEEPS_TREE, On::TREES,
+                 AllocationFailure::EVERYBODY);
 }
 
 INSTANTIATE_TEST_SUITE_P(Characters, AllocationNames, testing::ValuesIn(kCharacters));

@@ -173,8 +173,9 @@ TEST_F(ChainMarks, Of_one_chain_are_not_used_for_another) {
   ExpectChain(0);
 }
 
-// The call that sets the owner forgets them, so that nothing is done about them when their nodes
-// are destroyed. Only the address sanitizer notices whether what was found last is read then.
+// RecurseSetDocument invalidates the marks, so that destroying the parent does not take the place
+// that was found last out of the cache. The removals must not use it for the end of their chain.
+// Only the address sanitizer notices if it is read.
 TEST_F(ChainMarks, That_were_forgotten_do_not_give_a_place_at_the_end_of_another_chain) {
   const Document document = Load("<q/>");
   IXMLDOMNode* const other = Root(document);

@@ -4,7 +4,7 @@
 
 #include <tools/document/PathSyntax.h>
 
-#include <xmldom/parse/XmlNames.h>
+#include <xmldom/dom/XmlNames.h>
 
 #include <algorithm>
 #include <limits>

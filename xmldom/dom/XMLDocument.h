@@ -73,8 +73,8 @@ class XMLDOM_API IXMLDOMDocument2 : public IXMLDOMNode {
   /// which expand entities by recursion, one that declares a chain of more than 256 entities that
   /// each refer to the next. Every attribute that is read sets the error code to 0. Cost: linear in
   /// the text and in what its entities and default attributes add to it; and for each start tag, in
-  /// the attributes that the document type declares for the element. Bad input: asserts when there
-  /// is no memory for a parser.
+  /// the attributes that the document type declares for the element. Asserts when there is no
+  /// memory for a parser.
   short loadXML(const char* xml);
   /// Loads a text as the function above. Out: the result of that function. Result: S_OK; S_FALSE
   /// when the text did not parse; E_ARGUMENT for a null `pbSuccess`, and nothing is loaded.

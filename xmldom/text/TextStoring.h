@@ -5,7 +5,7 @@
 #include <xmldom/base/TextArgument.h>
 #include <xmldom/dom/NodeArgument.h>
 #include <xmldom/dom/XMLNode.h>
-#include <xmldom/parse/XmlNames.h>
+#include <xmldom/dom/XmlNames.h>
 #include <xmldom/ptr/XMLPtr.h>
 #include <xmldom/text/Escaping.h>
 #include <xmldom/text/NodeTexts.h>

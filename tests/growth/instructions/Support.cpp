@@ -1,6 +1,6 @@
 // The support layer, and the checks of texts.
 
-#include <xmldom/parse/XmlNames.h>
+#include <xmldom/dom/XmlNames.h>
 #include <xmldom/xmldom.h>
 #include <xmldom/xmldom_ptr.h>
 
