@@ -15,7 +15,7 @@
 #include <csignal>
 #include <exception>
 #include <new>
-#include <sstream>
+#include <string>
 
 namespace tool {
 
@@ -32,15 +32,16 @@ const char kClosing[] =
 /// the one that runs need not be the one that the tool was built with.
 std::string Version() {
   const XML_Expat_Version expat = XML_ExpatVersionInfo();
-  std::ostringstream text;
-  text << "xmldom " XMLDOM_VERSION "\n"
-       << "built with libxmldom " XMLDOM_VERSION " (so-version " XMLDOM_SOVERSION "), "
-       << "running with Expat " << expat.major << '.' << expat.minor << '.' << expat.micro;
-  return text.str();
+  return "xmldom " XMLDOM_VERSION
+         "\n"
+         "built with libxmldom " XMLDOM_VERSION " (so-version " XMLDOM_SOVERSION
+         "), running with Expat " +
+         std::to_string(expat.major) + '.' + std::to_string(expat.minor) + '.' +
+         std::to_string(expat.micro);
 }
 
-/// Whether an allocation has failed. Streams take the exception of one for themselves, and what
-/// they make then lacks text: the version above, and the help, which CLI11 makes in streams.
+/// Whether an allocation of operator new has failed. CLI11 makes the help in streams, which take
+/// the exception for themselves, and the help then lacks text.
 bool l_wasMemoryOut = false;
 
 /// Standard output is for results alone, and reading a text must not cost more than its size.

@@ -2,12 +2,12 @@
 #include <xmldom/xmldom.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "harness/Balance.h"
+#include "harness/EventBody.h"
 #include "harness/RefusingLog.h"
 #include "harness/StdoutCapture.h"
 #include "harness/Trees.h"
@@ -133,15 +133,8 @@ const Place kSlots[] = {
      }},
 };
 
-/// The body of one event belongs to whoever receives it.
-void TakeBody(const CLogEvent& event) {
-  if (std::strstr(event.title, "can't match xpath") == nullptr) return;
-  BSTR body = const_cast<BSTR>(event.body);
-  SysFreeString(body);
-}
-
 void Refuse(const CLogEvent& event, void*) {
-  TakeBody(event);
+  FreeOwnBody(event);
   throw Exception("Refuse", event.title, nullptr);
 }
 
@@ -184,7 +177,7 @@ class Listener {
       listener->m_titles.push_back(event.title);
       listener->m_isBusy = false;
     }
-    TakeBody(event);
+    FreeOwnBody(event);
   }
 
   static void ReceiveInstead(const CLogEvent& event, void* context) { Receive(event, context); }

@@ -3,10 +3,10 @@
 #include <xmldom/xmldom_ptr.h>
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 #include "harness/CompactXml.h"
+#include "harness/EventBody.h"
 #include "harness/Trees.h"
 #include "soak/Cases.h"
 #include "soak/Forest.h"
@@ -79,11 +79,7 @@ class QuietLog {
   QuietLog& operator=(const QuietLog&) = delete;
 
  private:
-  static void Free(const CLogEvent& event, void*) {
-    if (std::strstr(event.title, "can't match xpath") == nullptr) return;
-    BSTR body = const_cast<BSTR>(event.body);
-    SysFreeString(body);
-  }
+  static void Free(const CLogEvent& event, void*) { FreeOwnBody(event); }
 };
 
 // ---- Building

@@ -125,7 +125,6 @@ the_beginning_ends_with_2() {
   _measure_beginning
   local _sample=40
   _sweep 1 0 check a.xml
-  _sweep 1 0 --version
   _tell
 }
 
